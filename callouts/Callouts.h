@@ -112,7 +112,7 @@ public:
     /// Anchor visibility checks sent and not answered yet.
     unsigned int GetPickRequestCount() const;
     /// The scene's item list, null before Initialize and after Destroy. Takes no engine lock.
-    du::SmartPtr<zritemlist::ItemList> GetItemsList();
+    du::SmartPtr<zritemlist::ItemList> GetItemsList() const;
     /// The engine keeps no preferences of its own: nothing happens.
     void PreferencesChanged();
 

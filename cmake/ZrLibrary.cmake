@@ -23,22 +23,46 @@ if(ZR_SANITIZE)
     target_link_options(zr_flags INTERFACE -fsanitize=${ZR_SANITIZE})
 endif()
 
+# zr_install_headers(header ..): installs public headers under the path that they are included by.
+function(zr_install_headers)
+    foreach(header ${ARGN})
+        cmake_path(ABSOLUTE_PATH header BASE_DIRECTORY "${CMAKE_CURRENT_SOURCE_DIR}" NORMALIZE)
+        cmake_path(IS_PREFIX ZR_HOST_ROOT "${header}" is_host)
+        set(root "${PROJECT_SOURCE_DIR}")
+        if(is_host)
+            set(root "${ZR_HOST_ROOT}")
+        endif()
+        cmake_path(RELATIVE_PATH header BASE_DIRECTORY "${root}" OUTPUT_VARIABLE path)
+        cmake_path(GET path PARENT_PATH folder)
+        install(FILES "${header}" DESTINATION "${CMAKE_INSTALL_INCLUDEDIR}/zrcallouts/${folder}")
+    endforeach()
+endfunction()
+
 # zr_library(name PUBLIC_HEADERS .. PRIVATE_HEADERS .. SOURCES .. LINKS .. PRIVATE_LINKS .. [HIDDEN])
 # A shared library. Headers are included by their path from host/ or from the project's root. LINKS are
 # visible to who links the library, PRIVATE_LINKS are not. HIDDEN exports only what is marked.
+set(ZR_HOST_ROOT "${PROJECT_SOURCE_DIR}/host")
 function(zr_library name)
     cmake_parse_arguments(ARG "HIDDEN" "" "PUBLIC_HEADERS;PRIVATE_HEADERS;SOURCES;LINKS;PRIVATE_LINKS" ${ARGN})
-    add_library(${name} SHARED ${ARG_SOURCES} ${ARG_PRIVATE_HEADERS})
-    target_sources(${name} PUBLIC FILE_SET public_headers TYPE HEADERS
-        BASE_DIRS "${PROJECT_SOURCE_DIR}/host" "${PROJECT_SOURCE_DIR}/callouts/.." FILES ${ARG_PUBLIC_HEADERS})
+    add_library(${name} SHARED ${ARG_SOURCES} ${ARG_PUBLIC_HEADERS} ${ARG_PRIVATE_HEADERS})
     target_include_directories(${name} PUBLIC
-        "$<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}/host>" "$<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}>"
+        "$<BUILD_INTERFACE:${ZR_HOST_ROOT}>" "$<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}>"
         "$<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}/zrcallouts>")
     target_compile_features(${name} PUBLIC cxx_std_20)
     target_link_libraries(${name} PUBLIC ${ARG_LINKS} PRIVATE $<BUILD_INTERFACE:zr_flags> ${ARG_PRIVATE_LINKS})
     if(ARG_HIDDEN)
         set_target_properties(${name} PROPERTIES CXX_VISIBILITY_PRESET hidden VISIBILITY_INLINES_HIDDEN ON)
     endif()
+    zr_install_headers(${ARG_PUBLIC_HEADERS})
+    install(TARGETS ${name} EXPORT zrcallouts LIBRARY DESTINATION "${CMAKE_INSTALL_LIBDIR}")
+endfunction()
+
+# zr_app_library(name SOURCES .. LINKS ..): a part of the application, linked statically into it and its tests.
+function(zr_app_library name)
+    cmake_parse_arguments(ARG "" "" "SOURCES;LINKS" ${ARGN})
+    add_library(${name} STATIC ${ARG_SOURCES})
+    target_include_directories(${name} PUBLIC "${PROJECT_SOURCE_DIR}" "${ZR_HOST_ROOT}")
+    target_link_libraries(${name} PUBLIC ${ARG_LINKS} zr_flags)
 endfunction()
 
 # zr_test(name SOURCES .. LINKS .. LABELS ..): a GoogleTest program whose cases CTest lists one by one.

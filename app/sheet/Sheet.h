@@ -1,0 +1,123 @@
+// The finished sheet as plain data: what the exporters write and nothing else. All places are page pixels, origin top
+// left, y downwards; whoever fills it in has already laid everything out.
+
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <map>
+#include <string>
+#include <vector>
+
+#include "app/render/Raster.h"
+
+namespace zrsheet {
+
+struct PagePoint {
+    double x = 0.0;
+    double y = 0.0;
+};
+
+/// x0 <= x1 and y0 <= y1.
+struct PageBox {
+    double x0 = 0.0;
+    double y0 = 0.0;
+    double x1 = 0.0;
+    double y1 = 0.0;
+};
+
+/// From the balloon's rim (`end`) to the dot on the part (`anchor`).
+struct SheetLeader {
+    PagePoint anchor;
+    PagePoint end;
+    std::string instance;  // path of the part's instance
+    bool visible = true;   // false: the anchor is covered; the leader is drawn dashed and dimmed
+};
+
+/// A balloon: a circle, or a capsule as wide as its label asks for. `box` bounds it; its ends are half circles.
+struct SheetCallout {
+    std::string id;  // legal XML name, stable from run to run
+    bool hasItem = false;
+    unsigned int itemId = 0;
+    std::string label;
+    PageBox box;
+    std::vector<SheetLeader> leaders;
+};
+
+/// A row of the parts list.
+struct SheetItem {
+    unsigned int itemId = 0;
+    std::string label;
+    int quantity = 0;
+    std::string name;
+    std::string tag;
+    unsigned int level = 0;  // depth in a hierarchical list, 0 at the top
+    std::map<std::string, std::string> properties;
+    std::vector<std::string> instances;
+};
+
+/// A column of the printed parts list.
+struct TableColumn {
+    std::string title;
+    double width = 0.0;
+    bool alignRight = false;
+};
+
+struct TableCell {
+    std::string text;
+    double indent = 0.0;
+};
+
+/// The printed parts list: `rows` hold a cell per column, cut to fit already.
+struct SheetTable {
+    PageBox box;
+    double rowHeight = 0.0;
+    std::vector<TableColumn> columns;
+    std::vector<std::vector<TableCell>> rows;
+};
+
+struct SheetModel {
+    std::string name;
+    PageBox box;  // the model's picture
+    std::size_t parts = 0;
+    std::size_t instances = 0;
+    std::size_t triangles = 0;
+};
+
+/// Wall-clock seconds of each stage; only the report shows them.
+struct SheetSeconds {
+    double load = 0.0;
+    double create = 0.0;
+    double pick = 0.0;
+    double render = 0.0;
+    double write = 0.0;
+};
+
+/// How everything is drawn; the same for every output.
+struct SheetStyle {
+    double fontSize = 13.0;
+    double tableFontSize = 12.0;
+    double leaderWidth = 1.0;
+    double balloonWidth = 1.25;
+    double dotRadius = 2.6;
+    std::string fontFamily = "DejaVu Sans";
+    std::string inkColor = "#000000";
+    std::string dimColor = "#9a9a9a";
+};
+
+struct Sheet {
+    double width = 0.0;
+    double height = 0.0;
+    std::string title;
+    std::string language;
+    PageBox figure;  // where the picture lies
+    Raster picture;
+    SheetModel model;
+    std::vector<SheetCallout> callouts;
+    std::vector<SheetItem> items;
+    SheetTable table;
+    SheetStyle style;
+    SheetSeconds seconds;
+};
+
+}  // namespace zrsheet

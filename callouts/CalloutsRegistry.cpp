@@ -1,0 +1,194 @@
+// The indexes over the scene's callouts: how callouts enter and leave them, and the queries.
+
+#include <algorithm>
+#include <unordered_map>
+#include <utility>
+
+#include "callouts/Callouts.h"
+#include "callouts/observers/CalloutTemplateObserver.h"
+#include "dp/ReadLocker.h"
+#include "dp/WriteLocker.h"
+#include "zrannotations/CombinedCallout.h"
+#include "zrk/illustration/ItemsList.h"
+
+namespace zrcallouts {
+
+void Callouts::AddToSet(const CalloutPtr& callout) {
+    {
+        const dp::WriteLocker write(GetRWLockPtr());
+        const std::lock_guard hold(m_guard);
+        m_callouts.insert(callout);
+    }
+    if (callout->IsCustomCallout()) return;
+    callout->RegisterTemplateObserver(
+        du::SmartPtr<CalloutTemplateObserver>(new CalloutTemplateObserver(callout.get(), m_handle)));
+}
+
+void Callouts::AddToMap(const CalloutPtr& callout) {
+    const dp::WriteLocker write(GetRWLockPtr());
+    if (const auto combined = du::DynamicCast<zrannotations::CombinedCallout>(callout)) {
+        const std::vector<CalloutPtr> members = combined->GetCalloutVec();
+        for (std::size_t i = 1; i < members.size(); ++i) {
+            if (members[i]) AddToMap(members[i]);
+        }
+    }
+    const unsigned int leaders = callout->GetLeaderLineCount(true);
+    for (unsigned int i = 0; i < leaders; ++i) FileLeader(callout, i);
+}
+
+void Callouts::FileLeader(const CalloutPtr& callout, unsigned int position) {
+    const std::string id = callout->GetShapeInstanceIdAtPos(position);
+    const InsetPtr inset = callout->GetInsetAtPos(position);
+    bool isInsetKnown = false;
+    {
+        const std::lock_guard hold(m_guard);
+        m_instanceIdCallouts[id].insert(callout);
+        const auto entry = inset ? m_insetCallouts.find(inset) : m_insetCallouts.end();
+        isInsetKnown = entry != m_insetCallouts.end();
+        if (isInsetKnown) entry->second.insert(callout);
+    }
+    if (isInsetKnown) inset->AttachCallout(callout);
+}
+
+void Callouts::RemoveFromMap(const CalloutPtr& callout) {
+    const dp::WriteLocker write(GetRWLockPtr());
+    if (const auto combined = du::DynamicCast<zrannotations::CombinedCallout>(callout)) {
+        const std::vector<CalloutPtr> members = combined->GetCalloutVec();
+        for (std::size_t i = 1; i < members.size(); ++i) {
+            if (members[i]) RemoveFromMap(members[i]);
+        }
+    }
+    const unsigned int leaders = callout->GetLeaderLineCount(true);
+    for (unsigned int i = 0; i < leaders; ++i) UnfileLeader(callout, i);
+}
+
+// The caller's reference keeps the callout alive, so nothing is freed while the guard is held.
+void Callouts::UnfileLeader(const CalloutPtr& callout, unsigned int position) {
+    const std::string id = callout->GetShapeInstanceIdAtPos(position);
+    const InsetPtr inset = callout->GetInsetAtPos(position);
+    const std::lock_guard hold(m_guard);
+    if (const auto entry = m_instanceIdCallouts.find(id); entry != m_instanceIdCallouts.end()) {
+        entry->second.erase(callout);
+        if (entry->second.empty()) m_instanceIdCallouts.erase(entry);
+    }
+    // An inset keeps its entry: callouts that come later are still recorded for it.
+    const auto entry = inset ? m_insetCallouts.find(inset) : m_insetCallouts.end();
+    if (entry != m_insetCallouts.end()) entry->second.erase(callout);
+}
+
+void Callouts::RemoveFromSet(const CalloutPtr& callout) {
+    const std::lock_guard hold(m_guard);
+    m_callouts.erase(callout);
+}
+
+std::vector<Callouts::CalloutPtr> Callouts::SnapshotCallouts() const {
+    const std::lock_guard hold(m_guard);
+    return {m_callouts.begin(), m_callouts.end()};
+}
+
+std::vector<Callouts::CalloutPtr> Callouts::SnapshotInstance(const std::string& instanceId) const {
+    const std::lock_guard hold(m_guard);
+    const auto entry = m_instanceIdCallouts.find(instanceId);
+    if (entry == m_instanceIdCallouts.end()) return {};
+    return {entry->second.begin(), entry->second.end()};
+}
+
+std::vector<Callouts::CalloutPtr> Callouts::SnapshotInset(const InsetPtr& inset) const {
+    const std::lock_guard hold(m_guard);
+    const auto entry = m_insetCallouts.find(inset);
+    if (entry == m_insetCallouts.end()) return {};
+    return {entry->second.begin(), entry->second.end()};
+}
+
+bool Callouts::Contains(const CalloutPtr& callout) const {
+    const std::lock_guard hold(m_guard);
+    return m_callouts.contains(callout);
+}
+
+bool Callouts::Exists(const std::string& instanceId, const std::string& text) const {
+    const auto callouts = SnapshotInstance(instanceId);
+    return std::any_of(callouts.begin(), callouts.end(),
+                       [&](const auto& callout) { return callout->GetText(false).Text() == text; });
+}
+
+void Callouts::GetCalloutSetForSbomInstance(const du::SmartPtr<zrk::illustration::SbomInstance>& sbom,
+                                            CalloutSet& out) {
+    out.clear();
+    if (!sbom) return;
+    const dp::ReadLocker read(GetRWLockPtr());
+    const auto callouts = SnapshotInstance(sbom->GetIdentifier());
+    out.insert(callouts.begin(), callouts.end());
+}
+
+void Callouts::GetItemIdCallouts(unsigned int itemId, std::vector<CalloutPtr>& out) const {
+    const dp::ReadLocker read(GetRWLockPtr());
+    const auto callouts = SnapshotCallouts();
+    std::copy_if(callouts.begin(), callouts.end(), std::back_inserter(out),
+                 [itemId](const auto& callout) { return callout->ReferencesItemId(itemId); });
+}
+
+// One walk for all ids: a callout refers to the id it carries or, combined, to those of its members.
+void Callouts::GetItemIdCallouts(const std::vector<unsigned int>& itemIds, std::vector<CalloutPtr>& out) const {
+    const dp::ReadLocker read(GetRWLockPtr());
+    std::unordered_map<unsigned int, std::vector<CalloutPtr>> byId;
+    for (const unsigned int id : itemIds) byId[id];
+    const auto file = [&byId](const zrannotations::Callout& carrier, const CalloutPtr& callout) {
+        unsigned int id = 0;
+        const auto entry = carrier.GetItemId(id) ? byId.find(id) : byId.end();
+        if (entry == byId.end()) return;
+        if (entry->second.empty() || entry->second.back() != callout) entry->second.push_back(callout);
+    };
+    for (const auto& callout : SnapshotCallouts()) {
+        const auto combined = du::DynamicCast<zrannotations::CombinedCallout>(callout);
+        if (!combined) {
+            file(*callout, callout);
+            continue;
+        }
+        for (const auto& member : combined->GetCalloutVec()) {
+            if (member) file(*member, callout);
+        }
+    }
+    for (const unsigned int id : itemIds) out.insert(out.end(), byId[id].begin(), byId[id].end());
+}
+
+void Callouts::GetItemdIds(std::set<unsigned int>& out) const {
+    const dp::ReadLocker read(GetRWLockPtr());
+    for (const auto& callout : SnapshotCallouts()) {
+        unsigned int id = 0;
+        if (callout->GetItemId(id)) out.insert(id);
+    }
+}
+
+bool Callouts::IsItemUsed(unsigned int itemId) const {
+    const dp::ReadLocker read(GetRWLockPtr());
+    const auto callouts = SnapshotCallouts();
+    return std::any_of(callouts.begin(), callouts.end(),
+                       [itemId](const auto& callout) { return callout->ReferencesItemId(itemId); });
+}
+
+bool Callouts::CheckForTypeUpdate(du::SmartPtr<zrannotations::Callout>& callout) {
+    const auto definition = callout->GetDefinition();
+    const bool requiresItem = definition && definition->RequiresItemList();
+    const auto type = callout->GetType();
+    if (!requiresItem) {
+        if (type != zrannotations::CALLOUT_TYPE_SHAPE) return false;
+        callout->RemoveItemId();
+        return true;
+    }
+    if (type != zrannotations::CALLOUT_TYPE_ASSEMBLY) return false;
+    const auto assembly =
+        du::DynamicCast<zrk::illustration::SbomInstance>(callout->GetAssemblyInstanceAtPos(0));
+    const auto itemList = GetItemsList();
+    const auto items = itemList ? itemList->GetZrkItemList() : du::SmartPtr<zrk::illustration::ItemsList>();
+    if (!assembly || !items) return false;
+    unsigned int id = 0;
+    if (!items->GetItemIdForInstance(assembly, id)) {
+        id = itemList->AddInstance(assembly, nullptr, false, "");
+    } else if (!items->GetItemized(id)) {
+        return false;
+    }
+    callout->SetItemId(id);
+    return true;
+}
+
+}  // namespace zrcallouts

@@ -1,0 +1,297 @@
+// What reaches the engine from the view and the model: parts that move, hide and go, covered anchors, picked anchors,
+// window size, background colours and indication.
+
+#include <utility>
+
+#include "callouts/Callouts.h"
+#include "callouts/events/CalloutAnchorVisibleEvent.h"
+#include "callouts/events/CalloutPickAnchorEvent.h"
+#include "callouts/events/CalloutsAnnoSetVisitor.h"
+#include "dg/Location.h"
+#include "dp/ReadLocker.h"
+#include "dp/WriteLocker.h"
+#include "zrannotations/CombinedCallout.h"
+#include "zrk/annotation/AnnoSet.h"
+#include "zrk/illustration/Illustration3dScene.h"
+#include "zrk/illustration/ItemsList.h"
+#include "zrk/scene/PickFlags.h"
+#include "zrk/tree/ComponentInstance.h"
+#include "zrk/world/Kernel.h"
+
+namespace zrcallouts {
+namespace {
+
+using zrk::illustration::Illustration3dScene;
+
+constexpr unsigned int kCalloutLabelMask = 0x4000;
+const dg::Color kOpaqueBlack(0.0F, 0.0F, 0.0F, 1.0F);
+
+du::Flags AnchorPickFlags() { return zrk::PICK_EXCLUDE_PHANTOM | zrk::PICK_ALL; }
+
+/// The pixel that a projected coordinate falls on.
+int Pixel(double coordinate) { return static_cast<int>(coordinate + 0.5); }
+
+du::SmartPtr<zrk::Instance> InstanceOf(const du::SmartPtr<zrk::ShapeInstance>& shapeInstance) {
+    du::SmartPtr<zrk::Instance> instance;
+    if (shapeInstance) shapeInstance->GetInstance(instance);
+    return instance;
+}
+
+/// The id that callouts on the part are filed under, empty when it is no part of the product structure.
+std::string PartId(const du::SmartPtr<zrk::Instance>& instance) {
+    if (!instance || instance->Is3dSymbol()) return {};
+    const auto* sbom = instance->GetSbomInstance();
+    return sbom != nullptr ? sbom->GetIdentifier().Text() : std::string();
+}
+
+std::string PartOrSymbolId(const du::SmartPtr<zrk::Instance>& instance) {
+    if (instance && instance->Is3dSymbol()) return instance->GetIdentifier();
+    return PartId(instance);
+}
+
+std::string RemovedSymbolId(const du::SmartPtr<zrk::Instance>& instance) {
+    du::SmartPtr<zrk::ComponentInstance> component;
+    instance->GetComponentInstance(component);
+    du::Symbol id;
+    if (component) component->GetID(id);
+    return "/" + id.Text();
+}
+
+du::SmartPtr<zrk::AnnoSet> AnnoSetOf(const du::SmartPtr<zrk::Scene>& scene) {
+    du::SmartPtr<zrk::AnnoSet> annoSet;
+    if (scene) scene->GetAnnoSet(annoSet);
+    return annoSet;
+}
+
+bool HasCalloutLabels(const zrk::AnnoSet& annoSet) {
+    std::uint64_t own = 0;
+    std::uint64_t referenced = 0;
+    annoSet.GetAnnotationCounts(kCalloutLabelMask, own, referenced);
+    return own + referenced != 0;
+}
+
+}  // namespace
+
+void Callouts::OnShapeInstanceCreate(const du::SmartPtr<zrk::ShapeInstance>& shapeInstance) {
+    const std::string id = PartId(InstanceOf(shapeInstance));
+    if (id.empty()) return;
+    for (const auto& callout : SnapshotInstance(id)) {
+        callout->OnShapeInstanceCreate(shapeInstance);
+        if (callout->GetLeaderLineCount(true) > callout->GetLeaderLineCount(false)) {
+            callout->UpdateWithCalloutInfo();
+            callout->SetLabelPosition(callout->GetPosition());
+        }
+        if (Contains(callout)) callout->AttachSubsetScene(GetScene(), id);
+    }
+}
+
+void Callouts::OnShapeInstanceLocation(const du::SmartPtr<zrk::ShapeInstance>& shapeInstance) {
+    const std::string id = PartOrSymbolId(InstanceOf(shapeInstance));
+    if (id.empty()) return;
+    for (const auto& callout : SnapshotInstance(id)) callout->OnShapeInstanceLocation(shapeInstance);
+}
+
+void Callouts::OnShapeInstanceVisibility(const du::SmartPtr<zrk::ShapeInstance>& shapeInstance, bool visible) {
+    const std::string id = PartOrSymbolId(InstanceOf(shapeInstance));
+    if (id.empty()) return;
+    for (const auto& callout : SnapshotInstance(id)) {
+        if (Contains(callout)) callout->SetVisible(id, visible);
+    }
+}
+
+void Callouts::OnShapeInstanceRemove(const du::SmartPtr<zrk::ShapeInstance>& shapeInstance) {
+    const auto instance = InstanceOf(shapeInstance);
+    if (!instance) return;
+    if (!instance->Is3dSymbol()) {
+        const std::string id = PartId(instance);
+        if (id.empty()) return;
+        for (const auto& callout : SnapshotInstance(id)) callout->SetVisible(id, false);
+        return;
+    }
+    const auto callouts = SnapshotInstance(RemovedSymbolId(instance));
+    if (const auto annoSet = AnnoSetOf(GetScene())) {
+        for (const auto& callout : callouts) annoSet->RemoveAnnotationFromSet(callout, nullptr);
+    }
+    const dp::WriteLocker write(GetRWLockPtr());
+    SymbolMap::node_type removed;
+    const std::lock_guard hold(m_guard);
+    removed = m_symbolAnnotations.extract(instance);
+}
+
+void Callouts::OnDrawWhenHidden(du::SmartPtr<zrk::ShapeView> view) {
+    if (!view) return;
+    {
+        const dp::ReadLocker read(GetRWLockPtr());
+        for (const auto& callout : SnapshotCallouts()) OnDrawWhenHidden(view, callout);
+    }
+    const auto annoSet = AnnoSetOf(view->GetScene());
+    if (!annoSet || !HasCalloutLabels(*annoSet)) return;
+    CalloutsAnnoSetVisitor visitor(this, view, annoSet);
+    annoSet->Visit(visitor);
+}
+
+void Callouts::OnDrawWhenHidden(du::SmartPtr<zrk::ShapeView> view, const CalloutPtr& callout) {
+    const auto scene = view ? du::DynamicCast<Illustration3dScene>(view->GetShapeScene())
+                            : du::SmartPtr<Illustration3dScene>();
+    if (!scene || !callout || !zrk::Kernel::GetKernel()) return;
+    const bool drawWhenHidden = scene->GetDrawWhenHidden();
+    const dp::WriteLocker write(GetRWLockPtr());
+    const dg::Color dimColor = DimColor();
+    dg::Camera3D camera;
+    view->GetCamera(camera);
+    const unsigned int leaders = callout->GetLeaderLineCount(false);
+    for (unsigned int i = 0; i < leaders; ++i) {
+        if (drawWhenHidden) {
+            callout->SetHiddenAsDashedAtPos(true, i);
+            callout->SetDimAtPos(false, i, dimColor);
+        } else {
+            CheckLeader(view, callout, i, camera, dimColor);
+        }
+    }
+}
+
+dg::Color Callouts::DimColor() const {
+    dg::Color color1;
+    dg::Color color2;
+    {
+        const std::lock_guard hold(m_guard);
+        color1 = m_backgroundColor1;
+        color2 = m_backgroundColor2;
+    }
+    dg::Color dimColor = kOpaqueBlack;
+    zrannotations::Callout::GetBlendColor(color1, color2, dimColor);
+    return dimColor;
+}
+
+// Called under the write lock. The check counts as outstanding before it is sent; one whose magnifier has no camera
+// stays so until the kernel cancels its event.
+void Callouts::CheckLeader(const du::SmartPtr<zrk::ShapeView>& view, const CalloutPtr& callout,
+                           unsigned int position, const dg::Camera3D& camera, const dg::Color& dimColor) {
+    const auto shapeInstance = callout->GetShapeInstanceAtPos(position);
+    dg::DPoint3D point;
+    if (callout->IsHiddenAtPos(position) || !shapeInstance || !shapeInstance->IsVisible() ||
+        !callout->GetAnchorAtPos(position, point)) {
+        return;
+    }
+    dg::Location location;
+    shapeInstance->GetLocation(location);
+    ++m_pickRequestCount;
+    const du::SmartPtr<CalloutAnchorVisibleEvent> event(new CalloutAnchorVisibleEvent(
+        du::SmartPtr<Callouts>(this), view->GetShapeScene(), callout, position, dimColor));
+    zrk::Kernel::GetKernel()->ManageObject(event);
+    point *= location;
+    const InsetPtr inset = callout->GetInsetAtPos(position);
+    if (!inset) {
+        point *= camera.GetWorldToPixel();
+        view->Pick(camera, Pixel(point.x), Pixel(point.y), AnchorPickFlags(), event.get());
+        return;
+    }
+    const auto insetView = inset->GetInsetView();
+    dg::Camera3D magnifier;
+    if (!insetView || !inset->GetMagnifierCamera(magnifier)) return;
+    point *= magnifier.GetWorldToPixel();
+    insetView->Pick(Pixel(point.x), Pixel(point.y), AnchorPickFlags(), event.get());
+}
+
+void Callouts::OnHandleTimeoutEvent(const du::SmartPtr<zrk::ShapeView>& view, dg::Camera3D& camera) {
+    const auto scene = view ? du::DynamicCast<Illustration3dScene>(view->GetShapeScene())
+                            : du::SmartPtr<Illustration3dScene>();
+    if (!scene || scene->GetDrawWhenHidden()) return;
+    dg::Camera3D current;
+    view->GetCamera(current);
+    if (current == camera || GetPickRequestCount() != 0) return;
+    camera = current;
+    OnDrawWhenHidden(view);
+}
+
+void Callouts::OnReceiveAnchorVisiblePick() {
+    const dp::WriteLocker write(GetRWLockPtr());
+    --m_pickRequestCount;
+}
+
+void Callouts::RequestAnchorPick(const CalloutPtr& callout) {
+    const auto kernel = zrk::Kernel::GetKernel();
+    if (!callout || callout->IsAnchorPointCalculated() || !kernel) return;
+    const auto scene = GetScene();
+    const auto view =
+        scene ? du::DynamicCast<zrk::ShapeView>(scene->GetView(0)) : du::SmartPtr<zrk::ShapeView>();
+    if (!view) return;
+    dg::Camera3D camera;
+    view->GetCamera(camera);
+    const unsigned int leaders = callout->GetLeaderLineCount(false);
+    for (unsigned int i = 0; i < leaders; ++i) {
+        if (callout->GetInsetAtPos(i)) continue;
+        const auto shapeInstance = callout->GetShapeInstanceAtPos(i);
+        dg::DPoint3D point;
+        if (!shapeInstance || !callout->GetAnchorAtPos(i, point)) continue;
+        dg::Location location;
+        shapeInstance->GetLocation(location);
+        const du::SmartPtr<CalloutPickAnchorEvent> event(
+            new CalloutPickAnchorEvent(du::SmartPtr<Callouts>(this), callout, i));
+        kernel->ManageObject(event);
+        point *= location;
+        point *= camera.GetWorldToPixel();
+        view->Pick(shapeInstance, Pixel(point.x), Pixel(point.y), AnchorPickFlags(), event.get());
+    }
+}
+
+void Callouts::OnReceivePick(const std::vector<zrk::PickResult>& results, CalloutPtr callout, int leaderIndex) {
+    if (!callout || leaderIndex < 0) return;
+    for (const auto& result : results) {
+        const auto object = result.GetObject();
+        if (!object || !(object->GetClassType() == zrk::ShapeInstance::CLASS_TYPE)) continue;
+        const auto shapeInstance = du::DynamicCast<zrk::ShapeInstance>(object);
+        if (!shapeInstance) continue;
+        dg::Location location;
+        shapeInstance->GetLocation(location);
+        callout->SetAnchor(result.GetPoint() * location.GetXform().Invert(),
+                           static_cast<unsigned int>(leaderIndex));
+        return;
+    }
+}
+
+void Callouts::OnWindowSize() {
+    const dp::ReadLocker read(GetRWLockPtr());
+    for (const auto& callout : SnapshotCallouts()) {
+        const unsigned int leaders = callout->GetLeaderLineCount(false);
+        for (unsigned int i = 0; i < leaders; ++i) {
+            callout->SetVisibleWithinInsetBounds(callout->GetInsetAtPos(i));
+        }
+    }
+}
+
+void Callouts::SetBackgroundColor(const du::SmartPtr<zrk::ShapeView>& view) {
+    if (!view) return;
+    dg::Color color1;
+    dg::Color color2;
+    dg::Color color3;
+    view->GetBackgroundColors(color1, color2, color3);
+    const std::lock_guard hold(m_guard);
+    m_backgroundColor1 = color1;
+    m_backgroundColor2 = color2;
+    m_backgroundColor3 = color3;
+}
+
+void Callouts::OnBackgroundColor(const du::SmartPtr<zrk::ShapeView>& view) {
+    const auto scene = view ? du::DynamicCast<Illustration3dScene>(view->GetShapeScene())
+                            : du::SmartPtr<Illustration3dScene>();
+    if (!scene) return;
+    SetBackgroundColor(view);
+    if (!scene->GetDrawWhenHidden()) OnDrawWhenHidden(view);
+}
+
+void Callouts::SetIndicated(const CalloutPtr& callout, bool indicated) {
+    const auto itemList = GetItemsList();
+    if (!callout || !itemList) return;
+    if (const auto combined = du::DynamicCast<zrannotations::CombinedCallout>(callout)) {
+        const std::vector<CalloutPtr> members = combined->GetCalloutVec();
+        for (const auto& member : members) SetIndicated(member, indicated);
+        return;
+    }
+    unsigned int id = 0;
+    const auto items = itemList->GetZrkItemList();
+    if (!items || !callout->GetItemId(id)) return;
+    if (indicated || !IsItemUsed(id)) items->SetIndicated(id, indicated);
+}
+
+}  // namespace zrcallouts

@@ -1,0 +1,47 @@
+// The one way from the engine's observers back to their engine. The host keeps observers longer than the engine lives
+// and notifies them on any thread; a bare pointer would then reach a dead engine.
+
+#pragma once
+
+#include <atomic>
+#include <memory>
+#include <mutex>
+
+#include "du/SmartPtr.h"
+
+namespace zrcallouts {
+
+class Callouts;
+
+/// Shared by all observers of one engine. Any thread.
+class EngineHandle {
+public:
+    explicit EngineHandle(Callouts* engine) : m_engine(engine) {}
+
+    /// A counted reference to the engine; null once it is closed or being freed.
+    du::SmartPtr<Callouts> Lock() const;
+    /// Called by the engine's destructor before anything of it goes.
+    void Close();
+
+private:
+    // Held while a reference is taken, so that the destructor waits for it in Close().
+    mutable std::mutex m_mutex;
+    Callouts* m_engine;
+};
+
+/// An observer's own link to the engine, which it can drop while the engine lives on. Any thread.
+class EngineLink {
+public:
+    explicit EngineLink(std::shared_ptr<EngineHandle> handle) : m_handle(std::move(handle)) {}
+
+    /// A counted reference to the engine; null when detached, or when the engine is gone.
+    du::SmartPtr<Callouts> Lock() const;
+    void Detach() { m_detached.store(true, std::memory_order_release); }
+    bool IsDetached() const { return m_detached.load(std::memory_order_acquire); }
+
+private:
+    const std::shared_ptr<EngineHandle> m_handle;
+    std::atomic<bool> m_detached{false};
+};
+
+}  // namespace zrcallouts

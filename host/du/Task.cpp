@@ -1,0 +1,7 @@
+#include "du/Task.h"
+
+namespace du {
+
+Task::~Task() = default;
+
+}  // namespace du
