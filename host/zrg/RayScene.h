@@ -1,0 +1,61 @@
+// Answers which part a ray meets first. Parts are placed shapes; a shape used many times is stored once.
+
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <span>
+#include <vector>
+
+#include "dg/Camera3D.h"
+#include "dg/Location.h"
+#include "dg/Ray.h"
+#include "du/SmartPtr.h"
+#include "zrg/Shape.h"
+
+namespace zrg {
+
+/// What a ray met. All in world coordinates.
+struct RayHit {
+    static constexpr std::uint32_t kNothing = 0xFFFFFFFFU;
+
+    std::uint32_t placement = kNothing;  // as returned by RayScene::Add
+    std::uint32_t triangle = 0;          // of the placed shape
+    double distance = 0.0;               // along the ray
+    dg::DPoint3D point;
+    dg::DVec3 normal;  // of the triangle, length 1; its sign follows the winding
+
+    explicit operator bool() const { return placement != kNothing; }
+};
+
+/// Build once (Add, then Commit), then ask from any thread. A ray costs O(log triangles).
+class RayScene {
+public:
+    /// The masks of rays and placements: a ray meets a placement when they share a bit.
+    static constexpr std::uint32_t kEverything = 0xFFFFFFFFU;
+
+    RayScene();
+    RayScene(const RayScene&) = delete;
+    RayScene& operator=(const RayScene&) = delete;
+    ~RayScene();
+
+    /// Places a shape; returns the number of the placement, counted from 0.
+    std::uint32_t Add(const du::SmartPtr<Shape>& shape, const dg::Location& location,
+                      std::uint32_t mask = kEverything);
+    /// Makes what was added ready for rays.
+    void Commit();
+
+    /// The nearest hit, or none.
+    RayHit Nearest(const dg::Ray& ray, std::uint32_t mask = kEverything) const;
+    /// The nearest hit on one placement, whatever lies before it.
+    RayHit NearestOf(const dg::Ray& ray, std::uint32_t placement) const;
+    /// Fills `hits` with the nearest hits of the camera's rays at (x + i * step, y). Much cheaper than ray by ray.
+    void NearestRow(const dg::Camera3D& camera, double x, double y, double step, std::span<RayHit> hits,
+                    std::uint32_t mask = kEverything) const;
+
+private:
+    class Impl;
+    std::unique_ptr<Impl> m_impl;
+};
+
+}  // namespace zrg
