@@ -1,0 +1,48 @@
+// Base of observers, events and of the managers (kernel, world) that keep them alive.
+
+#pragma once
+
+#include <atomic>
+#include <memory>
+#include <mutex>
+#include <unordered_set>
+
+#include "du/RefCounted.h"
+#include "du/SmartPtr.h"
+#include "du/Symbol.h"
+
+namespace dom {
+
+/// Any thread.
+class ManagedObject : public virtual du::RefCounted {
+public:
+    ManagedObject();
+    ManagedObject(const ManagedObject&) = delete;
+    ManagedObject& operator=(const ManagedObject&) = delete;
+    ~ManagedObject() override;
+
+    virtual du::Symbol GetObjectClass() const;
+
+    /// This object keeps `object` alive until it leaves its last registry, completes, or this object goes.
+    void ManageObject(const du::SmartPtr<ManagedObject>& object);
+    /// Drops an object that is managed here; nothing when it is not.
+    void ReleaseManaged(ManagedObject* object);
+    /// A counted copy of what is managed here.
+    std::unordered_set<du::SmartPtr<ManagedObject>> GetManaged() const;
+
+    /// Registries count an observer in and out; when it leaves the last one its manager drops it.
+    void AddRegistration();
+    void RemoveRegistration();
+    /// The object's manager drops it. Requires: the caller holds a reference.
+    void LeaveManager();
+
+private:
+    class Keeper;
+
+    mutable std::mutex m_mutex;  // guards m_keeper and m_manager
+    std::shared_ptr<Keeper> m_keeper;   // of what this object manages
+    std::weak_ptr<Keeper> m_manager;    // of the object that manages this one
+    std::atomic<int> m_registrations{0};
+};
+
+}  // namespace dom

@@ -1,0 +1,7 @@
+#include "dom/Observer.h"
+
+namespace dom {
+
+Observer::~Observer() = default;
+
+}  // namespace dom

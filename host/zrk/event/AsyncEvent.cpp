@@ -1,0 +1,7 @@
+#include "zrk/event/AsyncEvent.h"
+
+namespace zrk {
+
+AsyncEvent::~AsyncEvent() = default;
+
+}  // namespace zrk

@@ -1,0 +1,7 @@
+#include "zrk/event/PickEvent.h"
+
+namespace zrk {
+
+PickEvent::~PickEvent() = default;
+
+}  // namespace zrk

@@ -1,0 +1,89 @@
+#include "zrk/object/MemoryPool.h"
+
+#include <sys/mman.h>
+
+#include <map>
+#include <mutex>
+#include <set>
+
+#if defined(__SANITIZE_ADDRESS__)
+#include <sanitizer/asan_interface.h>
+#else
+#define ASAN_POISON_MEMORY_REGION(address, size) (static_cast<void>(address), static_cast<void>(size))
+#define ASAN_UNPOISON_MEMORY_REGION(address, size) (static_cast<void>(address), static_cast<void>(size))
+#endif
+
+namespace zrk {
+namespace {
+
+constexpr std::size_t kRange = std::size_t{64} << 30;  // reserved addresses; memory is taken as it is used
+constexpr std::size_t kAlignment = 16;
+
+std::size_t RoundUp(std::size_t size) { return (size + kAlignment - 1) / kAlignment * kAlignment; }
+
+class Pool {
+public:
+    Pool() {
+        void* range = mmap(nullptr, kRange, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS | MAP_NORESERVE, -1, 0);
+        if (range == MAP_FAILED) return;
+        m_next = static_cast<std::byte*>(range);
+        m_end = m_next + kRange;
+    }
+
+    void* Allocate(std::size_t size) {
+        const std::lock_guard hold(m_mutex);
+        if (m_failIn > 0 && --m_failIn == 0) return nullptr;
+        void* block = TakeFreed(size);
+        if (block == nullptr) block = TakeFresh(size);
+        if (block != nullptr) ASAN_UNPOISON_MEMORY_REGION(block, size);
+        return block;
+    }
+
+    void Free(void* block, std::size_t size) {
+        const std::lock_guard hold(m_mutex);
+        ASAN_POISON_MEMORY_REGION(block, size);
+        m_freed[size].insert(block);
+    }
+
+    void FailNext(std::uint64_t n) {
+        const std::lock_guard hold(m_mutex);
+        m_failIn = n;
+    }
+
+private:
+    void* TakeFreed(std::size_t size) {
+        const auto blocks = m_freed.find(size);
+        if (blocks == m_freed.end() || blocks->second.empty()) return nullptr;
+        return blocks->second.extract(blocks->second.begin()).value();
+    }
+
+    void* TakeFresh(std::size_t size) {
+        if (static_cast<std::size_t>(m_end - m_next) < size) return nullptr;
+        void* block = m_next;
+        m_next += size;
+        return block;
+    }
+
+    std::mutex m_mutex;  // guards all below
+    std::byte* m_next = nullptr;
+    std::byte* m_end = nullptr;
+    std::map<std::size_t, std::set<void*>> m_freed;
+    std::uint64_t m_failIn = 0;
+};
+
+Pool& ThePool() {
+    static auto* const pool = new Pool();
+    return *pool;
+}
+
+}  // namespace
+
+void* MemoryPool::Allocate(std::size_t size) noexcept { return ThePool().Allocate(RoundUp(size)); }
+
+void MemoryPool::Free(void* block, std::size_t size) noexcept {
+    if (block != nullptr) ThePool().Free(block, RoundUp(size));
+}
+
+void MemoryPool::FailNext(std::uint64_t n) noexcept { ThePool().FailNext(n); }
+
+}  // namespace zrk

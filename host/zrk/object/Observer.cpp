@@ -1,0 +1,7 @@
+#include "zrk/object/Observer.h"
+
+namespace zrk {
+
+Observer::~Observer() = default;
+
+}  // namespace zrk

@@ -1,0 +1,7 @@
+#include "zrk/object/PropertyValue.h"
+
+namespace zrk {
+
+PropertyValue::~PropertyValue() = default;
+
+}  // namespace zrk

@@ -1,0 +1,7 @@
+#include "zrk/object/ReadWriteLock.h"
+
+namespace zrk {
+
+ReadWriteLock::~ReadWriteLock() = default;
+
+}  // namespace zrk

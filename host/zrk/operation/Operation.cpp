@@ -1,0 +1,46 @@
+#include "zrk/operation/Operation.h"
+
+#include <algorithm>
+
+#include "zrk/scene/Scene.h"
+
+namespace zrk {
+
+Operation::Operation(const std::string& name, const du::SmartPtr<Scene>& scene, bool undoable)
+    : m_name(name), m_scene(scene), m_isUndoable(undoable) {}
+
+Operation::~Operation() = default;
+
+void Operation::AddStep(const du::SmartPtr<OperationStep>& step) {
+    const std::lock_guard hold(m_mutex);
+    m_steps.push_back(step);
+}
+
+std::vector<du::SmartPtr<OperationStep>> Operation::Steps() const {
+    const std::lock_guard hold(m_mutex);
+    return m_steps;
+}
+
+void Operation::Undo() {
+    const auto steps = Steps();
+    std::for_each(steps.rbegin(), steps.rend(), [](const auto& step) {
+        if (step->HasUndo()) step->Undo();
+    });
+}
+
+void Operation::Redo() {
+    for (const auto& step : Steps()) step->Redo();
+}
+
+bool Operation::IsRecordable() const {
+    const auto steps = Steps();
+    return m_isUndoable && std::any_of(steps.begin(), steps.end(), [](const auto& step) { return step->Recordable(); });
+}
+
+void RecordOperation(const du::SmartPtr<Operation>& operation) {
+    if (operation && operation->IsRecordable() && operation->GetScene()) {
+        operation->GetScene()->GetHistory().Record(operation);
+    }
+}
+
+}  // namespace zrk
