@@ -1,0 +1,27 @@
+// Imports a model without trusting the file: a child process of limited memory and time reads it, so that a
+// damaged or hostile file costs a message, never the application.
+
+#pragma once
+
+#include <chrono>
+#include <cstdint>
+#include <filesystem>
+
+#include "app/import/Assembly.h"
+
+namespace zrsheet {
+
+/// What a file may cost, and who reads it.
+struct ImportLimits {
+    std::uint64_t memoryBytes = std::uint64_t{8} << 30;  // address space of the reader
+    std::chrono::milliseconds time{300'000};             // from start to answer, and processor time as well
+    std::filesystem::path reader;                        // empty: zrsheet-import beside the running program
+};
+
+/// Reads a glTF 2.0 model (.glb or .gltf).
+/// Throws ImportError if the file is not there, not glTF, damaged, without triangles, or over a limit. Any
+/// thread; the calling thread waits. Memory limits are left out under address and thread sanitizers, which
+/// reserve terabytes.
+[[nodiscard]] Assembly ImportModel(const std::filesystem::path& file, const ImportLimits& limits = {});
+
+}  // namespace zrsheet
