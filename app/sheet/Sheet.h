@@ -97,10 +97,10 @@ struct SheetSeconds {
 struct SheetStyle {
     double fontSize = 13.0;
     double tableFontSize = 12.0;
+    double titleFontSize = 17.0;
     double leaderWidth = 1.0;
     double balloonWidth = 1.25;
     double dotRadius = 2.6;
-    std::string fontFamily = "DejaVu Sans";
     std::string inkColor = "#000000";
     std::string dimColor = "#9a9a9a";
 };
@@ -109,6 +109,7 @@ struct Sheet {
     double width = 0.0;
     double height = 0.0;
     std::string title;
+    PagePoint titlePlace;  // where the baseline of the title begins
     std::string language;
     PageBox figure;  // where the picture lies
     Raster picture;

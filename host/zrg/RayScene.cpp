@@ -158,6 +158,8 @@ public:
         }
     }
 
+    const std::vector<Placement>& GetPlacements() const { return m_placements; }
+
 private:
     void AttachPlacement(unsigned index) {
         const Placement& placement = m_placements[index];
@@ -184,7 +186,7 @@ private:
         const dg::DVec3 normal(static_cast<double>(hit.hit.Ng_x), static_cast<double>(hit.hit.Ng_y),
                                static_cast<double>(hit.hit.Ng_z));
         return {hit.hit.instID[0], hit.hit.primID, distance, ray.origin + ray.direction * distance,
-                TurnNormal(normal, placement.toLocal)};
+                TurnNormal(normal, placement.toLocal), hit.hit.u, hit.hit.v};
     }
 
     std::unordered_map<du::SmartPtr<Shape>, ScenePtr> m_shapes;
@@ -213,6 +215,16 @@ RayHit RayScene::NearestOf(const dg::Ray& ray, std::uint32_t placement) const {
 void RayScene::NearestRow(const dg::Camera3D& camera, double x, double y, double step, std::span<RayHit> hits,
                           std::uint32_t mask) const {
     m_impl->NearestRow(camera, x, y, step, hits, mask);
+}
+
+std::uint32_t RayScene::GetPlacementCount() const {
+    return static_cast<std::uint32_t>(m_impl->GetPlacements().size());
+}
+
+const Shape& RayScene::GetShape(std::uint32_t placement) const { return *m_impl->GetPlacements().at(placement).shape; }
+
+dg::DVec3 RayScene::NormalToWorld(std::uint32_t placement, const dg::DVec3& normal) const {
+    return TurnNormal(normal, m_impl->GetPlacements().at(placement).toLocal);
 }
 
 }  // namespace zrg

@@ -24,6 +24,8 @@ struct RayHit {
     double distance = 0.0;               // along the ray
     dg::DPoint3D point;
     dg::DVec3 normal;  // of the triangle, length 1; its sign follows the winding
+    float u = 0.0F;    // share of the triangle's second corner in the point
+    float v = 0.0F;    // share of its third corner
 
     explicit operator bool() const { return placement != kNothing; }
 };
@@ -52,6 +54,11 @@ public:
     /// Fills `hits` with the nearest hits of the camera's rays at (x + i * step, y). Much cheaper than ray by ray.
     void NearestRow(const dg::Camera3D& camera, double x, double y, double step, std::span<RayHit> hits,
                     std::uint32_t mask = kEverything) const;
+
+    std::uint32_t GetPlacementCount() const;
+    const Shape& GetShape(std::uint32_t placement) const;
+    /// A normal of the placed shape in world coordinates, length 1.
+    dg::DVec3 NormalToWorld(std::uint32_t placement, const dg::DVec3& normal) const;
 
 private:
     class Impl;
