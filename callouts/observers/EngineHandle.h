@@ -5,28 +5,19 @@
 
 #include <atomic>
 #include <memory>
-#include <mutex>
+#include <utility>
 
+#include "du/BackLink.h"
 #include "du/SmartPtr.h"
 
 namespace zrcallouts {
 
 class Callouts;
 
-/// Shared by all observers of one engine. Any thread.
-class EngineHandle {
+/// Shared by all observers of one engine; closed by the engine's destructor.
+class EngineHandle : public du::BackLink<Callouts> {
 public:
-    explicit EngineHandle(Callouts* engine) : m_engine(engine) {}
-
-    /// A counted reference to the engine; null once it is closed or being freed.
-    du::SmartPtr<Callouts> Lock() const;
-    /// Called by the engine's destructor before anything of it goes.
-    void Close();
-
-private:
-    // Held while a reference is taken, so that the destructor waits for it in Close().
-    mutable std::mutex m_mutex;
-    Callouts* m_engine;
+    using BackLink::BackLink;
 };
 
 /// An observer's own link to the engine, which it can drop while the engine lives on. Any thread.

@@ -1,0 +1,66 @@
+// The annotations of a scene.
+
+#pragma once
+
+#include <cstdint>
+#include <map>
+#include <memory>
+#include <mutex>
+#include <set>
+#include <unordered_map>
+#include <vector>
+
+#include "du/BackLink.h"
+#include "du/SmartPtr.h"
+#include "zrk/annotation/Annotation.h"
+#include "zrk/annotation/AnnoSetVisitor.h"
+#include "zrk/object/Object.h"
+#include "zrk/operation/Operation.h"
+
+namespace zrk {
+
+/// Any thread; look-ups are O(1), walks go in the order of insertion. The scene's observers are told on the calling thread,
+/// with no lock held. Beside its own annotations a set refers to others that a saved view keeps alive.
+class AnnoSet : public Object {
+public:
+    using AnnotationPtr = du::SmartPtr<Annotation>;
+
+    explicit AnnoSet(std::shared_ptr<du::BackLink<Scene>> scene);
+    ~AnnoSet() override;
+
+    /// With an operation the change becomes a step of it. False when the annotation was there already; the observers are
+    /// told even so, for they may have lost track of it.
+    bool AddAnnotationToSet(const AnnotationPtr& annotation, const du::SmartPtr<Operation>& operation);
+    /// False, and nobody is told, when it was not there.
+    bool RemoveAnnotationFromSet(const AnnotationPtr& annotation, const du::SmartPtr<Operation>& operation);
+    /// Removes what depends on the annotation first.
+    bool RemoveAnnotationWithDependencies(const AnnotationPtr& annotation, const du::SmartPtr<Operation>& operation);
+    bool Contains(const AnnotationPtr& annotation) const;
+
+    std::set<AnnotationPtr> GetReferencedAnnotations() const;
+    void AddReferencedAnnotation(const AnnotationPtr& annotation);
+    void RemoveReferencedAnnotation(const AnnotationPtr& annotation);
+    bool IsReferencedAnnotation(const AnnotationPtr& annotation) const;
+
+    /// How many annotations have a bit of the mask. O(n).
+    void GetAnnotationCounts(unsigned mask, std::uint64_t& own, std::uint64_t& referenced) const;
+    /// Walks over a copy, so that the visitor may change the set.
+    void Visit(AnnoSetVisitor& visitor) const;
+    std::vector<AnnotationPtr> GetAnnotations() const;
+
+    /// Lets everything go without telling anybody: the scene closes.
+    void Clear();
+
+private:
+    bool Insert(const AnnotationPtr& annotation);
+    bool Erase(const AnnotationPtr& annotation);
+
+    const std::shared_ptr<du::BackLink<Scene>> m_scene;
+    mutable std::mutex m_mutex;  // guards all below
+    std::map<std::uint64_t, AnnotationPtr> m_inOrder;
+    std::unordered_map<const Annotation*, std::uint64_t> m_places;
+    std::uint64_t m_inserted = 0;
+    std::set<AnnotationPtr> m_referenced;
+};
+
+}  // namespace zrk

@@ -1,0 +1,7 @@
+#include "zrk/annotation/AnnoSetTableObserver.h"
+
+namespace zrk {
+
+AnnoSetTableObserver::~AnnoSetTableObserver() = default;
+
+}  // namespace zrk

@@ -1,0 +1,7 @@
+#include "zrk/annotation/AnnoSetVisitor.h"
+
+namespace zrk {
+
+AnnoSetVisitor::~AnnoSetVisitor() = default;
+
+}  // namespace zrk

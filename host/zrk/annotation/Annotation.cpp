@@ -1,0 +1,44 @@
+#include "zrk/annotation/Annotation.h"
+
+#include <utility>
+
+#include "zrk/scene/Scene.h"
+
+namespace zrk {
+namespace {
+
+unsigned NextId() {
+    static std::atomic<unsigned> lastId{0};
+    return ++lastId;
+}
+
+}  // namespace
+
+constinit const ClassType Annotation::CLASS_TYPE(30, "zrk::Annotation", &Object::CLASS_TYPE);
+
+Annotation::Annotation() : m_id(NextId()) {}
+
+Annotation::~Annotation() = default;
+
+du::SmartPtr<Scene> Annotation::GetScene() const {
+    std::shared_ptr<du::BackLink<Scene>> scene;
+    {
+        const std::lock_guard hold(m_sceneMutex);
+        scene = m_scene;
+    }
+    return scene ? scene->Lock() : du::SmartPtr<Scene>();
+}
+
+void Annotation::Bind(std::shared_ptr<du::BackLink<Scene>> scene) {
+    const std::lock_guard hold(m_sceneMutex);
+    m_scene = std::move(scene);
+}
+
+void Annotation::NotifyModified() {
+    const auto scene = GetScene();
+    if (!scene) return;
+    const du::SmartPtr<Annotation> self(this);
+    scene->GetObservers().NotifyAll([&](SceneObserver& observer) { observer.OnAnnotationModified(self, true); });
+}
+
+}  // namespace zrk

@@ -1,0 +1,7 @@
+#include "zrk/scene/SceneObserver.h"
+
+namespace zrk {
+
+SceneObserver::~SceneObserver() = default;
+
+}  // namespace zrk

@@ -1,0 +1,7 @@
+#include "zrk/scene/Shape.h"
+
+namespace zrk {
+
+Shape::~Shape() = default;
+
+}  // namespace zrk

@@ -1,0 +1,7 @@
+#include "zrk/tree/BaseTreeObserver.h"
+
+namespace zrk {
+
+BaseTreeObserver::~BaseTreeObserver() = default;
+
+}  // namespace zrk

@@ -1,0 +1,7 @@
+#include "zrk/tree/ComponentInstance.h"
+
+namespace zrk {
+
+ComponentInstance::~ComponentInstance() = default;
+
+}  // namespace zrk

@@ -1,0 +1,7 @@
+#include "zrk/tree/ComponentNode.h"
+
+namespace zrk {
+
+ComponentNode::~ComponentNode() = default;
+
+}  // namespace zrk

@@ -1,0 +1,7 @@
+#include "zrk/tree/InstanceVisitor.h"
+
+namespace zrk {
+
+InstanceVisitor::~InstanceVisitor() = default;
+
+}  // namespace zrk

@@ -1,0 +1,7 @@
+#include "zrk/tree/TreeObserver.h"
+
+namespace zrk {
+
+TreeObserver::~TreeObserver() = default;
+
+}  // namespace zrk

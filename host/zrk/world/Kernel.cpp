@@ -1,0 +1,109 @@
+#include "zrk/world/Kernel.h"
+
+#include <utility>
+
+#include "zrk/event/BaseAsyncEvent.h"
+
+namespace zrk {
+namespace {
+
+constexpr int kCancelled = 1;
+
+std::mutex kernelMutex;
+du::SmartPtr<Kernel> theKernel;  // guarded by kernelMutex
+
+du::SmartPtr<Kernel> ExchangeKernel(du::SmartPtr<Kernel> kernel) {
+    const std::lock_guard hold(kernelMutex);
+    std::swap(theKernel, kernel);
+    return kernel;
+}
+
+}  // namespace
+
+du::SmartPtr<Kernel> Kernel::GetKernel() {
+    const std::lock_guard hold(kernelMutex);
+    return theKernel;
+}
+
+void Kernel::Start() { ExchangeKernel(new Kernel); }
+
+void Kernel::Stop() {
+    const auto kernel = ExchangeKernel(nullptr);
+    if (!kernel) return;
+    kernel->StopDispatcher();
+    kernel->CancelPendingEvents();
+}
+
+Kernel::~Kernel() { StopDispatcher(); }
+
+du::Symbol Kernel::GetObjectClass() const {
+    static const du::Symbol kClass("zrk::Kernel");
+    return kClass;
+}
+
+void Kernel::Post(Work work) {
+    {
+        const std::lock_guard hold(m_queueMutex);
+        m_queue.push_back(std::move(work));
+    }
+    m_wake.notify_one();
+}
+
+bool Kernel::RunNext() {
+    Work work;
+    {
+        const std::lock_guard hold(m_queueMutex);
+        if (m_queue.empty()) return false;
+        work = std::move(m_queue.front());
+        m_queue.pop_front();
+    }
+    work(0);
+    return true;
+}
+
+std::size_t Kernel::DispatchEvents() {
+    std::size_t count = 0;
+    while (RunNext()) ++count;
+    return count;
+}
+
+void Kernel::StartDispatcher() {
+    if (m_dispatcher.joinable()) return;
+    m_isStopping = false;
+    m_dispatcher = std::thread([this] { DispatchUntilStopped(); });
+}
+
+void Kernel::DispatchUntilStopped() {
+    for (;;) {
+        {
+            std::unique_lock hold(m_queueMutex);
+            m_wake.wait(hold, [this] { return m_isStopping || !m_queue.empty(); });
+            if (m_isStopping) return;
+        }
+        RunNext();
+    }
+}
+
+void Kernel::StopDispatcher() {
+    if (!m_dispatcher.joinable()) return;
+    {
+        const std::lock_guard hold(m_queueMutex);
+        m_isStopping = true;
+    }
+    m_wake.notify_all();
+    m_dispatcher.join();
+}
+
+void Kernel::CancelPendingEvents() {
+    std::deque<Work> queue;
+    {
+        const std::lock_guard hold(m_queueMutex);
+        queue.swap(m_queue);
+    }
+    for (const auto& work : queue) work(kCancelled);
+    for (const auto& object : GetManaged()) {
+        if (const auto event = du::DynamicCast<BaseAsyncEvent>(object)) event->Complete(kCancelled);
+    }
+}
+
+}  // namespace zrk

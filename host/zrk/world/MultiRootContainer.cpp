@@ -1,0 +1,7 @@
+#include "zrk/world/MultiRootContainer.h"
+
+namespace zrk {
+
+MultiRootContainer::~MultiRootContainer() = default;
+
+}  // namespace zrk

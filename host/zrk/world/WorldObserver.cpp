@@ -1,0 +1,7 @@
+#include "zrk/world/WorldObserver.h"
+
+namespace zrk {
+
+WorldObserver::~WorldObserver() = default;
+
+}  // namespace zrk
