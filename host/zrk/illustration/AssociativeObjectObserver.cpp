@@ -1,0 +1,7 @@
+#include "zrk/illustration/AssociativeObjectObserver.h"
+
+namespace zrk::illustration {
+
+AssociativeObjectObserver::~AssociativeObjectObserver() = default;
+
+}  // namespace zrk::illustration

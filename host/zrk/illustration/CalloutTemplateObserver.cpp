@@ -1,0 +1,7 @@
+#include "zrk/illustration/CalloutTemplateObserver.h"
+
+namespace zrk::illustration {
+
+CalloutTemplateObserver::~CalloutTemplateObserver() = default;
+
+}  // namespace zrk::illustration

@@ -1,0 +1,7 @@
+#include "zrk/illustration/CollectionItem.h"
+
+namespace zrk::illustration {
+
+CollectionItem::~CollectionItem() = default;
+
+}  // namespace zrk::illustration

@@ -1,0 +1,338 @@
+#include "zrk/illustration/ItemsList.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace zrk::illustration {
+namespace {
+
+enum Event { kItemAdded, kItemRemoved, kContentChanged, kSettingsChanged, kListCleared };
+
+}  // namespace
+
+ItemsList::ItemsList() = default;
+
+ItemsList::~ItemsList() {
+    for (const auto& observer : m_observers.Snapshot()) observer->OnDestroy();
+}
+
+bool ItemsList::GetItemIdForInstance(const SbomPtr& instance, unsigned& id) const {
+    const std::lock_guard hold(m_mutex);
+    const auto entry = m_itemOfInstance.find(instance.get());
+    if (entry == m_itemOfInstance.end()) return false;
+    id = entry->second;
+    return true;
+}
+
+bool ItemsList::GetItemIdForComponent(const du::SmartPtr<zrk::ComponentNode>& component, unsigned& id) const {
+    const std::lock_guard hold(m_mutex);
+    const auto entry = m_itemsOfComponent.find(component.get());
+    if (!component || entry == m_itemsOfComponent.end()) return false;
+    id = entry->second.begin()->first;
+    return true;
+}
+
+bool ItemsList::GetItemized(unsigned id) const {
+    const std::lock_guard hold(m_mutex);
+    const auto entry = m_items.find(id);
+    return entry != m_items.end() && entry->second.isItemized;
+}
+
+bool ItemsList::GetLabel(unsigned id, std::string& label, bool& isCustom) const {
+    const std::lock_guard hold(m_mutex);
+    const auto entry = m_items.find(id);
+    if (entry == m_items.end()) return false;
+    label = LabelOf(entry->second);
+    isCustom = !entry->second.customLabel.empty();
+    return true;
+}
+
+std::string ItemsList::LabelOf(const Item& item) const {
+    if (!item.customLabel.empty()) return item.customLabel;
+    if (item.number == 0) return {};
+    const auto parent = m_numbering.hierarchical ? m_items.find(item.parent) : m_items.end();
+    const std::string above = parent != m_items.end() ? LabelOf(parent->second) : std::string();
+    const std::string number = std::to_string(item.number);
+    return above.empty() ? m_numbering.prefix + number : above + m_numbering.separator + number;
+}
+
+int ItemsList::GetQuantity(unsigned id) const {
+    const std::lock_guard hold(m_mutex);
+    const auto entry = m_items.find(id);
+    return entry != m_items.end() ? static_cast<int>(entry->second.instances.size()) : 0;
+}
+
+std::string ItemsList::GetItemTag(unsigned id) const {
+    const std::lock_guard hold(m_mutex);
+    const auto entry = m_items.find(id);
+    return entry != m_items.end() ? entry->second.tag : std::string();
+}
+
+void ItemsList::GetInstances(unsigned id, std::set<SbomPtr>& out) const {
+    for (const auto& instance : GetOrderedInstances(id)) out.insert(instance);
+}
+
+std::vector<ItemsList::SbomPtr> ItemsList::GetOrderedInstances(unsigned id) const {
+    const std::lock_guard hold(m_mutex);
+    const auto entry = m_items.find(id);
+    return entry != m_items.end() ? entry->second.instances : std::vector<SbomPtr>();
+}
+
+unsigned ItemsList::GetIndex(unsigned id) const {
+    const std::lock_guard hold(m_mutex);
+    return m_ranks.CountBelow(id);
+}
+
+std::vector<unsigned> ItemsList::GetHierarchyIndex(unsigned id) const {
+    std::vector<unsigned> index;
+    const std::lock_guard hold(m_mutex);
+    for (auto entry = m_items.find(id); entry != m_items.end(); entry = m_items.find(entry->second.parent)) {
+        index.push_back(m_ranks.CountBelow(entry->first));
+    }
+    std::reverse(index.begin(), index.end());
+    return index;
+}
+
+void ItemsList::GetNumberingSettings(Numbering& out) const {
+    const std::lock_guard hold(m_mutex);
+    out = m_numbering;
+}
+
+std::vector<unsigned> ItemsList::GetItemIds() const {
+    std::vector<unsigned> ids;
+    const std::lock_guard hold(m_mutex);
+    ids.reserve(m_items.size());
+    for (const auto& [id, item] : m_items) ids.push_back(id);
+    return ids;
+}
+
+void ItemsList::SetIndicated(unsigned id, bool indicated) {
+    const std::lock_guard hold(m_mutex);
+    if (!indicated) {
+        m_indicated.erase(id);
+    } else if (m_items.count(id) != 0) {
+        m_indicated.insert(id);
+    }
+}
+
+bool ItemsList::IsIndicated(unsigned id) const {
+    const std::lock_guard hold(m_mutex);
+    return m_indicated.count(id) != 0;
+}
+
+void ItemsList::Take(unsigned id, const SbomPtr& instance) {
+    if (!instance || !m_itemOfInstance.emplace(instance.get(), id).second) return;
+    instance->SetCarriesItem(true);
+    m_items[id].instances.push_back(instance);
+    if (const auto component = instance->GetComponentNode()) ++m_itemsOfComponent[component.get()][id];
+}
+
+void ItemsList::Drop(unsigned id, const SbomPtr& instance) {
+    m_itemOfInstance.erase(instance.get());
+    instance->SetCarriesItem(false);
+    const auto component = instance->GetComponentNode();
+    const auto items = m_itemsOfComponent.find(component.get());
+    if (!component || items == m_itemsOfComponent.end()) return;
+    const auto count = items->second.find(id);
+    if (count != items->second.end() && --count->second == 0) items->second.erase(count);
+    if (items->second.empty()) m_itemsOfComponent.erase(items);
+}
+
+unsigned ItemsList::ParentItemOf(const Item& item) const {
+    SbomPtr above;
+    if (!item.instances.empty()) item.instances.front()->GetParent(above);
+    while (above) {
+        const auto entry = m_itemOfInstance.find(above.get());
+        if (entry != m_itemOfInstance.end()) return entry->second;
+        SbomPtr next;
+        above->GetParent(next);
+        above = next;
+    }
+    return 0;
+}
+
+void ItemsList::GiveNumber(Item& item) {
+    if (!item.isItemized || !item.customLabel.empty() || item.number != 0) return;
+    auto& numbers = m_numbers[m_numbering.hierarchical ? item.parent : 0];
+    item.number = numbers.empty() ? 1 : *numbers.rbegin() + 1;
+    numbers.insert(item.number);
+}
+
+void ItemsList::FreeNumber(const Item& item) {
+    if (item.number != 0) m_numbers[m_numbering.hierarchical ? item.parent : 0].erase(item.number);
+}
+
+void ItemsList::Insert(unsigned id, Item item) {
+    std::vector<SbomPtr> instances;
+    instances.swap(item.instances);
+    m_items[id] = std::move(item);
+    m_ranks.Insert(id);
+    for (const auto& instance : instances) Take(id, instance);
+}
+
+unsigned ItemsList::AddItem(const std::vector<SbomPtr>& instances, const std::string& label, bool itemized,
+                            bool manual) {
+    unsigned id = 0;
+    {
+        const std::lock_guard hold(m_mutex);
+        id = ++m_lastId;
+        Item item;
+        item.customLabel = label;
+        item.isItemized = itemized;
+        item.isManual = manual;
+        item.instances = instances;
+        Insert(id, std::move(item));
+        Item& made = m_items[id];
+        made.parent = ParentItemOf(made);
+        GiveNumber(made);
+    }
+    Notify({kItemAdded, id}, [this, id] {
+        m_observers.NotifyAll([id](ItemsListObserver& observer) { observer.OnItemAdded(id); });
+    });
+    return id;
+}
+
+void ItemsList::Restore(unsigned id, const Item& item) {
+    {
+        const std::lock_guard hold(m_mutex);
+        if (m_items.count(id) != 0) return;
+        Insert(id, item);
+        if (item.number != 0) m_numbers[m_numbering.hierarchical ? item.parent : 0].insert(item.number);
+    }
+    Notify({kItemAdded, id}, [this, id] {
+        m_observers.NotifyAll([id](ItemsListObserver& observer) { observer.OnItemAdded(id); });
+    });
+}
+
+bool ItemsList::RemoveItem(unsigned id) {
+    {
+        const std::lock_guard hold(m_mutex);
+        const auto entry = m_items.find(id);
+        if (entry == m_items.end()) return false;
+        for (const auto& instance : entry->second.instances) Drop(id, instance);
+        FreeNumber(entry->second);
+        m_ranks.Erase(id);
+        m_items.erase(entry);
+        m_indicated.erase(id);
+    }
+    Notify({kItemRemoved, id}, [this, id] {
+        m_observers.NotifyAll([id](ItemsListObserver& observer) { observer.OnItemRemoved(id); });
+    });
+    return true;
+}
+
+void ItemsList::NotifyContent(unsigned id, const std::set<SbomPtr>& added, const std::set<SbomPtr>& removed) {
+    Notify({kContentChanged, id}, [this, id, added, removed] {
+        m_observers.NotifyAll(
+            [&](ItemsListObserver& observer) { observer.OnItemContentChanged(id, added, removed); });
+    });
+}
+
+template <class Change>
+void ItemsList::ChangeItem(unsigned id, Change change) {
+    {
+        const std::lock_guard hold(m_mutex);
+        const auto entry = m_items.find(id);
+        if (entry == m_items.end() || !change(entry->second)) return;
+    }
+    NotifyContent(id, {}, {});
+}
+
+void ItemsList::AddInstance(unsigned id, const SbomPtr& instance) {
+    {
+        const std::lock_guard hold(m_mutex);
+        if (m_items.count(id) == 0 || !instance || m_itemOfInstance.count(instance.get()) != 0) return;
+        Take(id, instance);
+    }
+    NotifyContent(id, {instance}, {});
+}
+
+void ItemsList::RemoveInstance(unsigned id, const SbomPtr& instance) {
+    const SbomPtr removed = instance;
+    {
+        const std::lock_guard hold(m_mutex);
+        const auto entry = m_itemOfInstance.find(removed.get());
+        if (entry == m_itemOfInstance.end() || entry->second != id) return;
+        Drop(id, removed);
+        auto& instances = m_items[id].instances;
+        instances.erase(std::find(instances.begin(), instances.end(), removed));
+    }
+    NotifyContent(id, {}, {removed});
+}
+
+void ItemsList::SetLabel(unsigned id, const std::string& label) {
+    ChangeItem(id, [&](Item& item) {
+        if (item.customLabel == label) return false;
+        FreeNumber(item);
+        item.number = 0;
+        item.customLabel = label;
+        GiveNumber(item);
+        return true;
+    });
+}
+
+void ItemsList::SetItemized(unsigned id, bool itemized) {
+    ChangeItem(id, [&](Item& item) {
+        if (item.isItemized == itemized) return false;
+        item.isItemized = itemized;
+        if (!itemized) FreeNumber(item);
+        if (!itemized) item.number = 0;
+        GiveNumber(item);
+        return true;
+    });
+}
+
+void ItemsList::SetTag(unsigned id, const std::string& tag) {
+    ChangeItem(id, [&](Item& item) { return std::exchange(item.tag, tag) != tag; });
+}
+
+void ItemsList::SetNumbering(const Numbering& numbering) {
+    {
+        const std::lock_guard hold(m_mutex);
+        m_numbering = numbering;
+        m_numbers.clear();
+        for (auto& [id, item] : m_items) {
+            item.number = 0;
+            GiveNumber(item);
+        }
+    }
+    Notify({kSettingsChanged, 0}, [this] {
+        m_observers.NotifyAll([](ItemsListObserver& observer) { observer.OnListSettingsChanged(); });
+    });
+    const UpdateGroup group(du::SmartPtr<zrk::Observable>(this));
+    for (const unsigned id : GetItemIds()) NotifyContent(id, {}, {});
+}
+
+void ItemsList::Clear() {
+    {
+        const std::lock_guard hold(m_mutex);
+        for (const auto& [id, item] : m_items) {
+            m_ranks.Erase(id);
+            for (const auto& instance : item.instances) instance->SetCarriesItem(false);
+        }
+        m_items.clear();
+        m_itemOfInstance.clear();
+        m_itemsOfComponent.clear();
+        m_numbers.clear();
+        m_indicated.clear();
+    }
+    Notify({kListCleared, 0}, [this] {
+        m_observers.NotifyAll([](ItemsListObserver& observer) { observer.OnListCleared(); });
+    });
+}
+
+std::optional<ItemsList::Item> ItemsList::Capture(unsigned id) const {
+    const std::lock_guard hold(m_mutex);
+    const auto entry = m_items.find(id);
+    return entry != m_items.end() ? std::optional<Item>(entry->second) : std::nullopt;
+}
+
+void ItemsList::NotifyBeginUpdate() {
+    m_observers.NotifyAll([](ItemsListObserver& observer) { observer.OnBeginUpdate(); });
+}
+
+void ItemsList::NotifyEndUpdate() {
+    m_observers.NotifyAll([](ItemsListObserver& observer) { observer.OnEndUpdate(); });
+}
+
+}  // namespace zrk::illustration

@@ -1,0 +1,131 @@
+// The parts list: items with a label, a tag and the instances that they stand for.
+
+#pragma once
+
+#include <map>
+#include <mutex>
+#include <optional>
+#include <set>
+#include <string>
+#include <unordered_map>
+#include <unordered_set>
+#include <vector>
+
+#include "dom/ObserverList.h"
+#include "du/SmartPtr.h"
+#include "zrk/illustration/ItemsListObserver.h"
+#include "zrk/illustration/RankIndex.h"
+#include "zrk/illustration/SbomInstance.h"
+#include "zrk/object/Object.h"
+#include "zrk/object/Observable.h"
+
+namespace zrk::illustration {
+
+/// Any thread; look-ups are O(1) or O(log n). Observers are told on the thread that made the change, with no lock held, or
+/// when the outermost update group closes. Ids ascend in list order, start with 1 and are never used again.
+class ItemsList : public zrk::Object, public zrk::Observable {
+public:
+    using SbomPtr = du::SmartPtr<SbomInstance>;
+
+    struct Numbering {
+        bool hierarchical = false;  // "2.1" below "2", instead of counting through
+        std::string prefix;
+        std::string separator = ".";
+    };
+
+    /// All of an item but its id. An item gets its number when it is made and keeps it, whatever goes before or after.
+    struct Item {
+        std::string customLabel;  // "" for one that is numbered
+        unsigned number = 0;      // among the items below the same parent; 0 for none
+        unsigned parent = 0;      // the item of the next assembly above, 0 for none
+        bool isItemized = true;
+        bool isManual = false;  // entered by hand: stays when the list is made anew
+        std::string tag;
+        std::vector<SbomPtr> instances;
+    };
+
+    ItemsList();
+    /// Observers that are still registered hear of the end.
+    ~ItemsList() override;
+
+    void RegisterObserver(const du::SmartPtr<ItemsListObserver>& observer) { m_observers.Register(observer); }
+    void UnregisterObserver(const du::SmartPtr<ItemsListObserver>& observer) { m_observers.Unregister(observer); }
+
+    /// False, and `id` untouched, for an instance that no item holds.
+    bool GetItemIdForInstance(const SbomPtr& instance, unsigned& id) const;
+    /// The first item that holds an instance of the component.
+    bool GetItemIdForComponent(const du::SmartPtr<zrk::ComponentNode>& component, unsigned& id) const;
+    /// Whether the item takes part in numbering. Unknown ids: false.
+    bool GetItemized(unsigned id) const;
+    /// Unknown ids: false, outputs untouched.
+    bool GetLabel(unsigned id, std::string& label, bool& isCustom) const;
+    /// Unknown ids: 0.
+    int GetQuantity(unsigned id) const;
+    /// Unknown ids: "".
+    std::string GetItemTag(unsigned id) const;
+    void GetInstances(unsigned id, std::set<SbomPtr>& out) const;
+    /// In the order in which they were added.
+    std::vector<SbomPtr> GetOrderedInstances(unsigned id) const;
+    /// How many items stand before it in the list.
+    unsigned GetIndex(unsigned id) const;
+    /// The indices of the items above it, the topmost first, then its own. O(depth x log n).
+    std::vector<unsigned> GetHierarchyIndex(unsigned id) const;
+    void GetNumberingSettings(Numbering& out) const;
+    /// In list order.
+    std::vector<unsigned> GetItemIds() const;
+
+    /// Highlights the item in the list; no event.
+    void SetIndicated(unsigned id, bool indicated);
+    bool IsIndicated(unsigned id) const;
+
+    /// An empty label gives the item the next number. Instances that another item holds are left out.
+    unsigned AddItem(const std::vector<SbomPtr>& instances, const std::string& label, bool itemized, bool manual);
+    bool RemoveItem(unsigned id);
+    void AddInstance(unsigned id, const SbomPtr& instance);
+    void RemoveInstance(unsigned id, const SbomPtr& instance);
+    void SetLabel(unsigned id, const std::string& label);
+    void SetItemized(unsigned id, bool itemized);
+    void SetTag(unsigned id, const std::string& tag);
+    /// How labels are written from now on; the numbers are given anew, in list order.
+    void SetNumbering(const Numbering& numbering);
+    /// Removes everything but nothing else: the application lets its callouts follow.
+    void Clear();
+
+    /// Empty for unknown ids.
+    std::optional<Item> Capture(unsigned id) const;
+    /// Puts a captured item back under its id, which puts it back in its place.
+    void Restore(unsigned id, const Item& item);
+
+protected:
+    void NotifyBeginUpdate() override;
+    void NotifyEndUpdate() override;
+
+private:
+    using NumberSets = std::unordered_map<unsigned, std::set<unsigned>>;  // numbers in use, by parent item
+
+    // Called with m_mutex held.
+    void Insert(unsigned id, Item item);
+    void Take(unsigned id, const SbomPtr& instance);
+    void Drop(unsigned id, const SbomPtr& instance);
+    void GiveNumber(Item& item);
+    void FreeNumber(const Item& item);
+    unsigned ParentItemOf(const Item& item) const;
+    std::string LabelOf(const Item& item) const;
+
+    void NotifyContent(unsigned id, const std::set<SbomPtr>& added, const std::set<SbomPtr>& removed);
+    template <class Change>
+    void ChangeItem(unsigned id, Change change);
+
+    dom::ObserverList<ItemsListObserver> m_observers;
+    mutable std::mutex m_mutex;  // guards all below
+    std::map<unsigned, Item> m_items;
+    unsigned m_lastId = 0;
+    RankIndex m_ranks;
+    std::unordered_map<const SbomInstance*, unsigned> m_itemOfInstance;
+    std::unordered_map<const zrk::ComponentNode*, std::map<unsigned, unsigned>> m_itemsOfComponent;  // id -> instances
+    NumberSets m_numbers;
+    std::unordered_set<unsigned> m_indicated;
+    Numbering m_numbering;
+};
+
+}  // namespace zrk::illustration
