@@ -1,5 +1,7 @@
 #include "zrk/object/Object.h"
 
+#include <utility>
+
 namespace zrk {
 
 constinit const ClassType Object::CLASS_TYPE(1, "zrk::Object", nullptr);
@@ -30,8 +32,14 @@ du::UserData* Object::GetUserData(const du::Symbol& key) const {
 }
 
 void Object::RemoveUserData(const du::Symbol& key) {
+    du::SmartPtr<du::RefCounted> removed;  // released after the lock
     const std::lock_guard hold(m_attachedMutex);
-    if (m_attached) m_attached->plain.erase(key);
+    if (!m_attached) return;
+    m_attached->plain.erase(key);
+    const auto counted = m_attached->counted.find(key);
+    if (counted == m_attached->counted.end()) return;
+    removed = std::move(counted->second);
+    m_attached->counted.erase(counted);
 }
 
 bool Object::AddRefCountedUserData(const du::Symbol& key, const du::SmartPtr<du::RefCounted>& data) {

@@ -36,6 +36,7 @@ public:
     virtual bool AddUserData(const du::Symbol& key, du::UserData* data);
     /// Null when there is none.
     virtual du::UserData* GetUserData(const du::Symbol& key) const;
+    /// Takes away what is attached under the key, counted or not.
     virtual void RemoveUserData(const du::Symbol& key);
     virtual std::string GetObjectDescription() const { return GetObjectName(); }
     virtual std::string GetObjectName() const { return {}; }
