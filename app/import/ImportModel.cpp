@@ -1,0 +1,72 @@
+#include "app/import/ImportModel.h"
+
+#include <fmt/format.h>
+
+#include <system_error>
+
+#include "app/import/AssemblyStream.h"
+#include "app/import/ChildProcess.h"
+#include "app/import/ImportError.h"
+#include "app/import/Utf8Text.h"
+
+namespace zrsheet {
+namespace {
+
+#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
+constexpr bool kCanLimitMemory = false;
+#else
+constexpr bool kCanLimitMemory = true;
+#endif
+
+std::filesystem::path ReaderBeside(const std::filesystem::path& program) {
+    return program.parent_path() / "zrsheet-import";
+}
+
+ChildResult RunReader(const std::filesystem::path& file, const ImportLimits& limits) {
+    const std::filesystem::path reader =
+        limits.reader.empty() ? ReaderBeside(std::filesystem::read_symlink("/proc/self/exe")) : limits.reader;
+    const ChildLimits childLimits{kCanLimitMemory ? limits.memoryBytes : 0, limits.memoryBytes, limits.time};
+    try {
+        // Absolute, so that no file name is taken for an option.
+        return RunChild(reader, {std::filesystem::absolute(file).string()}, childLimits);
+    } catch (const std::system_error& error) {
+        throw ImportError(fmt::format("the reader {} cannot be started ({}); install zrsheet again",
+                                      reader.string(), error.code().message()));
+    }
+}
+
+std::string Complaint(const ChildResult& result, const ImportLimits& limits) {
+    if (result.end == ChildResult::End::TimedOut) {
+        return fmt::format("reading took longer than {} s; the file is probably damaged, otherwise split it",
+                           std::chrono::duration<double>(limits.time).count());
+    }
+    if (result.end == ChildResult::End::TooMuchOutput) {
+        return fmt::format("the model needs more than {} MiB; split it", limits.memoryBytes >> 20);
+    }
+    if (result.end == ChildResult::End::Signalled) {
+        return fmt::format("the reader stopped with signal {}; the file is probably damaged, export it again",
+                           result.code);
+    }
+    const std::string message = OneLine(result.errors);
+    if (!message.empty()) return message;
+    return fmt::format("the reader ended with code {}; the file is probably damaged, export it again",
+                       result.code);
+}
+
+}  // namespace
+
+Assembly ImportModel(const std::filesystem::path& file, const ImportLimits& limits) {
+    try {
+        const ChildResult result = RunReader(file, limits);
+        if (result.end != ChildResult::End::Exited || result.code != 0) {
+            throw ImportError(Complaint(result, limits));
+        }
+        Assembly assembly = ReadAssembly(result.output);
+        assembly.name = OneLine(file.stem().string());
+        return assembly;
+    } catch (const ImportError& error) {
+        throw ImportError(OneLine(file.string()) + ": " + error.what());
+    }
+}
+
+}  // namespace zrsheet
