@@ -40,8 +40,9 @@ endfunction()
 
 # zr_library(name PUBLIC_HEADERS .. PRIVATE_HEADERS .. SOURCES .. LINKS .. PRIVATE_LINKS .. [HIDDEN])
 # A shared library. Headers are included by their path from host/ or from the project's root. LINKS are
-# visible to who links the library, PRIVATE_LINKS are not. HIDDEN exports only what is marked.
+# visible to who links the library, PRIVATE_LINKS are not. HIDDEN (components) exports only what is marked.
 set(ZR_HOST_ROOT "${PROJECT_SOURCE_DIR}/host")
+set(ZR_COMPONENT_MAP "${PROJECT_SOURCE_DIR}/cmake/component.map")
 function(zr_library name)
     cmake_parse_arguments(ARG "HIDDEN" "" "PUBLIC_HEADERS;PRIVATE_HEADERS;SOURCES;LINKS;PRIVATE_LINKS" ${ARGN})
     add_library(${name} SHARED ${ARG_SOURCES} ${ARG_PUBLIC_HEADERS} ${ARG_PRIVATE_HEADERS})
@@ -51,7 +52,9 @@ function(zr_library name)
     target_compile_features(${name} PUBLIC cxx_std_20)
     target_link_libraries(${name} PUBLIC ${ARG_LINKS} PRIVATE $<BUILD_INTERFACE:zr_flags> ${ARG_PRIVATE_LINKS})
     if(ARG_HIDDEN)
-        set_target_properties(${name} PROPERTIES CXX_VISIBILITY_PRESET hidden VISIBILITY_INLINES_HIDDEN ON)
+        set_target_properties(${name} PROPERTIES CXX_VISIBILITY_PRESET hidden VISIBILITY_INLINES_HIDDEN ON
+                                                 LINK_DEPENDS "${ZR_COMPONENT_MAP}")
+        target_link_options(${name} PRIVATE "LINKER:--version-script=${ZR_COMPONENT_MAP}")
     endif()
     zr_install_headers(${ARG_PUBLIC_HEADERS})
     install(TARGETS ${name} EXPORT zrcallouts LIBRARY DESTINATION "${CMAKE_INSTALL_LIBDIR}")
