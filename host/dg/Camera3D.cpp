@@ -93,6 +93,12 @@ void Camera3D::SetViewport(int width, int height) {
     m_height = height;
 }
 
+Camera3D Camera3D::Magnified(const DPoint3D& from, const DPoint3D& to, double factor) const {
+    const DMat44 magnify({factor, 0, 0, 0, 0, factor, 0, 0, 0, 0, 1, 0,  //
+                          to.x - factor * from.x, to.y - factor * from.y, 0, 1});
+    return {m_worldToPixel * magnify, m_width, m_height};
+}
+
 Ray Camera3D::PixelRay(double x, double y) const {
     const DPoint3D nearest = DPoint3D(x, y, 0.0) * m_pixelToWorld;
     const DPoint3D farthest = DPoint3D(x, y, 1.0) * m_pixelToWorld;

@@ -35,6 +35,10 @@ public:
     int GetViewportHeight() const { return m_height; }
     void SetViewport(int width, int height);
 
+    /// The same view magnified: what lies at the pixel `from` appears at the pixel `to`, and everything around it `factor`
+    /// times as large. Depth stays.
+    Camera3D Magnified(const DPoint3D& from, const DPoint3D& to, double factor) const;
+
     /// From the nearest plane through the pixel coordinate, away from the eye.
     Ray PixelRay(double x, double y) const;
 

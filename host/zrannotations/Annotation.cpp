@@ -1,0 +1,7 @@
+#include "zrannotations/Annotation.h"
+
+namespace zrannotations {
+
+Annotation::~Annotation() = default;
+
+}  // namespace zrannotations

@@ -1,0 +1,43 @@
+// Several callouts in one: their labels stand side by side.
+
+#pragma once
+
+#include <vector>
+
+#include "du/SmartPtr.h"
+#include "zrannotations/Callout.h"
+
+namespace zrannotations {
+
+/// The first member stands for the combined callout itself and lends it its leaders. The list of members is not guarded: the
+/// engine reads and changes it under its write lock, while the callout enters or leaves the scene.
+class CombinedCallout : public Callout {
+public:
+    explicit CombinedCallout(std::vector<du::SmartPtr<Callout>> members);
+    ~CombinedCallout() override;
+
+    bool IsCombined() const override { return true; }
+    /// Members may be null while a document is loading.
+    std::vector<du::SmartPtr<Callout>>& GetCalloutVec() { return m_members; }
+    unsigned GetCount() const { return static_cast<unsigned>(m_members.size()); }
+
+    bool HasItemId() const override;
+    bool ReferencesItemId(unsigned id) const override;
+    /// That of the first member.
+    bool GetItemId(unsigned& id) const override;
+    using Callout::RemoveItemId;
+    /// Takes the member of the item out; null when there is none.
+    du::SmartPtr<Callout> RemoveItemId(unsigned id);
+
+    /// Takes over the leaders of the first member.
+    void UpdateLeaderLine();
+    /// The members other than the first hang on this one from then on, and go with it.
+    void ReattachChildren();
+    std::vector<du::SmartPtr<zrk::Annotation>> GetDependents() const override;
+
+private:
+    std::vector<du::SmartPtr<Callout>> m_members;
+    std::vector<du::SmartPtr<zrk::Annotation>> m_children;
+};
+
+}  // namespace zrannotations

@@ -1,0 +1,7 @@
+#include "zrannotations/InsetObserver.h"
+
+namespace zrannotations {
+
+InsetObserver::~InsetObserver() = default;
+
+}  // namespace zrannotations

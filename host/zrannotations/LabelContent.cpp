@@ -1,0 +1,7 @@
+#include "zrannotations/LabelContent.h"
+
+namespace zrannotations {
+
+LabelContent::~LabelContent() = default;
+
+}  // namespace zrannotations
