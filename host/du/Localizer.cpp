@@ -13,14 +13,15 @@
 namespace du {
 namespace {
 
-constexpr std::array<const char*, 5> kLanguages{"en", "de", "fr", "es", "ja"};
+constexpr const char* kEnglish = "en";
+constexpr std::array<const char*, 5> kLanguages{kEnglish, "de", "fr", "es", "ja"};
 
 using Messages = std::map<std::string, std::string>;
 
 /// The language and what was loaded of each catalogue. Never destroyed, like the symbols made of its texts.
 struct Catalogues {
     std::mutex mutex;  // guards all below
-    std::string language = "en";
+    std::string language = kEnglish;
     std::map<std::pair<std::string, std::string>, Messages> registered;
     std::map<std::pair<std::string, std::string>, std::unique_ptr<icu::ResourceBundle>> loaded;
 };
@@ -54,8 +55,9 @@ const icu::ResourceBundle* Load(Catalogues& all, const std::string& module, cons
     return bundle.get();
 }
 
-bool FindRegistered(const Catalogues& all, const std::string& module, const std::string& id, std::string& text) {
-    const auto messages = all.registered.find({module, all.language});
+bool FindRegistered(const Catalogues& all, const std::string& module, const std::string& language,
+                    const std::string& id, std::string& text) {
+    const auto messages = all.registered.find({module, language});
     if (messages == all.registered.end()) return false;
     const auto message = messages->second.find(id);
     if (message == messages->second.end()) return false;
@@ -70,11 +72,14 @@ Localizer::Localizer(const std::string& module) : m_module(module) {}
 std::string Localizer::LocalizeMessage(const std::string& id, int) const {
     Catalogues& all = All();
     const std::lock_guard hold(all.mutex);
+    // Left to itself the library would show an unknown language in that of the machine.
+    const std::string language = HasLanguage(all.language) ? all.language : kEnglish;
     std::string text;
-    if (FindRegistered(all, m_module, id, text)) return text;
+    if (FindRegistered(all, m_module, language, id, text)) return text;
     UErrorCode status = U_ZERO_ERROR;
-    const icu::UnicodeString message = Load(all, m_module, all.language)->getStringEx(id.c_str(), status);
-    if (U_SUCCESS(status)) message.toUTF8String(text);
+    const icu::UnicodeString message = Load(all, m_module, language)->getStringEx(id.c_str(), status);
+    if (U_SUCCESS(status)) return message.toUTF8String(text);
+    FindRegistered(all, m_module, kEnglish, id, text);
     return text;
 }
 
@@ -92,7 +97,8 @@ bool Localizer::HasLanguage(const std::string& language) {
     return std::find(kLanguages.begin(), kLanguages.end(), language) != kLanguages.end();
 }
 
-void Localizer::RegisterModule(const std::string& module, const std::string& language, const Messages& messages) {
+void Localizer::RegisterModule(const std::string& module, const std::string& language,
+                               const Messages& messages) {
     const std::lock_guard hold(All().mutex);
     All().registered[{module, language}] = messages;
 }
