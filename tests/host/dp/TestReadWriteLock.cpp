@@ -1,0 +1,227 @@
+#include "dp/ReadWriteLock.h"
+
+#include <gtest/gtest.h>
+
+#include <atomic>
+#include <barrier>
+#include <chrono>
+#include <latch>
+#include <random>
+#include <string>
+#include <thread>
+#include <vector>
+
+#include "dp/ReadLocker.h"
+#include "dp/WriteLocker.h"
+
+namespace dp {
+namespace {
+
+using std::chrono::milliseconds;
+
+/// Long enough for a thread that is let in wrongly to be seen, short enough for a test.
+constexpr milliseconds kPatience{30};
+
+/// Does 'r'/'R' (read lock/unlock) and 'w'/'W' (write lock/unlock) on the calling thread.
+void Play(ReadWriteLock& lock, const std::string& moves) {
+    for (const char move : moves) {
+        if (move == 'r') lock.ReadLock();
+        if (move == 'R') lock.ReadUnlock();
+        if (move == 'w') lock.WriteLock();
+        if (move == 'W') lock.WriteUnlock();
+    }
+}
+
+/// Another thread that wants the lock once.
+class Rival {
+public:
+    Rival(ReadWriteLock& lock, const std::string& lockMove, const std::string& unlockMove)
+        : m_thread([this, &lock, lockMove, unlockMove] {
+              Play(lock, lockMove);
+              m_isIn = true;
+              Play(lock, unlockMove);
+          }) {}
+    ~Rival() { m_thread.join(); }
+    bool GetsInSoon() const {
+        std::this_thread::sleep_for(kPatience);
+        return m_isIn;
+    }
+    void WaitUntilIn() const {
+        while (!m_isIn) std::this_thread::yield();
+    }
+
+private:
+    std::atomic<bool> m_isIn{false};
+    std::thread m_thread;
+};
+
+// Who else gets in after a thread made these moves? Each row is a way to count holds wrongly.
+TEST(ReadWriteLock, LetsOthersInExactlyByWhatIsStillHeld) {
+    const struct {
+        const char* moves;
+        bool readerGetsIn;
+        bool writerGetsIn;
+        const char* rest;  // gives back what is left
+    } rows[] = {
+        {"r", true, false, "R"},     {"w", false, false, "W"},    {"rrR", true, false, "R"},
+        {"wwW", false, false, "W"},  {"wrR", false, false, "W"},  {"wrW", true, false, "R"},
+        {"rwW", true, false, "R"},   {"rwR", false, false, "W"},  {"rwwW", false, false, "WR"},
+        {"rrwWR", true, false, "R"}, {"wrrWR", true, false, "R"}, {"rwrWR", true, false, "R"},
+        {"rRwW", true, true, ""},    {"rwrRWR", true, true, ""},  {"wrwWRW", true, true, ""},
+        {"rwWwWR", true, true, ""},  {"wrWwWR", true, true, ""},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.moves);
+        ReadWriteLock lock;
+        Play(lock, row.moves);
+        {
+            const Rival reader(lock, "r", "R");
+            EXPECT_EQ(reader.GetsInSoon(), row.readerGetsIn);
+            if (row.readerGetsIn) reader.WaitUntilIn();
+            if (!row.readerGetsIn) Play(lock, row.rest);
+        }
+        if (!row.readerGetsIn) Play(lock, row.moves);
+        const Rival writer(lock, "w", "W");
+        EXPECT_EQ(writer.GetsInSoon(), row.writerGetsIn);
+        Play(lock, row.rest);
+    }
+}
+
+// All hold the lock for reading when the first asks to write: without suspending the others nobody ever
+// could.
+TEST(ReadWriteLock, LetsEightReadersUpgradeAtOnceWithoutLosingAnUpdate) {
+    constexpr int kThreads = 8;
+    constexpr int kRounds = 300;
+    ReadWriteLock lock;
+    std::barrier allRead(kThreads);
+    int value = 0;  // not atomic: the lock alone keeps the updates apart
+    std::vector<std::thread> threads;
+    for (int i = 0; i < kThreads; ++i) {
+        threads.emplace_back([&] {
+            for (int round = 0; round < kRounds; ++round) {
+                const ReadLocker read(&lock);
+                allRead.arrive_and_wait();
+                const WriteLocker write(&lock);
+                const int before = value;
+                std::this_thread::yield();
+                value = before + 1;
+            }
+        });
+    }
+    for (auto& thread : threads) thread.join();
+    EXPECT_EQ(value, kThreads * kRounds);
+}
+
+TEST(ReadWriteLock, LetsAHolderReenterAndUpgradeWhileAWriterWaits) {
+    ReadWriteLock lock;
+    lock.ReadLock();
+    const Rival writer(lock, "w", "W");
+    EXPECT_FALSE(writer.GetsInSoon());
+    {
+        const Rival freshReader(lock, "r", "R");  // queues behind the writer, else readers could starve it
+        EXPECT_FALSE(freshReader.GetsInSoon());
+        Play(lock, "rRwW");
+        EXPECT_FALSE(freshReader.GetsInSoon());
+        EXPECT_FALSE(writer.GetsInSoon());
+        lock.ReadUnlock();
+    }
+}
+
+// The upgrader still holds what it read before; a fresh writer in between would change it more than need be.
+TEST(ReadWriteLock, LetsAnUpgraderGoBeforeAWriterWhoCameFirst) {
+    for (int round = 0; round < 20; ++round) {
+        ReadWriteLock lock;
+        std::atomic<int> turn{0};
+        std::latch upgraderReads(1);
+        std::latch writerWaits(1);
+        lock.ReadLock();
+        std::thread upgrader([&] {
+            const ReadLocker read(&lock);
+            upgraderReads.count_down();
+            writerWaits.wait();
+            const WriteLocker write(&lock);
+            EXPECT_EQ(++turn, 1);
+        });
+        upgraderReads.wait();
+        std::thread writer([&] {
+            const WriteLocker write(&lock);
+            EXPECT_EQ(++turn, 2);
+        });
+        std::this_thread::sleep_for(milliseconds(2));
+        writerWaits.count_down();
+        std::this_thread::sleep_for(milliseconds(2));
+        lock.ReadUnlock();
+        upgrader.join();
+        writer.join();
+    }
+}
+
+TEST(ReadWriteLock, KeepsRandomMixesOfHoldsApart) {
+    constexpr int kThreads = 4;
+    constexpr int kRounds = 2000;
+    const char* const kMoves[] = {"r", "w", "rr", "rw", "wr", "rwr", "wrw"};
+    ReadWriteLock lock;
+    int left = 0;
+    int right = 0;  // always equal to `left` when nobody writes
+    std::atomic<int> torn{0};
+    std::vector<std::thread> threads;
+    for (unsigned seed = 1; seed <= kThreads; ++seed) {
+        threads.emplace_back([&, seed] {
+            std::mt19937 random(seed);
+            for (int round = 0; round < kRounds; ++round) {
+                const std::string moves = kMoves[random() % std::size(kMoves)];
+                Play(lock, moves);
+                torn += left == right ? 0 : 1;
+                if (moves.find('w') != std::string::npos) {
+                    ++left;
+                    std::this_thread::yield();
+                    ++right;
+                }
+                for (auto move = moves.rbegin(); move != moves.rend(); ++move) {
+                    Play(lock, *move == 'r' ? "R" : "W");
+                }
+            }
+        });
+    }
+    for (auto& thread : threads) thread.join();
+    EXPECT_EQ(torn, 0);
+    EXPECT_EQ(left, right);
+}
+
+TEST(ReadWriteLockDeathTest, EndsTheProcessWhenSomeoneGivesBackWhatHeDoesNotHold) {
+    GTEST_FLAG_SET(death_test_style, "threadsafe");
+    for (const char* moves : {"R", "W", "rRR", "rW", "wWW", "wR"}) {
+        ReadWriteLock lock;
+        EXPECT_DEATH(Play(lock, moves), "does not hold") << moves;
+    }
+}
+
+TEST(Lockers, HoldTheLockInScopeAndAcceptNone) {
+    { const ReadLocker nothing(nullptr); }
+    { const WriteLocker nothing(nullptr); }
+    ReadWriteLock lock;
+    {
+        const ReadLocker read(&lock);
+        const Rival reader(lock, "r", "R");
+        reader.WaitUntilIn();
+    }
+    {
+        const Rival writer(lock, "w", "W");
+        writer.WaitUntilIn();
+    }
+    std::atomic<bool> isFree{false};
+    std::thread rival;
+    {
+        const WriteLocker write(&lock);
+        rival = std::thread([&] {
+            const WriteLocker mine(&lock);
+            EXPECT_TRUE(isFree);
+        });
+        std::this_thread::sleep_for(kPatience);
+        isFree = true;
+    }
+    rival.join();
+}
+
+}  // namespace
+}  // namespace dp

@@ -1,0 +1,92 @@
+#include "du/Localizer.h"
+
+#include <gtest/gtest.h>
+#include <unicode/locid.h>
+
+#include <string>
+
+#include "du/LocalizableString.h"
+
+namespace du {
+namespace {
+
+/// Leaves the language and the machine's locale as they were.
+class LocalizerTest : public testing::Test {
+protected:
+    void TearDown() override { Localizer::SetLanguage("en"); }
+
+    const Localizer m_messages{"zrbase:zrmodulesStrings"};
+};
+
+TEST_F(LocalizerTest, AnswersInTheLanguageThatIsSet) {
+    const struct {
+        const char* language;
+        const char* id;
+        const char* text;
+    } rows[] = {
+        {"en", "850", "Callout"},
+        {"de", "850", "Positionsnummer"},
+        {"de", "3206", "Dateieigenschaften"},
+        {"en", "142", "Create Callouts"},
+        {"tlh", "850", "Callout"},
+        {"", "850", "Callout"},
+        {"fr", "852", "???"},
+        {"de", "99999", ""},
+        {"de", "", ""},
+    };
+    for (const auto& row : rows) {
+        Localizer::SetLanguage(row.language);
+        EXPECT_EQ(m_messages.LocalizeMessage(row.id, 0), row.text) << row.language << " " << row.id;
+    }
+    EXPECT_EQ(Localizer("zrbase:noSuchModule").LocalizeMessage("850"), "");
+}
+
+TEST_F(LocalizerTest, ShipsEveryLanguageItClaims) {
+    for (const char* language : {"de", "fr", "es", "ja"}) {
+        ASSERT_TRUE(Localizer::HasLanguage(language)) << language;
+        Localizer::SetLanguage(language);
+        const std::string text = m_messages.LocalizeMessage("142");
+        EXPECT_NE(text, "Create Callouts") << language;
+        EXPECT_NE(text, "") << language;
+    }
+    EXPECT_FALSE(Localizer::HasLanguage("tlh"));
+}
+
+// A library that falls back to the machine's own locale would mix two languages on one sheet.
+TEST_F(LocalizerTest, ShowsEnglishForAnUnknownLanguageOnAGermanMachine) {
+    const icu::Locale before;
+    UErrorCode status = U_ZERO_ERROR;
+    icu::Locale::setDefault(icu::Locale::getGermany(), status);
+    Localizer::SetLanguage("xx");
+    EXPECT_EQ(m_messages.LocalizeMessage("850"), "Callout");
+    icu::Locale::setDefault(before, status);
+}
+
+TEST_F(LocalizerTest, PutsRegisteredMessagesInFrontAndFallsBackToTheirEnglish) {
+    Localizer::RegisterModule("test:front", "en", {{"1", "one"}, {"2", "two"}});
+    Localizer::RegisterModule("test:front", "de", {{"1", "eins"}});
+    const Localizer front("test:front");
+    Localizer::SetLanguage("de");
+    EXPECT_EQ(front.LocalizeMessage("1"), "eins");
+    EXPECT_EQ(front.LocalizeMessage("2"), "two");
+    EXPECT_EQ(front.LocalizeMessage("3"), "");
+}
+
+TEST_F(LocalizerTest, LocalizableStringsFollowTheLanguage) {
+    LocalizableString text;
+    EXPECT_TRUE(text.empty());
+    text = Symbol("bolt");
+    text.SetEnabled(true);
+    text.SetTranslation("de", Symbol("Schraube"));
+    EXPECT_EQ(Symbol(text), Symbol("bolt"));
+    Localizer::SetLanguage("de");
+    EXPECT_EQ(Symbol(text), Symbol("Schraube"));
+    text = Symbol("screw");
+    EXPECT_EQ(Symbol(text), Symbol("Schraube"));
+    EXPECT_TRUE(text.IsEnabled());
+    Localizer::SetLanguage("fr");
+    EXPECT_EQ(Symbol(text), Symbol("screw"));
+}
+
+}  // namespace
+}  // namespace du

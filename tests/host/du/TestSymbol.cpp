@@ -1,0 +1,69 @@
+#include "du/Symbol.h"
+
+#include <gtest/gtest.h>
+
+#include <barrier>
+#include <set>
+#include <string>
+#include <thread>
+#include <unordered_set>
+#include <vector>
+
+namespace du {
+namespace {
+
+TEST(Symbol, IsEqualExactlyWhenTheTextsAre) {
+    const struct {
+        std::string a;
+        std::string b;
+        bool isEqual;
+    } rows[] = {
+        {"callout", "callout", true},
+        {"callout", "Callout", false},
+        {"", "", true},
+        {"", " ", false},
+        {std::string("a\0b", 3), std::string("a\0c", 3), false},  // texts may hold zero bytes
+        {std::string("a\0b", 3), "a", false},
+    };
+    for (const auto& row : rows) {
+        const Symbol a(row.a);
+        const Symbol b(row.b);
+        EXPECT_EQ(a == b, row.isEqual) << row.a << " and " << row.b;
+        EXPECT_EQ(&a.Text() == &b.Text(), row.isEqual);
+        EXPECT_EQ(std::hash<Symbol>()(a) == std::hash<Symbol>()(b), row.isEqual);
+        EXPECT_EQ(a.Text(), row.a);
+        EXPECT_EQ(a.empty(), row.a.empty());
+    }
+    EXPECT_EQ(Symbol(), Symbol::EMPTY);
+}
+
+// Sets of symbols reach results and files: their order must not depend on when a text was first seen.
+TEST(Symbol, SortsByTextWhateverTheOrderOfCreation) {
+    const std::set<Symbol> sorted{Symbol("zeta-2"), Symbol("zeta-10"), Symbol("\xC3\xA4"), Symbol(),
+                                  Symbol("Zeta")};
+    std::vector<std::string> texts;
+    for (const Symbol& symbol : sorted) texts.push_back(symbol.Text());
+    EXPECT_EQ(texts, (std::vector<std::string>{"", "Zeta", "zeta-10", "zeta-2", "\xC3\xA4"}));
+}
+
+TEST(Symbol, GivesAllThreadsTheSameAddressForNewTexts) {
+    constexpr int kThreads = 8;
+    constexpr std::size_t kTexts = 5000;
+    std::barrier start(kThreads);
+    std::vector<std::vector<Symbol>> made(kThreads);
+    std::vector<std::thread> threads;
+    for (auto& symbols : made) {
+        threads.emplace_back([&start, &symbols] {
+            start.arrive_and_wait();
+            for (std::size_t i = 0; i < kTexts; ++i) symbols.emplace_back("racing text " + std::to_string(i));
+        });
+    }
+    for (auto& thread : threads) thread.join();
+    for (const auto& symbols : made) EXPECT_TRUE(symbols == made.front());
+    EXPECT_EQ(std::unordered_set<Symbol>(made[0].begin(), made[0].end()).size(), kTexts);
+    // The table grew under these symbols; their texts must still be where they were.
+    for (std::size_t i = 0; i < kTexts; ++i) ASSERT_EQ(made[0][i].Text(), "racing text " + std::to_string(i));
+}
+
+}  // namespace
+}  // namespace du
