@@ -47,7 +47,7 @@ std::string Complaint(const ChildResult& result, const ImportLimits& limits) {
         return fmt::format("the reader stopped with signal {}; the file is probably damaged, export it again",
                            result.code);
     }
-    const std::string message = OneLine(result.errors);
+    std::string message = OneLine(result.errors);
     if (!message.empty()) return message;
     return fmt::format("the reader ended with code {}; the file is probably damaged, export it again",
                        result.code);

@@ -2,7 +2,6 @@
 
 #include <fmt/format.h>
 
-#include <ranges>
 
 #include "app/import/ImportError.h"
 #include "app/import/ReadFile.h"
@@ -40,7 +39,7 @@ private:
     };
 
     void Push(const std::vector<std::size_t>& nodes, int parent, std::size_t depth) {
-        for (const std::size_t node : std::views::reverse(nodes)) m_waiting.push_back({node, parent, depth});
+        for (auto node = nodes.rbegin(); node != nodes.rend(); ++node) m_waiting.push_back({*node, parent, depth});
     }
 
     void Enter(const Visit& visit) {
