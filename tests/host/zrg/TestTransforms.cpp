@@ -2,7 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include <cmath>
 #include <cstddef>
 #include <random>
 
@@ -105,12 +104,11 @@ TEST(FBox, MovesAllEightCornersByLocationAndMatrixAlike) {
     EXPECT_EQ(box * FMat44(kTurned.GetXform()), expected);
     EXPECT_TRUE((FBox::EMPTY * kTurned).IsEmpty());
     EXPECT_TRUE((FBox::EMPTY * FMat44(kTurned.GetXform())).IsEmpty());
-    // An eighth of a turn: the extreme corners are others than the two that the box stores.
-    const auto h = static_cast<float>(std::sqrt(0.5));
-    const FBox turned = FBox{FPoint3D(-1, -1, 0), FPoint3D(1, 1, 0)} *
-                        Location(FMat33({h, h, 0, -h, h, 0, 0, 0, 1}), DPoint3D());
-    EXPECT_NEAR(turned.max.x, std::sqrt(2.0), 1e-6);
-    EXPECT_NEAR(turned.min.y, -std::sqrt(2.0), 1e-6);
+    // Sheared along x by the other two: the extreme corners are the first and the last.
+    const FBox sheared = FBox{FPoint3D(-1, -1, -1), FPoint3D(1, 1, 1)} *
+                         Location(FMat33({1, 0, 0, 1, 1, 0, 1, 0, 1}), DPoint3D());
+    EXPECT_EQ(sheared.min, FPoint3D(-3, -1, -1));
+    EXPECT_EQ(sheared.max, FPoint3D(3, 1, 1));
 }
 
 TEST(FBox, DividesByWUnderAProjection) {
