@@ -35,6 +35,10 @@
 #include "zrk/scene/ShapeView.h"
 #include "zrk/tree/Instance.h"
 
+namespace zrannotations {
+class CombinedCallout;
+}
+
 namespace zrcallouts {
 
 class AnnoSetTableObserver;

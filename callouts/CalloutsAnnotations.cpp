@@ -211,7 +211,7 @@ void Callouts::OnAnnotationModified(const du::SmartPtr<zrk::Annotation>& annotat
         if (view) OnDrawWhenHidden(view, callout);
     } else if (const auto inset = du::DynamicCast<Inset>(annotation)) {
         const bool isVisible = inset->IsVisible();
-        for (const auto& callout : SnapshotInset(inset)) callout->SetVisible("", isVisible);
+        for (const auto& attached : SnapshotInset(inset)) attached->SetVisible("", isVisible);
     }
 }
 

@@ -1,11 +1,19 @@
 #include "dp/SpinLock.h"
 
+#include <thread>
+
 #include "du/Assert.h"
 
 namespace dp {
+namespace {
+
+// Its address differs from thread to thread.
+thread_local char threadTag;
+
+}  // namespace
 
 void SpinLock::Lock() {
-    const auto me = std::this_thread::get_id();
+    const void* const me = &threadTag;
     while (m_isHeld.exchange(true, std::memory_order_acquire)) {
         DU_ASSERT(m_holder.load(std::memory_order_relaxed) != me, "A thread waits for a spin lock that it holds.");
         std::this_thread::yield();
@@ -14,7 +22,7 @@ void SpinLock::Lock() {
 }
 
 void SpinLock::Unlock() noexcept {
-    m_holder.store(std::thread::id(), std::memory_order_relaxed);
+    m_holder.store(nullptr, std::memory_order_relaxed);
     m_isHeld.store(false, std::memory_order_release);
 }
 

@@ -3,7 +3,6 @@
 #pragma once
 
 #include <atomic>
-#include <thread>
 
 namespace dp {
 
@@ -19,7 +18,7 @@ public:
 
 private:
     std::atomic<bool> m_isHeld{false};
-    std::atomic<std::thread::id> m_holder{};  // tells a self-deadlock from waiting for another thread
+    std::atomic<const void*> m_holder{nullptr};  // a tag of the thread; tells a self-deadlock from waiting for another thread
 };
 
 }  // namespace dp
