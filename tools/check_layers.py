@@ -32,10 +32,11 @@ BELOW = {
 
 # The application's parts may include what is named here and nothing else.
 HOST = ["du", "dp", "dg", "zrg", "dom", "zrk", "zrk/illustration", "zrkapp/illustration", "zritemlist", "zrannotations"]
+COMPONENT = ["callouts", "callouts/align", "callouts/generator", "callouts/dll"]
 ONLY = {
     "app/import": [],
     "app/render": ["du", "dp", "dg", "zrg"],
-    "app/sheet": HOST + ["callouts", "app/import", "app/render"],
+    "app/sheet": HOST + COMPONENT + ["app/import", "app/render"],
     "app/export": ["app/import", "app/render", "app/sheet"],
     "app/cli": HOST + ["app/import", "app/render", "app/sheet", "app/export"],
 }
