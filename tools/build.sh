@@ -10,7 +10,7 @@ log="build/$preset/build.log"
 mkdir -p "build/$preset"
 echo "Building ($preset) ..."
 if ! { cmake --preset "$preset" "$@" && cmake --build --preset "$preset"; } >"$log" 2>&1; then
-    tail -n 200 "$log" >&2
+    grep -v -E '^\[[0-9]+/[0-9]+\] (Building|Linking)' "$log" | tail -n 100 >&2
     echo "build failed; all of its output: $PWD/$log" >&2
     exit 1
 fi

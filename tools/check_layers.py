@@ -26,8 +26,8 @@ BELOW = {
     "zrannotations": ["zrkapp/illustration", "zritemlist"],
     "callouts": ["zrannotations"],  # with its observers and events
     "callouts/align": ["callouts"],
-    "callouts/generator": ["callouts"],
-    "callouts/dll": ["callouts/align", "callouts/generator"],
+    "callouts/generator": ["callouts/align"],
+    "callouts/dll": ["callouts/generator"],
 }
 
 # The application's parts may include what is named here and nothing else.
