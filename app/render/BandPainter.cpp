@@ -1,0 +1,149 @@
+#include "app/render/BandPainter.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstddef>
+#include <cstdint>
+#include <span>
+
+namespace zrsheet {
+
+/// The samples of a band and the ink on them, with rows counted in the whole grid.
+class BandPainter::Band {
+public:
+    Band(const SurfaceSampler& sampler, int firstRow, int lastRow)
+        : m_firstRow(firstRow), m_lastRow(lastRow), m_width(sampler.GetWidth()) {
+        const auto count = static_cast<std::size_t>(lastRow - firstRow) * static_cast<std::size_t>(m_width);
+        m_samples.resize(count);
+        m_ink.resize(count, 0.0F);
+        for (int y = firstRow; y < lastRow; ++y) {
+            sampler.SampleRow(y, std::span(m_samples).subspan(IndexOf(0, y), static_cast<std::size_t>(m_width)));
+        }
+    }
+
+    int GetFirstRow() const { return m_firstRow; }
+    int GetLastRow() const { return m_lastRow; }
+    int GetWidth() const { return m_width; }
+    const SurfaceSample& SampleAt(int x, int y) const { return m_samples[IndexOf(x, y)]; }
+    SurfaceSample& SampleAt(int x, int y) { return m_samples[IndexOf(x, y)]; }
+    float InkAt(int x, int y) const { return m_ink[IndexOf(x, y)]; }
+
+    /// A round dot; where dots overlap the darker counts.
+    void Stamp(double centreX, double centreY, double radius) {
+        const int firstX = std::max(static_cast<int>(std::ceil(centreX - radius - 0.5)), 0);
+        const int lastX = std::min(static_cast<int>(std::floor(centreX + radius + 0.5)), m_width - 1);
+        const int firstY = std::max(static_cast<int>(std::ceil(centreY - radius - 0.5)), m_firstRow);
+        const int lastY = std::min(static_cast<int>(std::floor(centreY + radius + 0.5)), m_lastRow - 1);
+        for (int y = firstY; y <= lastY; ++y) {
+            for (int x = firstX; x <= lastX; ++x) {
+                const double distance = std::hypot(x - centreX, y - centreY);
+                float& ink = m_ink[IndexOf(x, y)];
+                ink = std::max(ink, static_cast<float>(std::clamp(radius + 0.5 - distance, 0.0, 1.0)));
+            }
+        }
+    }
+
+private:
+    std::size_t IndexOf(int x, int y) const {
+        return static_cast<std::size_t>(y - m_firstRow) * static_cast<std::size_t>(m_width) + static_cast<std::size_t>(x);
+    }
+
+    int m_firstRow;
+    int m_lastRow;
+    int m_width;
+    std::vector<SurfaceSample> m_samples;
+    std::vector<float> m_ink;
+};
+
+BandPainter::BandPainter(const SurfaceSampler& sampler, const EdgeRule& rule, const PartSurvey& survey,
+                         const PictureStyle& style, const dg::DVec3& towardsLight)
+    : m_sampler(sampler), m_rule(rule), m_survey(survey), m_style(style), m_towardsLight(towardsLight),
+      m_samples(style.samplesPerPixel) {
+    const double widest = std::max({style.outlineWidth, style.overlapWidth, style.contactWidth, style.creaseWidth});
+    m_margin = static_cast<int>(std::ceil(0.5 * widest * m_samples)) + 2;
+}
+
+void BandPainter::Paint(int first, int last, Raster& raster) const {
+    Band band(m_sampler, first * m_samples - m_margin, last * m_samples + m_margin);
+    RemoveSpecks(band);
+    DrawLines(band);
+    Resolve(band, first, last, raster);
+}
+
+// All specks are found before the first is mended, or what is mended would depend on where the band begins.
+void BandPainter::RemoveSpecks(Band& band) const {
+    struct Mend {
+        int x;
+        int y;
+        SurfaceSample sample;
+    };
+    std::vector<Mend> mends;
+    for (int y = band.GetFirstRow() + 1; y + 1 < band.GetLastRow(); ++y) {
+        for (int x = 1; x + 1 < band.GetWidth(); ++x) {
+            if (IsSpeck(band, x, y, false)) {
+                mends.push_back({x, y, band.SampleAt(x - 1, y)});
+                mends.back().sample.depth += mends.back().sample.slopeX;
+            } else if (IsSpeck(band, x, y, true)) {
+                mends.push_back({x, y, band.SampleAt(x, y - 1)});
+                mends.back().sample.depth += mends.back().sample.slopeY;
+            }
+        }
+    }
+    for (const Mend& mend : mends) band.SampleAt(mend.x, mend.y) = mend.sample;
+}
+
+bool BandPainter::IsSpeck(const Band& band, int x, int y, bool isVertical) const {
+    const int beforeX = isVertical ? x : x - 1;
+    const int beforeY = isVertical ? y - 1 : y;
+    const SurfaceSample& before = band.SampleAt(beforeX, beforeY);
+    const SurfaceSample& after = band.SampleAt(2 * x - beforeX, 2 * y - beforeY);
+    return m_rule.IsSpeck(before, band.SampleAt(x, y), after, beforeX, beforeY, isVertical);
+}
+
+void BandPainter::DrawLines(Band& band) const {
+    for (int y = band.GetFirstRow(); y < band.GetLastRow(); ++y) {
+        for (int x = 0; x < band.GetWidth(); ++x) {
+            if (x + 1 < band.GetWidth()) DrawLine(band, x, y, false);
+            if (y + 1 < band.GetLastRow()) DrawLine(band, x, y, true);
+        }
+    }
+}
+
+void BandPainter::DrawLine(Band& band, int x, int y, bool isVertical) const {
+    const SurfaceSample& a = band.SampleAt(x, y);
+    const SurfaceSample& b = isVertical ? band.SampleAt(x, y + 1) : band.SampleAt(x + 1, y);
+    const double width = m_rule.LineWidth(a, b, x, y, isVertical);
+    if (width <= 0.0) return;
+    const double shareA = a.IsGround() ? 1.0 : m_survey.LineShare(a.placement);
+    const double shareB = b.IsGround() ? 1.0 : m_survey.LineShare(b.placement);
+    const double radius = 0.5 * width * std::min(shareA, shareB) * m_samples;
+    band.Stamp(isVertical ? x : x + 0.5, isVertical ? y + 0.5 : y, radius);
+}
+
+void BandPainter::Resolve(const Band& band, int first, int last, Raster& raster) const {
+    for (int y = first; y < last; ++y) {
+        for (int x = 0; x < raster.width; ++x) {
+            double sum = 0.0;
+            for (int i = 0; i < m_samples * m_samples; ++i) {
+                const int column = x * m_samples + i % m_samples;
+                const int row = y * m_samples + i / m_samples;
+                const auto ink = static_cast<double>(band.InkAt(column, row));
+                sum += ToneOf(band.SampleAt(column, row)) * (1.0 - ink) + m_style.ink * ink;
+            }
+            const auto tone = static_cast<std::uint8_t>(std::lround(255.0 * sum / (m_samples * m_samples)));
+            std::uint8_t* pixel = &raster.pixels[3 * (static_cast<std::size_t>(y) * static_cast<std::size_t>(raster.width) +
+                                                      static_cast<std::size_t>(x))];
+            std::fill_n(pixel, 3, tone);
+        }
+    }
+}
+
+double BandPainter::ToneOf(const SurfaceSample& sample) const {
+    if (sample.IsGround()) return 1.0;
+    const dg::DVec3 normal(static_cast<double>(sample.normal.x), static_cast<double>(sample.normal.y),
+                           static_cast<double>(sample.normal.z));
+    const double light = 0.5 + 0.5 * normal.Dot(m_towardsLight);
+    return m_style.darkestTone + (m_style.brightestTone - m_style.darkestTone) * light;
+}
+
+}  // namespace zrsheet

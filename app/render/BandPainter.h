@@ -1,0 +1,43 @@
+// Paints one band of rows of the illustration; bands know nothing of each other and may be painted side by side.
+
+#pragma once
+
+#include <vector>
+
+#include "app/render/EdgeRule.h"
+#include "app/render/PartSurvey.h"
+#include "app/render/PictureStyle.h"
+#include "app/render/Raster.h"
+#include "app/render/SurfaceSampler.h"
+
+namespace zrsheet {
+
+/// What is handed over must outlive the painter. Any thread, different bands of one raster at once.
+class BandPainter {
+public:
+    BandPainter(const SurfaceSampler& sampler, const EdgeRule& rule, const PartSurvey& survey, const PictureStyle& style,
+                const dg::DVec3& towardsLight);
+
+    /// Paints the rows from `first` to before `last`.
+    void Paint(int first, int last, Raster& raster) const;
+
+private:
+    class Band;
+
+    void RemoveSpecks(Band& band) const;
+    bool IsSpeck(const Band& band, int x, int y, bool isVertical) const;
+    void DrawLines(Band& band) const;
+    void DrawLine(Band& band, int x, int y, bool isVertical) const;
+    void Resolve(const Band& band, int first, int last, Raster& raster) const;
+    double ToneOf(const SurfaceSample& sample) const;
+
+    const SurfaceSampler& m_sampler;
+    const EdgeRule& m_rule;
+    const PartSurvey& m_survey;
+    const PictureStyle& m_style;
+    dg::DVec3 m_towardsLight;
+    int m_samples;  // per pixel and axis
+    int m_margin;   // rows of samples around a band whose lines reach into it
+};
+
+}  // namespace zrsheet
