@@ -7,8 +7,8 @@
 
 namespace zrsheet {
 
-/// Writes to a temporary beside `path`, brings it to the disk and renames it. Throws ExportError; what stood at `path`
-/// is then untouched and the temporary gone. Any thread, not for one path from two at once.
+/// Writes to a temporary beside `path`, brings it to the disk and renames it. Throws ExportError; what stood
+/// at `path` is then untouched and the temporary gone. Any thread, not for one path from two at once.
 void WriteFileAtomically(const std::filesystem::path& path, std::string_view content);
 
 }  // namespace zrsheet

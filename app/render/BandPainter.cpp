@@ -17,7 +17,8 @@ public:
         m_samples.resize(count);
         m_ink.resize(count, 0.0F);
         for (int y = firstRow; y < lastRow; ++y) {
-            sampler.SampleRow(y, std::span(m_samples).subspan(IndexOf(0, y), static_cast<std::size_t>(m_width)));
+            sampler.SampleRow(y,
+                              std::span(m_samples).subspan(IndexOf(0, y), static_cast<std::size_t>(m_width)));
         }
     }
 
@@ -45,7 +46,8 @@ public:
 
 private:
     std::size_t IndexOf(int x, int y) const {
-        return static_cast<std::size_t>(y - m_firstRow) * static_cast<std::size_t>(m_width) + static_cast<std::size_t>(x);
+        return static_cast<std::size_t>(y - m_firstRow) * static_cast<std::size_t>(m_width) +
+               static_cast<std::size_t>(x);
     }
 
     int m_firstRow;
@@ -57,9 +59,14 @@ private:
 
 BandPainter::BandPainter(const SurfaceSampler& sampler, const EdgeRule& rule, const PartSurvey& survey,
                          const PictureStyle& style, const dg::DVec3& towardsLight)
-    : m_sampler(sampler), m_rule(rule), m_survey(survey), m_style(style), m_towardsLight(towardsLight),
+    : m_sampler(sampler),
+      m_rule(rule),
+      m_survey(survey),
+      m_style(style),
+      m_towardsLight(towardsLight),
       m_samples(style.samplesPerPixel) {
-    const double widest = std::max({style.outlineWidth, style.overlapWidth, style.contactWidth, style.creaseWidth});
+    const double widest =
+        std::max({style.outlineWidth, style.overlapWidth, style.contactWidth, style.creaseWidth});
     m_margin = static_cast<int>(std::ceil(0.5 * widest * m_samples)) + 2;
 }
 
@@ -131,8 +138,9 @@ void BandPainter::Resolve(const Band& band, int first, int last, Raster& raster)
                 sum += ToneOf(band.SampleAt(column, row)) * (1.0 - ink) + m_style.ink * ink;
             }
             const auto tone = static_cast<std::uint8_t>(std::lround(255.0 * sum / (m_samples * m_samples)));
-            std::uint8_t* pixel = &raster.pixels[3 * (static_cast<std::size_t>(y) * static_cast<std::size_t>(raster.width) +
-                                                      static_cast<std::size_t>(x))];
+            std::uint8_t* pixel =
+                &raster.pixels[3 * (static_cast<std::size_t>(y) * static_cast<std::size_t>(raster.width) +
+                                    static_cast<std::size_t>(x))];
             std::fill_n(pixel, 3, tone);
         }
     }

@@ -1,4 +1,5 @@
-// Paints one band of rows of the illustration; bands know nothing of each other and may be painted side by side.
+// Paints one band of rows of the illustration; bands know nothing of each other and may be painted side by
+// side.
 
 #pragma once
 
@@ -15,8 +16,8 @@ namespace zrsheet {
 /// What is handed over must outlive the painter. Any thread, different bands of one raster at once.
 class BandPainter {
 public:
-    BandPainter(const SurfaceSampler& sampler, const EdgeRule& rule, const PartSurvey& survey, const PictureStyle& style,
-                const dg::DVec3& towardsLight);
+    BandPainter(const SurfaceSampler& sampler, const EdgeRule& rule, const PartSurvey& survey,
+                const PictureStyle& style, const dg::DVec3& towardsLight);
 
     /// Paints the rows from `first` to before `last`.
     void Paint(int first, int last, Raster& raster) const;

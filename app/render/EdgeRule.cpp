@@ -7,8 +7,8 @@
 namespace zrsheet {
 namespace {
 
-// How far the crossing of two facets may lie outside the step between their samples, in steps: room for a facet that
-// falls between the samples and for rounding.
+// How far the crossing of two facets may lie outside the step between their samples, in steps: room for a
+// facet that falls between the samples and for rounding.
 constexpr float kCrossingSlack = 0.5F;
 // In pixels. A surface that falls back by less has no visible step.
 constexpr double kLeastStep = 0.5;
@@ -52,7 +52,8 @@ EdgeRule::EdgeRule(const SurfaceSampler& sampler, const PictureStyle& style)
       m_style(style),
       m_creaseCosine(static_cast<float>(std::cos(style.creaseAngle * std::numbers::pi / 180.0))) {}
 
-double EdgeRule::LineWidth(const SurfaceSample& a, const SurfaceSample& b, int x, int y, bool isVertical) const {
+double EdgeRule::LineWidth(const SurfaceSample& a, const SurfaceSample& b, int x, int y,
+                           bool isVertical) const {
     if (a.IsGround() || b.IsGround()) return a.IsGround() == b.IsGround() ? 0.0 : m_style.outlineWidth;
     const bool isCrease = IsCrease(a, b);
     const Step step = StepBetween(a, b, isVertical);
@@ -61,16 +62,18 @@ double EdgeRule::LineWidth(const SurfaceSample& a, const SurfaceSample& b, int x
     if (a.part != b.part) {
         const bool isOnePlane = gap < kSamePlaneGap && Dot(a.facet, b.facet) > kSamePlaneCosine;
         if (isOnePlane && m_sampler.Coincide(a, b, x, y, isVertical)) return 0.0;
-        return Blend(m_style.contactWidth, m_style.overlapWidth, (gap - kContactGap) / (kOverlapGap - kContactGap));
+        return Blend(m_style.contactWidth, m_style.overlapWidth,
+                     (gap - kContactGap) / (kOverlapGap - kContactGap));
     }
     if (!step.isJoint && gap > kLeastStep) {
-        return Blend(m_style.creaseWidth, m_style.overlapWidth, (gap - kLeastStep) / (kOverlapGap - kLeastStep));
+        return Blend(m_style.creaseWidth, m_style.overlapWidth,
+                     (gap - kLeastStep) / (kOverlapGap - kLeastStep));
     }
     return isCrease ? m_style.creaseWidth : 0.0;
 }
 
-bool EdgeRule::IsSpeck(const SurfaceSample& before, const SurfaceSample& middle, const SurfaceSample& after, int x, int y,
-                       bool isVertical) const {
+bool EdgeRule::IsSpeck(const SurfaceSample& before, const SurfaceSample& middle, const SurfaceSample& after,
+                       int x, int y, bool isVertical) const {
     if (before.IsGround() || before.part != after.part) return false;
     const Step across = StepBetween(before, after, isVertical, 2.0F);
     if (!across.isJoint && ToPixels(static_cast<double>(across.gap), before, x, y) > kLeastStep) return false;

@@ -24,7 +24,9 @@ constexpr double kSurveySamples = 0.5;  // per pixel and axis
 dg::DVec3 TowardsLight(const dg::Camera3D& camera) {
     const double x = 0.5 * camera.GetViewportWidth();
     const double y = 0.5 * camera.GetViewportHeight();
-    const auto world = [&camera](double px, double py) { return dg::DPoint3D(px, py, 0.0) * camera.GetPixelToWorld(); };
+    const auto world = [&camera](double px, double py) {
+        return dg::DPoint3D(px, py, 0.0) * camera.GetPixelToWorld();
+    };
     const dg::DVec3 left = (world(x - 1.0, y) - world(x, y)).Normalized();
     const dg::DVec3 up = (world(x, y - 1.0) - world(x, y)).Normalized();
     const dg::DVec3 towardsEye = camera.PixelRay(x, y).direction * -1.0;
@@ -63,7 +65,8 @@ private:
 
 Raster RenderPicture(const zrg::RayScene& scene, const dg::Camera3D& camera, const PictureStyle& style,
                      std::span<const std::uint32_t> partOfPlacement, unsigned threads) {
-    DU_ASSERT(partOfPlacement.size() == scene.GetPlacementCount(), "Every placement needs the number of its part.");
+    DU_ASSERT(partOfPlacement.size() == scene.GetPlacementCount(),
+              "Every placement needs the number of its part.");
     const SurfaceSampler coarse(scene, camera, partOfPlacement, kSurveySamples);
     const PartSurvey survey(coarse, EdgeRule(coarse, style), scene.GetPlacementCount(), threads);
     const Smoothing smoothing(scene, survey, style.creaseAngle, threads);

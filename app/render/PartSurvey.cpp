@@ -23,7 +23,8 @@ using Tallies = std::map<std::uint32_t, Tally>;  // by part
 class Grid {
 public:
     Grid(const SurfaceSampler& sampler, unsigned threads)
-        : m_width(static_cast<std::size_t>(sampler.GetWidth())), m_height(static_cast<std::size_t>(sampler.GetHeight())) {
+        : m_width(static_cast<std::size_t>(sampler.GetWidth())),
+          m_height(static_cast<std::size_t>(sampler.GetHeight())) {
         m_samples.resize(m_width * m_height);
         ParallelFor(m_height, threads, [&](std::size_t y) {
             sampler.SampleRow(static_cast<int>(y), std::span(m_samples).subspan(y * m_width, m_width));
@@ -53,10 +54,12 @@ Tallies CountAll(const Grid& grid, const EdgeRule& rule) {
             const int column = static_cast<int>(x);
             const int row = static_cast<int>(y);
             if (!here.IsGround()) ++tallies[here.part].samples;
-            if (x + 1 < grid.GetWidth() && rule.LineWidth(here, grid.At(x + 1, y), column, row, false) > 0.0) {
+            if (x + 1 < grid.GetWidth() &&
+                rule.LineWidth(here, grid.At(x + 1, y), column, row, false) > 0.0) {
                 CountLine(tallies, here, grid.At(x + 1, y));
             }
-            if (y + 1 < grid.GetHeight() && rule.LineWidth(here, grid.At(x, y + 1), column, row, true) > 0.0) {
+            if (y + 1 < grid.GetHeight() &&
+                rule.LineWidth(here, grid.At(x, y + 1), column, row, true) > 0.0) {
                 CountLine(tallies, here, grid.At(x, y + 1));
             }
         }
@@ -66,7 +69,8 @@ Tallies CountAll(const Grid& grid, const EdgeRule& rule) {
 
 }  // namespace
 
-PartSurvey::PartSurvey(const SurfaceSampler& sampler, const EdgeRule& rule, std::uint32_t placements, unsigned threads)
+PartSurvey::PartSurvey(const SurfaceSampler& sampler, const EdgeRule& rule, std::uint32_t placements,
+                       unsigned threads)
     : m_isSeen(placements, false), m_lineShare(placements, kLeastShare) {
     const Grid grid(sampler, threads);
     const Tallies tallies = CountAll(grid, rule);
@@ -76,7 +80,8 @@ PartSurvey::PartSurvey(const SurfaceSampler& sampler, const EdgeRule& rule, std:
             if (sample.IsGround() || m_isSeen[sample.placement]) continue;
             const Tally& tally = tallies.at(sample.part);
             const double surface = static_cast<double>(tally.samples) / sampler.GetSamplesPerPixel();
-            const double share = surface / (kRoomySurface * static_cast<double>(std::max<std::uint64_t>(tally.lines, 1)));
+            const double share =
+                surface / (kRoomySurface * static_cast<double>(std::max<std::uint64_t>(tally.lines, 1)));
             m_isSeen[sample.placement] = true;
             m_lineShare[sample.placement] = std::clamp(share, kLeastShare, 1.0);
         }

@@ -17,8 +17,8 @@ struct Raster {
     friend bool operator==(const Raster&, const Raster&) = default;
 };
 
-/// The picture as a PNG file: equal pictures give equal bytes. Throws std::runtime_error when the picture is empty
-/// or memory runs out. Any thread.
+/// The picture as a PNG file: equal pictures give equal bytes. Throws std::runtime_error when the picture is
+/// empty or memory runs out. Any thread.
 [[nodiscard]] std::string EncodePng(const Raster& raster);
 
 }  // namespace zrsheet

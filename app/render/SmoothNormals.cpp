@@ -25,7 +25,8 @@ dg::FVec3 Narrow(const dg::DVec3& v) {
 /// The corners of a shape's triangles as points.
 class Corners {
 public:
-    explicit Corners(const zrg::Shape& shape) : m_positions(shape.GetPositions()), m_indices(shape.GetIndices()) {}
+    explicit Corners(const zrg::Shape& shape)
+        : m_positions(shape.GetPositions()), m_indices(shape.GetIndices()) {}
 
     std::array<float, 3> PositionOf(std::uint32_t corner) const {
         const std::size_t at = 3 * static_cast<std::size_t>(m_indices[corner]);
@@ -63,8 +64,8 @@ std::vector<dg::DVec3> FacetNormals(const Corners& corners, std::size_t triangle
 }
 
 /// The mean around one place as the facet of `corner` sees it.
-dg::DVec3 MeanNormal(std::span<const std::uint32_t> place, std::span<const dg::DVec3> facets, std::uint32_t corner,
-                     double creaseCosine) {
+dg::DVec3 MeanNormal(std::span<const std::uint32_t> place, std::span<const dg::DVec3> facets,
+                     std::uint32_t corner, double creaseCosine) {
     const dg::DVec3 own = facets[corner / 3].Normalized();
     if (place.size() > kMostNeighbours) return own;
     dg::DVec3 sum;
@@ -77,14 +78,16 @@ dg::DVec3 MeanNormal(std::span<const std::uint32_t> place, std::span<const dg::D
 
 }  // namespace
 
-SmoothNormals::SmoothNormals(const zrg::Shape& shape, double creaseAngle) : m_corners(shape.GetIndices().size()) {
+SmoothNormals::SmoothNormals(const zrg::Shape& shape, double creaseAngle)
+    : m_corners(shape.GetIndices().size()) {
     const double creaseCosine = std::cos(creaseAngle * std::numbers::pi / 180.0);
     const Corners corners(shape);
     const std::vector<dg::DVec3> facets = FacetNormals(corners, shape.GetTriangleCount());
     const std::vector<std::uint32_t> sorted = corners.SortedByPlace();
     for (std::size_t first = 0; first < sorted.size();) {
         std::size_t last = first + 1;
-        while (last < sorted.size() && corners.PositionOf(sorted[last]) == corners.PositionOf(sorted[first])) ++last;
+        while (last < sorted.size() && corners.PositionOf(sorted[last]) == corners.PositionOf(sorted[first]))
+            ++last;
         const auto place = std::span(sorted).subspan(first, last - first);
         for (const std::uint32_t corner : place) {
             m_corners[corner] = Narrow(MeanNormal(place, facets, corner, creaseCosine));

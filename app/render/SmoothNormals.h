@@ -11,9 +11,9 @@
 
 namespace zrsheet {
 
-/// A normal for each corner of each triangle: the mean of the facets around the corner that turn less than the crease
-/// angle against the triangle, weighted by their areas so that a fillet does not bend the flat face beside it. Vertices in
-/// one place count as one. Never changes once made, so any thread may read it.
+/// A normal for each corner of each triangle: the mean of the facets around the corner that turn less than
+/// the crease angle against the triangle, weighted by their areas so that a fillet does not bend the flat
+/// face beside it. Vertices in one place count as one. Never changes once made, so any thread may read it.
 class SmoothNormals {
 public:
     /// None yet.

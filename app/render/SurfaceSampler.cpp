@@ -36,8 +36,10 @@ void SurfaceSampler::SampleRow(int y, std::span<SurfaceSample> row) const {
             row[i] = SurfaceSample();
             continue;
         }
-        // Flat faces without smoothing fill most of most pictures: what holds for the whole facet is found once.
-        const bool isSameFacet = i > 0 && hits[i - 1].placement == hit.placement && hits[i - 1].triangle == hit.triangle;
+        // Flat faces without smoothing fill most of most pictures: what holds for the whole facet is found
+        // once.
+        const bool isSameFacet =
+            i > 0 && hits[i - 1].placement == hit.placement && hits[i - 1].triangle == hit.triangle;
         row[i] = isSameFacet ? row[i - 1] : DescribeFacet(hit);
         row[i].depth = static_cast<float>(DepthOf(hit.point));
         if (IsSmoothed(hit.placement)) row[i].normal = SmoothedNormal(hit, row[i].isTurned);
@@ -56,7 +58,8 @@ SurfaceSample SurfaceSampler::DescribeFacet(const zrg::RayHit& hit) const {
     const double steepest = kSteepest / SamplesPerDepth(hit.point);
     const auto slope = [&](std::size_t axis) {
         const double change = -pixelPlane(axis) / m_samplesPerPixel;
-        if (std::abs(change) >= steepest * std::abs(towards)) return static_cast<float>(std::copysign(steepest, change));
+        if (std::abs(change) >= steepest * std::abs(towards))
+            return static_cast<float>(std::copysign(steepest, change));
         return static_cast<float>(change / towards);
     };
     SurfaceSample sample;
@@ -76,8 +79,10 @@ dg::FVec3 SurfaceSampler::SmoothedNormal(const zrg::RayHit& hit, bool isTurned) 
     return Narrow(isTurned ? world * -1.0 : world);
 }
 
-bool SurfaceSampler::Coincide(const SurfaceSample& a, const SurfaceSample& b, int x, int y, bool isVertical) const {
-    return IsMetAt(b.placement, a, x, y) && IsMetAt(a.placement, b, isVertical ? x : x + 1, isVertical ? y + 1 : y);
+bool SurfaceSampler::Coincide(const SurfaceSample& a, const SurfaceSample& b, int x, int y,
+                              bool isVertical) const {
+    return IsMetAt(b.placement, a, x, y) &&
+           IsMetAt(a.placement, b, isVertical ? x : x + 1, isVertical ? y + 1 : y);
 }
 
 bool SurfaceSampler::IsMetAt(std::uint32_t placement, const SurfaceSample& sample, int x, int y) const {
@@ -100,11 +105,14 @@ double SurfaceSampler::SamplesPerDepth(const dg::DPoint3D& point) const {
     const auto step = [&](std::size_t row) {
         return dg::DVec3(m(row, 0) - m(row, 3) * point.x, m(row, 1) - m(row, 3) * point.y,
                          m(row, 2) - m(row, 3) * point.z)
-                   .Length() / std::abs(w);
+                   .Length() /
+               std::abs(w);
     };
     return step(2) / step(0) * m_samplesPerPixel;
 }
 
-double SurfaceSampler::DepthOf(const dg::DPoint3D& point) const { return (point * m_camera.GetWorldToPixel()).z; }
+double SurfaceSampler::DepthOf(const dg::DPoint3D& point) const {
+    return (point * m_camera.GetWorldToPixel()).z;
+}
 
 }  // namespace zrsheet

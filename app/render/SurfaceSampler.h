@@ -13,29 +13,30 @@
 
 namespace zrsheet {
 
-/// The surface met by the ray through one sample. Depth runs as the camera's pixel space has it, which keeps planes
-/// plane: the depth of a facet changes by the slopes from sample to sample.
+/// The surface met by the ray through one sample. Depth runs as the camera's pixel space has it, which keeps
+/// planes plane: the depth of a facet changes by the slopes from sample to sample.
 struct SurfaceSample {
     static constexpr std::uint32_t kGround = 0xFFFFFFFFU;
 
     std::uint32_t part = kGround;
     std::uint32_t placement = kGround;
     float depth = 1.0F;
-    float slopeX = 0.0F;  // of depth, to the next sample on the right
-    float slopeY = 0.0F;  // to the next sample below
-    dg::FVec3 facet;      // normal of the triangle in the world, towards the eye
-    dg::FVec3 normal;     // the same, smoothed
+    float slopeX = 0.0F;    // of depth, to the next sample on the right
+    float slopeY = 0.0F;    // to the next sample below
+    dg::FVec3 facet;        // normal of the triangle in the world, towards the eye
+    dg::FVec3 normal;       // the same, smoothed
     bool isTurned = false;  // the triangle's winding shows it from behind
 
     bool IsGround() const { return part == kGround; }
 };
 
 /// A grid of `samplesPerPixel` squared samples a pixel, laid so that pixel (x, y) is the square from there to
-/// (x + 1, y + 1) in the camera's pixel space. The scene, the parts and the camera must outlive it. Reading: any thread.
+/// (x + 1, y + 1) in the camera's pixel space. The scene, the parts and the camera must outlive it. Reading:
+/// any thread.
 class SurfaceSampler {
 public:
-    SurfaceSampler(const zrg::RayScene& scene, const dg::Camera3D& camera, std::span<const std::uint32_t> partOfPlacement,
-                   double samplesPerPixel);
+    SurfaceSampler(const zrg::RayScene& scene, const dg::Camera3D& camera,
+                   std::span<const std::uint32_t> partOfPlacement, double samplesPerPixel);
 
     /// Smooths normals: one entry for each placement, null where `normal` shall remain the facet's.
     void SetSmoothing(std::span<const SmoothNormals* const> normals) { m_normals = normals; }
@@ -47,8 +48,8 @@ public:
     /// Fills a row; rows beyond the picture are sampled too. Requires: `row` holds GetWidth() samples.
     void SampleRow(int y, std::span<SurfaceSample> row) const;
 
-    /// Do the placements of both samples have a surface at the same depth in both? Then which one the ray reports is
-    /// chance. The samples stand at (x, y) and one step further.
+    /// Do the placements of both samples have a surface at the same depth in both? Then which one the ray
+    /// reports is chance. The samples stand at (x, y) and one step further.
     bool Coincide(const SurfaceSample& a, const SurfaceSample& b, int x, int y, bool isVertical) const;
 
     /// How many samples wide a change of depth by 1 is at a place.
@@ -56,7 +57,9 @@ public:
 
 private:
     SurfaceSample DescribeFacet(const zrg::RayHit& hit) const;
-    bool IsSmoothed(std::uint32_t placement) const { return !m_normals.empty() && m_normals[placement] != nullptr; }
+    bool IsSmoothed(std::uint32_t placement) const {
+        return !m_normals.empty() && m_normals[placement] != nullptr;
+    }
     dg::FVec3 SmoothedNormal(const zrg::RayHit& hit, bool isTurned) const;
     double SamplesPerDepth(const dg::DPoint3D& point) const;
     bool IsMetAt(std::uint32_t placement, const SurfaceSample& sample, int x, int y) const;

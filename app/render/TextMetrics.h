@@ -19,8 +19,8 @@ inline constexpr const char* kFontFamily = "DejaVu Sans";
 /// The height of capital letters and digits: what centres a label to the eye.
 [[nodiscard]] double CapHeight(double size, bool bold = false);
 
-/// The text, or as much of its beginning as fits into `maxWidth` with an ellipsis behind; nothing when not even the
-/// ellipsis fits.
+/// The text, or as much of its beginning as fits into `maxWidth` with an ellipsis behind; nothing when not
+/// even the ellipsis fits.
 [[nodiscard]] std::string Ellipsize(std::string_view text, double size, double maxWidth, bool bold = false);
 
 }  // namespace zrsheet

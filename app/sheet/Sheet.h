@@ -101,6 +101,7 @@ struct SheetStyle {
     double leaderWidth = 1.0;
     double balloonWidth = 1.25;
     double dotRadius = 2.6;
+    double cellPadding = 6.0;  // left and right of a table cell's text
     std::string inkColor = "#000000";
     std::string dimColor = "#9a9a9a";
 };

@@ -1,0 +1,78 @@
+#include "app/export/ReportExporter.h"
+
+#include <cmath>
+#include <nlohmann/json.hpp>
+
+#include "app/export/AtomicFile.h"
+
+namespace zrsheet {
+namespace {
+
+using Json = nlohmann::ordered_json;
+
+// Adding zero makes a plain 0 of -0.
+double Rounded(double value) { return std::round(value * 100.0) / 100.0 + 0.0; }
+
+Json PointJson(const PagePoint& point) { return Json::array({Rounded(point.x), Rounded(point.y)}); }
+
+Json BoxJson(const PageBox& box) {
+    return Json::array({Rounded(box.x0), Rounded(box.y0), Rounded(box.x1), Rounded(box.y1)});
+}
+
+Json CalloutJson(const SheetCallout& callout) {
+    Json json{{"id", callout.id}};
+    if (callout.hasItem) json["itemId"] = callout.itemId;
+    json["label"] = callout.label;
+    json["box"] = BoxJson(callout.box);
+    json["leaders"] = Json::array();
+    for (const SheetLeader& leader : callout.leaders) {
+        json["leaders"].push_back({{"anchor", PointJson(leader.anchor)},
+                                   {"end", PointJson(leader.end)},
+                                   {"instance", leader.instance},
+                                   {"visible", leader.visible}});
+    }
+    return json;
+}
+
+Json ItemJson(const SheetItem& item) {
+    return {{"itemId", item.itemId},
+            {"label", item.label},
+            {"quantity", item.quantity},
+            {"name", item.name},
+            {"instances", item.instances}};
+}
+
+Json SecondsJson(const SheetSeconds& seconds) {
+    return {{"load", Rounded(seconds.load)},
+            {"create", Rounded(seconds.create)},
+            {"pick", Rounded(seconds.pick)},
+            {"render", Rounded(seconds.render)},
+            {"write", Rounded(seconds.write)}};
+}
+
+Json ModelJson(const SheetModel& model) {
+    return {{"box", BoxJson(model.box)},
+            {"parts", model.parts},
+            {"instances", model.instances},
+            {"triangles", model.triangles}};
+}
+
+}  // namespace
+
+std::string ReportText(const Sheet& sheet) {
+    Json report{{"schema", 1},
+                {"page", {{"width", Rounded(sheet.width)}, {"height", Rounded(sheet.height)}}},
+                {"model", ModelJson(sheet.model)},
+                {"callouts", Json::array()},
+                {"items", Json::array()}};
+    for (const SheetCallout& callout : sheet.callouts) report["callouts"].push_back(CalloutJson(callout));
+    for (const SheetItem& item : sheet.items) report["items"].push_back(ItemJson(item));
+    report["seconds"] = SecondsJson(sheet.seconds);
+    return report.dump(2, ' ', false, Json::error_handler_t::replace) + "\n";
+}
+
+void ExportReport(const Sheet& sheet, const std::filesystem::path& path) {
+    WriteFileAtomically(path, ReportText(sheet));
+}
+
+}  // namespace zrsheet

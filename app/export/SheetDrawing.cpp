@@ -1,0 +1,111 @@
+#include "app/export/SheetDrawing.h"
+
+#include <algorithm>
+#include <cstddef>
+
+#include "app/export/CleanText.h"
+#include "app/render/TextMetrics.h"
+
+namespace zrsheet {
+namespace {
+
+constexpr double kHalo = 1.4;  // white on each side of a leader
+constexpr double kHeadRuleWidth = 1.2;
+constexpr double kRowRuleWidth = 0.5;
+constexpr const char* kRowRuleColor = "#b8b8b8";
+
+double Middle(double a, double b) { return 0.5 * (a + b); }
+
+DrawnLeader DrawLeader(const SheetLeader& leader, const SheetStyle& style) {
+    const std::string& color = leader.visible ? style.inkColor : style.dimColor;
+    return {{leader.end, leader.anchor, style.leaderWidth + 2.0 * kHalo, kPaperColor, false},
+            {leader.anchor, style.dotRadius + kHalo, kPaperColor},
+            {leader.end, leader.anchor, style.leaderWidth, color, !leader.visible},
+            {leader.anchor, style.dotRadius, color}};
+}
+
+DrawnCallout DrawCallout(const SheetCallout& callout, const SheetStyle& style) {
+    const PageBox& box = callout.box;
+    DrawnCallout drawn;
+    for (const SheetLeader& leader : callout.leaders) drawn.leaders.push_back(DrawLeader(leader, style));
+    drawn.balloon = {box, 0.5 * std::min(box.x1 - box.x0, box.y1 - box.y0), style.balloonWidth,
+                     style.inkColor};
+    const double baseline = Middle(box.y0, box.y1) + 0.5 * CapHeight(style.fontSize);
+    drawn.label = {CleanText(callout.label),
+                   {Middle(box.x0, box.x1), baseline},
+                   TextAlign::kMiddle,
+                   style.fontSize,
+                   false,
+                   style.inkColor};
+    return drawn;
+}
+
+/// Draws the table row by row, downwards.
+class TableDrawer {
+public:
+    TableDrawer(const Sheet& sheet, SheetDrawing& drawing)
+        : m_table(sheet.table),
+          m_style(sheet.style),
+          m_drawing(drawing),
+          m_capHeight(CapHeight(sheet.style.tableFontSize)) {}
+
+    void Draw() {
+        if (m_table.columns.empty()) return;
+        std::vector<TableCell> head;
+        for (const TableColumn& column : m_table.columns) head.push_back({column.title, 0.0});
+        DrawRule(m_table.box.y0, kHeadRuleWidth, m_style.inkColor);
+        DrawRow(head, 0, true);
+        for (std::size_t i = 0; i < m_table.rows.size(); ++i) {
+            DrawRow(m_table.rows[i], i + 1, false);
+            if (i > 0) DrawRule(TopOf(i + 1), kRowRuleWidth, kRowRuleColor);
+        }
+        DrawRule(TopOf(1), kHeadRuleWidth, m_style.inkColor);
+        DrawRule(TopOf(m_table.rows.size() + 1), kHeadRuleWidth, m_style.inkColor);
+    }
+
+private:
+    double TopOf(std::size_t row) const {
+        return m_table.box.y0 + static_cast<double>(row) * m_table.rowHeight;
+    }
+
+    void DrawRule(double y, double width, const std::string& color) {
+        m_drawing.tableRules.push_back({{m_table.box.x0, y}, {m_table.box.x1, y}, width, color, false});
+    }
+
+    void DrawRow(const std::vector<TableCell>& cells, std::size_t row, bool isHead) {
+        double left = m_table.box.x0;
+        const double baseline = TopOf(row) + 0.5 * (m_table.rowHeight + m_capHeight);
+        for (std::size_t i = 0; i < std::min(cells.size(), m_table.columns.size()); ++i) {
+            const TableColumn& column = m_table.columns[i];
+            const double x = column.alignRight ? left + column.width - m_style.cellPadding
+                                               : left + m_style.cellPadding + cells[i].indent;
+            m_drawing.tableTexts.push_back({CleanText(cells[i].text),
+                                            {x, baseline},
+                                            column.alignRight ? TextAlign::kRight : TextAlign::kLeft,
+                                            m_style.tableFontSize,
+                                            isHead,
+                                            m_style.inkColor});
+            left += column.width;
+        }
+    }
+
+    const SheetTable& m_table;
+    const SheetStyle& m_style;
+    SheetDrawing& m_drawing;
+    double m_capHeight;
+};
+
+}  // namespace
+
+SheetDrawing DrawSheet(const Sheet& sheet) {
+    SheetDrawing drawing;
+    drawing.title = {
+        CleanText(sheet.title), sheet.titlePlace, TextAlign::kLeft, sheet.style.titleFontSize, true,
+        sheet.style.inkColor};
+    for (const SheetCallout& callout : sheet.callouts)
+        drawing.callouts.push_back(DrawCallout(callout, sheet.style));
+    TableDrawer(sheet, drawing).Draw();
+    return drawing;
+}
+
+}  // namespace zrsheet

@@ -1,0 +1,76 @@
+// The sheet as lines, discs, balloons and texts: worked out once, painted by every exporter that draws.
+
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "app/sheet/Sheet.h"
+
+namespace zrsheet {
+
+/// A straight line.
+struct DrawnLine {
+    PagePoint from;
+    PagePoint to;
+    double width = 0.0;
+    std::string color;
+    bool isDashed = false;
+};
+
+/// Filled.
+struct DrawnDisc {
+    PagePoint centre;
+    double radius = 0.0;
+    std::string color;
+};
+
+enum class TextAlign { kLeft, kMiddle, kRight };
+
+/// `place` is on the baseline: where the text begins, its middle or its end.
+struct DrawnText {
+    std::string text;  // clean
+    PagePoint place;
+    TextAlign align = TextAlign::kLeft;
+    double size = 0.0;
+    bool isBold = false;
+    std::string color;
+};
+
+/// Painted in this order: the white ones keep the black ones readable over dark edges.
+struct DrawnLeader {
+    DrawnLine halo;
+    DrawnDisc dotHalo;
+    DrawnLine line;
+    DrawnDisc dot;
+};
+
+/// A white box with round ends and a line around; a circle when it is as wide as high.
+struct DrawnBalloon {
+    PageBox box;
+    double radius = 0.0;
+    double lineWidth = 0.0;
+    std::string color;
+};
+
+struct DrawnCallout {
+    std::vector<DrawnLeader> leaders;
+    DrawnBalloon balloon;
+    DrawnText label;
+};
+
+struct SheetDrawing {
+    DrawnText title;
+    std::vector<DrawnCallout> callouts;  // in the sheet's order
+    std::vector<DrawnLine> tableRules;
+    std::vector<DrawnText> tableTexts;
+};
+
+inline constexpr const char* kPaperColor = "#ffffff";
+/// Lengths of a dash and the gap behind it, in page pixels.
+inline constexpr double kDash = 5.0;
+inline constexpr double kDashGap = 3.0;
+
+[[nodiscard]] SheetDrawing DrawSheet(const Sheet& sheet);
+
+}  // namespace zrsheet
