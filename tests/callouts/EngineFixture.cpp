@@ -1,0 +1,213 @@
+#include "tests/callouts/EngineFixture.h"
+
+#include <algorithm>
+#include <iterator>
+#include <utility>
+
+#include "callouts/dll/ZRDll.h"
+#include "zrannotations/CalloutLeader.h"
+#include "zrannotations/CalloutTemplates.h"
+#include "zrg/Shape.h"
+#include "zrk/illustration/CollectionItem.h"
+#include "zrk/operation/Operation.h"
+#include "zrk/scene/Shape.h"
+#include "zrk/tree/ComponentInstance.h"
+#include "zrk/tree/Tree.h"
+#include "zrk/world/Kernel.h"
+#include "zrk/world/World.h"
+
+namespace zrcallouts {
+namespace {
+
+constexpr int kViewWidth = 400;
+constexpr int kViewHeight = 300;
+
+du::SmartPtr<zrk::Shape> MakeBoxShape() {
+    std::vector<float> positions;
+    for (unsigned corner = 0; corner < 8; ++corner) {
+        for (unsigned axis = 0; axis < 3; ++axis)
+            positions.push_back((corner >> axis & 1U) != 0 ? 1.0F : -1.0F);
+    }
+    const du::SmartPtr<zrg::Shape> data(
+        new zrg::Shape(positions, {0, 2, 1, 1, 2, 3, 4, 5, 6, 5, 7, 6, 0, 1, 4, 1, 5, 4,
+                                   2, 6, 3, 3, 6, 7, 0, 4, 2, 2, 4, 6, 1, 3, 5, 3, 7, 5}));
+    return new zrk::Shape(data);
+}
+
+dg::Location At(const dg::DPoint3D& position) { return {dg::FMat33::IDENTITY, position}; }
+
+}  // namespace
+
+EngineFixture::EngineFixture()
+    : m_scene(new zrk::illustration::Illustration3dScene), m_view(new zrk::ShapeView(m_scene, 1)) {
+    m_view->SetCamera(
+        dg::Camera3D::Orthographic({0, 0, 0}, {0, 0, -1}, {0, 1, 0}, 10.0, kViewWidth, kViewHeight, 100.0));
+    m_scene->AddView(m_view);
+    m_scene->GetAnnoSet(m_annoSet);
+    m_root.instance = new zrk::Instance(du::Symbol("root"), "root", nullptr, dg::Location::IDENTITY);
+    m_root.sbom = new zrk::illustration::SbomInstance(du::Symbol("root"), "root");
+    m_root.sbom->SetEbomInstance(m_root.instance);
+    zrk::World::GetWorld()->GetTree()->SetRoot(m_root.instance);
+    StartEngine();
+}
+
+EngineFixture::~EngineFixture() {
+    if (m_engine) StopEngine();
+    zrk::Kernel::GetKernel()->CancelPendingEvents();
+    m_scene->Close();
+    zrannotations::ClearCalloutTemplates();
+}
+
+void EngineFixture::StartEngine() {
+    du::SmartPtr<du::RefCounted> component;
+    ASSERT_TRUE(ZRDllCreateComponent("create", "callouts", "calloutengine", component));
+    m_engine = du::DynamicCast<Callouts>(component);
+    ASSERT_TRUE(m_engine);
+    m_engine->Initialize(m_scene);
+    m_itemList = m_engine->GetItemsList();
+}
+
+void EngineFixture::StopEngine() {
+    m_engine->Destroy();
+    WaitForPool();
+    m_engine = nullptr;
+}
+
+EngineFixture::NodePtr EngineFixture::MakeBox(const std::string& name) {
+    return new zrk::ComponentNode(name, MakeBoxShape());
+}
+
+EngineFixture::Part EngineFixture::AddPart(const std::string& name, const dg::DPoint3D& position,
+                                           const Part* parent, const NodePtr& node) {
+    const Part& above = parent != nullptr ? *parent : m_root;
+    Part part;
+    part.instance = new zrk::Instance(du::Symbol(name), name, node ? node : MakeBox(name), At(position));
+    part.sbom = new zrk::illustration::SbomInstance(du::Symbol(name), name);
+    above.instance->AddChild(part.instance);
+    above.sbom->AddChild(part.sbom);
+    part.sbom->SetEbomInstance(part.instance);
+    part.shape = m_scene->CreateShapeInstance(part.instance);
+    return part;
+}
+
+EngineFixture::Part EngineFixture::AddAssembly(const std::string& name, bool isWeld, const Part* parent) {
+    const Part& above = parent != nullptr ? *parent : m_root;
+    Part assembly;
+    const NodePtr node(new zrk::ComponentNode(name, nullptr));
+    assembly.instance = new zrk::Instance(du::Symbol(name), name, node, dg::Location::IDENTITY);
+    assembly.sbom = new zrk::illustration::SbomInstance(du::Symbol(name), name);
+    above.instance->AddChild(assembly.instance);
+    above.sbom->AddChild(assembly.sbom);
+    assembly.sbom->SetEbomInstance(assembly.instance);
+    assembly.sbom->SetWeld(isWeld);
+    return assembly;
+}
+
+EngineFixture::Part EngineFixture::AddSymbol(const std::string& id, const dg::DPoint3D& position) {
+    const du::SmartPtr<zrk::ComponentInstance> component(new zrk::ComponentInstance(du::Symbol(id)));
+    Part symbol;
+    symbol.instance = new zrk::Instance(component, id, MakeBox(id), At(position));
+    m_root.instance->AddChild(symbol.instance);
+    symbol.shape = m_scene->CreateShapeInstance(symbol.instance);
+    return symbol;
+}
+
+EngineFixture::ContentPtr EngineFixture::Literal(const std::string& text) {
+    return new zrannotations::LabelContent(text, zrannotations::TextProperties());
+}
+
+EngineFixture::ContentPtr EngineFixture::Reference(const std::string& group, const std::string& name,
+                                                   const std::string& shownPart, const std::string& scope) {
+    return new zrannotations::LabelContent(group, name, shownPart, scope, zrannotations::TextProperties());
+}
+
+EngineFixture::TemplatePtr EngineFixture::MakeTemplate(std::vector<ContentPtr> contents,
+                                                       const std::string& name, bool isCustom) {
+    const std::string id = "template" + std::to_string(zrannotations::GetCalloutTemplates().size());
+    const du::SmartPtr<zrk::illustration::CollectionItem> item(
+        new zrk::illustration::CollectionItem(name, isCustom));
+    const TemplatePtr definition(new zrannotations::TAnnotation(id, std::move(contents), item));
+    zrannotations::AddCalloutTemplate(definition);
+    return definition;
+}
+
+EngineFixture::CalloutPtr EngineFixture::MakeCallout(const TemplatePtr& definition, const Part& part,
+                                                     std::optional<unsigned> itemId, const Part* assembly,
+                                                     bool isKit) {
+    const CalloutPtr callout(new zrannotations::Callout);
+    EXPECT_TRUE(
+        callout->Initialize(definition, part.shape, isKit, assembly != nullptr ? assembly->sbom : SbomPtr()));
+    if (itemId) callout->SetItemId(*itemId);
+    return callout;
+}
+
+EngineFixture::CalloutPtr EngineFixture::MakeFreeCallout(const TemplatePtr& definition,
+                                                         std::optional<unsigned> itemId) {
+    const CalloutPtr callout(new zrannotations::Callout);
+    callout->InitializeFree(definition, {0, 0, 0});
+    if (itemId) callout->SetItemId(*itemId);
+    return callout;
+}
+
+void EngineFixture::Show(const du::SmartPtr<zrk::Annotation>& annotation,
+                         const du::SmartPtr<zrk::Operation>& operation) {
+    m_annoSet->AddAnnotationToSet(annotation, operation);
+}
+
+EngineFixture::CalloutPtr EngineFixture::AddCallout(const TemplatePtr& definition, const Part& part,
+                                                    std::optional<unsigned> itemId) {
+    const CalloutPtr callout = MakeCallout(definition, part, itemId);
+    Show(callout);
+    return callout;
+}
+
+void EngineFixture::Connect(const CalloutPtr& callout, const Part& part, const Part* assembly) {
+    dg::DPoint3D anchor;
+    ASSERT_TRUE(callout->CalculateAnchor(part.shape, anchor));
+    callout->ConnectLeader(
+        callout->CreateCalloutLeader(anchor, part.shape, assembly != nullptr ? assembly->sbom : SbomPtr()));
+}
+
+void EngineFixture::ConnectWaiting(const CalloutPtr& callout, const std::string& instanceId) {
+    callout->ConnectLeader(new zrannotations::CalloutLeader(dg::DPoint3D(0, 0, 1), instanceId));
+}
+
+EngineFixture::InsetPtr EngineFixture::AddInset(double x, double y) {
+    zrannotations::Inset::Glass glass;
+    glass.source = {x, y, 0};
+    glass.centre = {300, 80, 0};
+    glass.radius = 60;
+    glass.factor = 5.0F;
+    const InsetPtr inset(new zrannotations::Inset(m_view, glass));
+    Show(inset);
+    return inset;
+}
+
+unsigned EngineFixture::AddItem(const std::vector<Part>& parts, const std::string& label) {
+    std::vector<SbomPtr> instances;
+    std::transform(parts.begin(), parts.end(), std::back_inserter(instances),
+                   [](const Part& part) { return part.sbom; });
+    return Items().AddItem(instances, label, true, false);
+}
+
+EngineFixture::CalloutVec EngineFixture::Filed(const Part& part) const {
+    Callouts::CalloutSet callouts;
+    m_engine->GetCalloutSetForSbomInstance(part.sbom, callouts);
+    return {callouts.begin(), callouts.end()};
+}
+
+EngineFixture::CalloutVec EngineFixture::OfItem(unsigned itemId) const {
+    CalloutVec callouts;
+    m_engine->GetItemIdCallouts(itemId, callouts);
+    return callouts;
+}
+
+du::SmartPtr<zrk::Operation> EngineFixture::MakeOperation() const {
+    return new zrk::Operation("Test", m_scene, true);
+}
+
+std::size_t EngineFixture::Pump() { return zrk::Kernel::GetKernel()->DispatchEvents(); }
+
+void EngineFixture::WaitForPool() { zrk::World::GetWorld()->GetTaskPool()->WaitIdle(); }
+
+}  // namespace zrcallouts
