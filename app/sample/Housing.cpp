@@ -17,7 +17,7 @@ constexpr double kScrewHole = 3.4;  // radius
 constexpr double kRibHalf = 5;
 constexpr double kOuterHalf = 62;  // walls, in y
 constexpr double kInnerHalf = 52;
-constexpr double kRibEnd = 75;
+constexpr double kRibEnd = 77.5;  // past the bolt holes
 constexpr double kBottom = -120;
 constexpr PlanBox kFlange{{-164, -kHousingHalfWidth}, {262, kHousingHalfWidth}};
 constexpr PlanBox kWalls{{-144, -kOuterHalf}, {kEndWall, kOuterHalf}};
