@@ -29,12 +29,15 @@ void Operation::Undo() {
 }
 
 void Operation::Redo() {
-    for (const auto& step : Steps()) step->Redo();
+    for (const auto& step : Steps()) {
+        if (step->HasUndo()) step->Redo();
+    }
 }
 
 bool Operation::IsRecordable() const {
     const auto steps = Steps();
-    return m_isUndoable && std::any_of(steps.begin(), steps.end(), [](const auto& step) { return step->Recordable(); });
+    return m_isUndoable &&
+           std::any_of(steps.begin(), steps.end(), [](const auto& step) { return step->Recordable(); });
 }
 
 void RecordOperation(const du::SmartPtr<Operation>& operation) {

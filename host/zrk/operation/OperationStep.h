@@ -20,6 +20,7 @@ public:
     virtual const char* GetDebugClassName() const { return "zrk::OperationStep"; }
     /// Whether the step makes its operation worth an entry in the history.
     virtual bool Recordable() const { return true; }
+    /// A step without undo stays done when its operation is undone, and is not done again.
     virtual bool HasUndo() const { return true; }
     virtual du::Symbol Type() const;
     virtual void Undo() = 0;
