@@ -31,6 +31,7 @@ void Kernel::Stop() {
     const auto kernel = ExchangeKernel(nullptr);
     if (!kernel) return;
     kernel->StopDispatcher();
+    kernel->Close();
     kernel->CancelPendingEvents();
 }
 
@@ -44,9 +45,10 @@ du::Symbol Kernel::GetObjectClass() const {
 void Kernel::Post(Work work) {
     {
         const std::lock_guard hold(m_queueMutex);
-        m_queue.push_back(std::move(work));
+        if (!m_isClosed) m_queue.push_back(std::exchange(work, nullptr));
     }
     m_wake.notify_one();
+    if (work) work(kCancelled);
 }
 
 bool Kernel::RunNext() {
@@ -65,6 +67,11 @@ std::size_t Kernel::DispatchEvents() {
     std::size_t count = 0;
     while (RunNext()) ++count;
     return count;
+}
+
+void Kernel::Close() {
+    const std::lock_guard hold(m_queueMutex);
+    m_isClosed = true;
 }
 
 void Kernel::StartDispatcher() {

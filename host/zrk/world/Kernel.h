@@ -1,4 +1,5 @@
-// The heart of the application: it answers what was asked for later, and keeps alive what waits for an answer.
+// The heart of the application: it answers what was asked for later, and keeps alive what waits for an
+// answer.
 
 #pragma once
 
@@ -14,8 +15,8 @@
 
 namespace zrk {
 
-/// Work may be posted from any thread. It runs in order, either when the application pumps (DispatchEvents) or on the
-/// kernel's own dispatcher thread.
+/// Work may be posted from any thread. It runs in order, either when the application pumps (DispatchEvents)
+/// or on the kernel's own dispatcher thread.
 class Kernel : public dom::ManagedObject {
 public:
     /// Status 0: do it; others: the kernel stops, so answer that it was cancelled.
@@ -31,7 +32,7 @@ public:
 
     du::Symbol GetObjectClass() const override;
 
-    /// Only queues.
+    /// Only queues; work that comes when the kernel has stopped is cancelled at once, on the calling thread.
     void Post(Work work);
     /// Runs what is queued, and what that queues in turn, until nothing is left; returns how much was run.
     std::size_t DispatchEvents();
@@ -43,12 +44,14 @@ public:
 
 private:
     bool RunNext();
+    void Close();
     void DispatchUntilStopped();
 
-    std::mutex m_queueMutex;  // guards the three below
+    std::mutex m_queueMutex;  // guards the four below
     std::condition_variable m_wake;
     std::deque<Work> m_queue;
     bool m_isStopping = false;
+    bool m_isClosed = false;
     std::thread m_dispatcher;  // touched by StartDispatcher and StopDispatcher only, the application's thread
 };
 
