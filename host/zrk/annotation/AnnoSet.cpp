@@ -12,40 +12,57 @@ AnnoSet::AnnoSet(std::shared_ptr<du::BackLink<Scene>> scene) : m_scene(std::move
 
 AnnoSet::~AnnoSet() = default;
 
-bool AnnoSet::Insert(const AnnotationPtr& annotation) {
+std::optional<AnnoSet::Place> AnnoSet::Insert(const AnnotationPtr& annotation, std::optional<Place> place) {
     const std::lock_guard hold(m_mutex);
-    if (!m_places.emplace(annotation.get(), m_inserted).second) return false;
-    m_inOrder.emplace(m_inserted++, annotation);
+    if (m_places.count(annotation.get()) != 0) return std::nullopt;
+    const Place taken = place ? *place : m_inserted++;
+    m_places.emplace(annotation.get(), taken);
+    m_inOrder.emplace(taken, annotation);
     annotation->Bind(m_scene);
-    return true;
+    return taken;
 }
 
-bool AnnoSet::Erase(const AnnotationPtr& annotation) {
+std::optional<AnnoSet::Place> AnnoSet::Erase(const AnnotationPtr& annotation) {
     const std::lock_guard hold(m_mutex);
-    const auto place = m_places.find(annotation.get());
-    if (place == m_places.end()) return false;
-    m_inOrder.erase(place->second);
-    m_places.erase(place);
+    const auto entry = m_places.find(annotation.get());
+    if (entry == m_places.end()) return std::nullopt;
+    const Place place = entry->second;
+    m_inOrder.erase(place);
+    m_places.erase(entry);
     if (m_referenced.count(annotation) == 0) annotation->Bind(nullptr);
-    return true;
+    return place;
+}
+
+void AnnoSet::NotifyAdded(const AnnotationPtr& annotation) const {
+    const auto scene = m_scene->Lock();
+    if (!scene) return;
+    scene->GetObservers().NotifyAll([&](SceneObserver& observer) { observer.OnAnnotationAdded(annotation); });
 }
 
 bool AnnoSet::AddAnnotationToSet(const AnnotationPtr& annotation, const du::SmartPtr<Operation>& operation) {
     if (!annotation) return false;
-    const bool isNew = Insert(annotation);
-    if (isNew && operation) operation->AddStep(new AnnoSetStep(this, annotation, AnnoSetStep::Change::kAdded));
-    if (const auto scene = m_scene->Lock()) {
-        scene->GetObservers().NotifyAll([&](SceneObserver& observer) { observer.OnAnnotationAdded(annotation); });
-    }
-    return isNew;
+    const auto place = Insert(annotation, std::nullopt);
+    if (place && operation)
+        operation->AddStep(new AnnoSetStep(this, annotation, *place, AnnoSetStep::Change::kAdded));
+    NotifyAdded(annotation);
+    return place.has_value();
 }
 
-bool AnnoSet::RemoveAnnotationFromSet(const AnnotationPtr& annotation, const du::SmartPtr<Operation>& operation) {
-    const AnnotationPtr removed = annotation;  // the argument may lie in a container that the observers change
-    if (!removed || !Erase(removed)) return false;
-    if (operation) operation->AddStep(new AnnoSetStep(this, removed, AnnoSetStep::Change::kRemoved));
+void AnnoSet::PutBack(const AnnotationPtr& annotation, Place place) {
+    Insert(annotation, place);
+    NotifyAdded(annotation);
+}
+
+bool AnnoSet::RemoveAnnotationFromSet(const AnnotationPtr& annotation,
+                                      const du::SmartPtr<Operation>& operation) {
+    const AnnotationPtr removed =
+        annotation;  // the argument may lie in a container that the observers change
+    const auto place = removed ? Erase(removed) : std::nullopt;
+    if (!place) return false;
+    if (operation) operation->AddStep(new AnnoSetStep(this, removed, *place, AnnoSetStep::Change::kRemoved));
     if (const auto scene = m_scene->Lock()) {
-        scene->GetObservers().NotifyAll([&](SceneObserver& observer) { observer.OnAnnotationRemoved(removed); });
+        scene->GetObservers().NotifyAll(
+            [&](SceneObserver& observer) { observer.OnAnnotationRemoved(removed); });
     }
     return true;
 }
@@ -85,9 +102,11 @@ bool AnnoSet::IsReferencedAnnotation(const AnnotationPtr& annotation) const {
 
 void AnnoSet::GetAnnotationCounts(unsigned mask, std::uint64_t& own, std::uint64_t& referenced) const {
     const std::lock_guard hold(m_mutex);
-    const auto counts = [mask](const AnnotationPtr& annotation) { return (annotation->GetCountMask() & mask) != 0; };
-    own = static_cast<std::uint64_t>(
-        std::count_if(m_inOrder.begin(), m_inOrder.end(), [&](const auto& entry) { return counts(entry.second); }));
+    const auto counts = [mask](const AnnotationPtr& annotation) {
+        return (annotation->GetCountMask() & mask) != 0;
+    };
+    own = static_cast<std::uint64_t>(std::count_if(m_inOrder.begin(), m_inOrder.end(),
+                                                   [&](const auto& entry) { return counts(entry.second); }));
     referenced = static_cast<std::uint64_t>(std::count_if(m_referenced.begin(), m_referenced.end(), counts));
 }
 

@@ -6,21 +6,23 @@
 #include <map>
 #include <memory>
 #include <mutex>
+#include <optional>
 #include <set>
 #include <unordered_map>
 #include <vector>
 
 #include "du/BackLink.h"
 #include "du/SmartPtr.h"
-#include "zrk/annotation/Annotation.h"
 #include "zrk/annotation/AnnoSetVisitor.h"
+#include "zrk/annotation/Annotation.h"
 #include "zrk/object/Object.h"
 #include "zrk/operation/Operation.h"
 
 namespace zrk {
 
-/// Any thread; look-ups are O(1), walks go in the order of insertion. The scene's observers are told on the calling thread,
-/// with no lock held. Beside its own annotations a set refers to others that a saved view keeps alive.
+/// Any thread; look-ups are O(1), walks go in the order of insertion. The scene's observers are told on the
+/// calling thread, with no lock held. Beside its own annotations a set refers to others that a saved view
+/// keeps alive.
 class AnnoSet : public Object {
 public:
     using AnnotationPtr = du::SmartPtr<Annotation>;
@@ -28,13 +30,14 @@ public:
     explicit AnnoSet(std::shared_ptr<du::BackLink<Scene>> scene);
     ~AnnoSet() override;
 
-    /// With an operation the change becomes a step of it. False when the annotation was there already; the observers are
-    /// told even so, for they may have lost track of it.
+    /// With an operation the change becomes a step of it. False when the annotation was there already; the
+    /// observers are told even so, for they may have lost track of it.
     bool AddAnnotationToSet(const AnnotationPtr& annotation, const du::SmartPtr<Operation>& operation);
     /// False, and nobody is told, when it was not there.
     bool RemoveAnnotationFromSet(const AnnotationPtr& annotation, const du::SmartPtr<Operation>& operation);
     /// Removes what depends on the annotation first.
-    bool RemoveAnnotationWithDependencies(const AnnotationPtr& annotation, const du::SmartPtr<Operation>& operation);
+    bool RemoveAnnotationWithDependencies(const AnnotationPtr& annotation,
+                                          const du::SmartPtr<Operation>& operation);
     bool Contains(const AnnotationPtr& annotation) const;
 
     std::set<AnnotationPtr> GetReferencedAnnotations() const;
@@ -52,14 +55,24 @@ public:
     void Clear();
 
 private:
-    bool Insert(const AnnotationPtr& annotation);
-    bool Erase(const AnnotationPtr& annotation);
+    friend class AnnoSetStep;
+
+    /// Places ascend in the order of insertion and are never used for another annotation.
+    using Place = std::uint64_t;
+
+    /// Puts a removed annotation back where it stood. The observers are told in any case.
+    void PutBack(const AnnotationPtr& annotation, Place place);
+    /// `place`: where it goes, a fresh one when empty. Empty when the annotation was there already.
+    std::optional<Place> Insert(const AnnotationPtr& annotation, std::optional<Place> place);
+    /// Empty when it was not there.
+    std::optional<Place> Erase(const AnnotationPtr& annotation);
+    void NotifyAdded(const AnnotationPtr& annotation) const;
 
     const std::shared_ptr<du::BackLink<Scene>> m_scene;
     mutable std::mutex m_mutex;  // guards all below
-    std::map<std::uint64_t, AnnotationPtr> m_inOrder;
-    std::unordered_map<const Annotation*, std::uint64_t> m_places;
-    std::uint64_t m_inserted = 0;
+    std::map<Place, AnnotationPtr> m_inOrder;
+    std::unordered_map<const Annotation*, Place> m_places;
+    Place m_inserted = 0;
     std::set<AnnotationPtr> m_referenced;
 };
 

@@ -2,6 +2,8 @@
 
 #pragma once
 
+#include <cstdint>
+
 #include "du/SmartPtr.h"
 #include "zrk/annotation/AnnoSet.h"
 #include "zrk/operation/OperationStep.h"
@@ -12,7 +14,9 @@ class AnnoSetStep : public OperationStep {
 public:
     enum class Change { kAdded, kRemoved };
 
-    AnnoSetStep(du::SmartPtr<AnnoSet> set, du::SmartPtr<Annotation> annotation, Change change);
+    /// `place`: the annotation's in the order of the set.
+    AnnoSetStep(du::SmartPtr<AnnoSet> set, du::SmartPtr<Annotation> annotation, std::uint64_t place,
+                Change change);
     ~AnnoSetStep() override;
 
     const char* GetDebugClassName() const override { return "zrk::AnnoSetStep"; }
@@ -24,6 +28,7 @@ private:
 
     const du::SmartPtr<AnnoSet> m_set;
     const du::SmartPtr<Annotation> m_annotation;
+    const std::uint64_t m_place;
     const Change m_change;
 };
 
