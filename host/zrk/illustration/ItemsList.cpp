@@ -316,9 +316,8 @@ void ItemsList::Clear() {
         m_numbers.clear();
         m_indicated.clear();
     }
-    Notify({kListCleared, 0}, [this] {
-        m_observers.NotifyAll([](ItemsListObserver& observer) { observer.OnListCleared(); });
-    });
+    Notify({kListCleared, 0},
+           [this] { m_observers.NotifyAll([](ItemsListObserver& observer) { observer.OnListCleared(); }); });
 }
 
 std::optional<ItemsList::Item> ItemsList::Capture(unsigned id) const {
@@ -328,11 +327,15 @@ std::optional<ItemsList::Item> ItemsList::Capture(unsigned id) const {
 }
 
 void ItemsList::NotifyBeginUpdate() {
-    m_observers.NotifyAll([](ItemsListObserver& observer) { observer.OnBeginUpdate(); });
+    m_observers.NotifyAll([](ItemsListObserver& observer) {
+        if (observer.RequiresBeginEnd()) observer.OnBeginUpdate();
+    });
 }
 
 void ItemsList::NotifyEndUpdate() {
-    m_observers.NotifyAll([](ItemsListObserver& observer) { observer.OnEndUpdate(); });
+    m_observers.NotifyAll([](ItemsListObserver& observer) {
+        if (observer.RequiresBeginEnd()) observer.OnEndUpdate();
+    });
 }
 
 }  // namespace zrk::illustration

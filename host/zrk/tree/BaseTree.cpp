@@ -10,7 +10,9 @@ BaseTree::~BaseTree() {
     for (const auto& observer : m_observers.Snapshot()) observer->OnDestroy();
 }
 
-void BaseTree::UnregisterObserver(const du::SmartPtr<TreeObserver>& observer) { m_observers.Unregister(observer); }
+void BaseTree::UnregisterObserver(const du::SmartPtr<TreeObserver>& observer) {
+    m_observers.Unregister(observer);
+}
 
 void BaseTree::SetRoot(const du::SmartPtr<Instance>& root) {
     BeginUpdate();
@@ -41,18 +43,22 @@ void BaseTree::Visit(BaseInstanceVisitor& visitor, VisitType) {
     }
 }
 
-void BaseTree::ChangeProperty(const du::SmartPtr<Instance>& instance, const du::Symbol& group, const du::Symbol& name,
-                              const du::Symbol& value) {
+void BaseTree::ChangeProperty(const du::SmartPtr<Instance>& instance, const du::Symbol& group,
+                              const du::Symbol& name, const du::Symbol& value) {
     instance->SetProperty(group, name, value);
     m_observers.NotifyAll([&](TreeObserver& observer) { observer.OnInstancePropertyValueChanged(instance); });
 }
 
 void BaseTree::BeginUpdate() {
-    m_observers.NotifyAll([](TreeObserver& observer) { observer.OnBeginUpdate(); });
+    m_observers.NotifyAll([](TreeObserver& observer) {
+        if (observer.RequiresBeginEnd()) observer.OnBeginUpdate();
+    });
 }
 
 void BaseTree::EndUpdate() {
-    m_observers.NotifyAll([](TreeObserver& observer) { observer.OnEndUpdate(); });
+    m_observers.NotifyAll([](TreeObserver& observer) {
+        if (observer.RequiresBeginEnd()) observer.OnEndUpdate();
+    });
 }
 
 }  // namespace zrk
