@@ -1,0 +1,30 @@
+#include "zrk/world/ComponentLibrary.h"
+
+#include <gtest/gtest.h>
+
+#include <stdexcept>
+#include <string>
+
+namespace zrk {
+namespace {
+
+// The user reads this text: it must name the file, and, for a wrong file, what it lacks.
+TEST(ComponentLibrary, SaysWhatIsMissing) {
+    const struct {
+        const char* name;
+        const char* text;
+    } rows[] = {{"noSuchComponent", "libnoSuchComponent.so"}, {"zrg", "has no entry ZRDllInit"}};
+    for (const auto& row : rows) {
+        try {
+            const ComponentLibrary library(row.name);
+            ADD_FAILURE() << row.name << " was loaded";
+        } catch (const std::runtime_error& error) {
+            const std::string text = error.what();
+            EXPECT_NE(text.find(row.text), std::string::npos) << text;
+            EXPECT_EQ(text.find('\n'), std::string::npos) << text;
+        }
+    }
+}
+
+}  // namespace
+}  // namespace zrk

@@ -1,0 +1,131 @@
+#include "zrk/operation/History.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <thread>
+#include <vector>
+
+#include "zrk/operation/Operation.h"
+#include "zrk/scene/Scene.h"
+
+namespace zrk {
+namespace {
+
+/// Writes down what was done to it.
+class Step : public OperationStep {
+public:
+    Step(std::string& log, char name, bool recordable, bool hasUndo)
+        : m_log(log), m_name(name), m_isRecordable(recordable), m_hasUndo(hasUndo) {}
+    bool Recordable() const override { return m_isRecordable; }
+    bool HasUndo() const override { return m_hasUndo; }
+    void Undo() override { (m_log += '-') += m_name; }
+    void Redo() override { (m_log += '+') += m_name; }
+
+private:
+    std::string& m_log;
+    const char m_name;
+    const bool m_isRecordable;
+    const bool m_hasUndo;
+};
+
+class HistoryTest : public testing::Test {
+protected:
+    void TearDown() override { m_scene->Close(); }
+
+    /// Lower case: recordable steps; upper case: steps that are not; a digit: a step without undo.
+    du::SmartPtr<Operation> Record(const std::string& steps, bool undoable = true) {
+        const du::SmartPtr<Operation> operation(new Operation("do " + steps, m_scene, undoable));
+        for (const char name : steps) {
+            operation->AddStep(new Step(m_log, name, std::isupper(name) == 0, std::isdigit(name) == 0));
+        }
+        RecordOperation(operation);
+        return operation;
+    }
+    std::string Log() { return std::exchange(m_log, {}); }
+
+    const du::SmartPtr<Scene> m_scene{new Scene};
+    History& m_history = m_scene->GetHistory();
+    std::string m_log;
+};
+
+TEST_F(HistoryTest, UndoesBackwardsAndRedoesForwards) {
+    Record("ab");
+    Record("cd");
+    EXPECT_EQ(m_history.GetUndoName(), "do cd");
+    EXPECT_TRUE(m_history.Undo());
+    EXPECT_TRUE(m_history.Undo());
+    EXPECT_FALSE(m_history.Undo());
+    EXPECT_EQ(Log(), "-d-c-b-a");
+    EXPECT_EQ(m_history.GetUndoName(), "");
+    EXPECT_TRUE(m_history.Redo());
+    EXPECT_EQ(m_history.GetUndoName(), "do ab");
+    EXPECT_TRUE(m_history.Redo());
+    EXPECT_FALSE(m_history.Redo());
+    EXPECT_EQ(Log(), "+a+b+c+d");
+}
+
+TEST_F(HistoryTest, ForgetsWhatWasUndoneWhenSomethingNewIsDone) {
+    Record("a");
+    Record("b");
+    m_history.Undo();
+    Record("c");
+    EXPECT_EQ(m_history.GetRedoCount(), 0U);
+    m_history.Undo();
+    m_history.Undo();
+    EXPECT_EQ(Log(), "-b-c-a");
+}
+
+TEST_F(HistoryTest, KeepsOnlyWhatIsWorthAnEntry) {
+    const struct {
+        const char* steps;
+        bool undoable;
+        bool isKept;
+    } rows[] = {
+        {"a", true, true}, {"", true, false}, {"A", true, false}, {"Ab", true, true}, {"a", false, false}};
+    for (const auto& row : rows) {
+        const std::size_t before = m_history.GetUndoCount();
+        Record("z");
+        m_history.Undo();
+        Record(row.steps, row.undoable);
+        EXPECT_EQ(m_history.GetUndoCount() - before, row.isKept ? 1U : 0U) << row.steps;
+        EXPECT_EQ(m_history.GetRedoCount(), row.isKept ? 0U : 1U)
+            << row.steps;  // no entry, nothing forgotten
+    }
+    RecordOperation(nullptr);
+    const du::SmartPtr<Operation> homeless(new Operation("x", nullptr, true));
+    homeless->AddStep(new Step(m_log, 'a', true, true));
+    RecordOperation(homeless);
+    EXPECT_EQ(m_history.GetUndoCount(), 2U);
+}
+
+// A step without undo stays done; doing it again with the others would do it twice.
+TEST_F(HistoryTest, PassesOverStepsWithoutUndoBothWays) {
+    Record("a1b");
+    m_history.Undo();
+    m_history.Redo();
+    EXPECT_EQ(Log(), "-b-a+a+b");
+}
+
+TEST_F(HistoryTest, TakesRecordsFromManyThreads) {
+    std::vector<std::thread> threads;
+    for (int i = 0; i < 4; ++i) {
+        threads.emplace_back([this] {
+            for (int round = 0; round < 100; ++round) Record("a");
+        });
+    }
+    for (auto& thread : threads) thread.join();
+    EXPECT_EQ(m_history.GetUndoCount(), 400U);
+}
+
+TEST_F(HistoryTest, LetsTheSceneGoWhenItCloses) {
+    Record("a");
+    Record("b");
+    m_history.Undo();
+    EXPECT_EQ(m_scene->GetReferenceCount(), 3U);  // both operations hold it
+    m_scene->Close();
+    EXPECT_EQ(m_scene->GetReferenceCount(), 1U);
+}
+
+}  // namespace
+}  // namespace zrk

@@ -1,0 +1,174 @@
+#include "zrk/world/Kernel.h"
+
+#include <gtest/gtest.h>
+
+#include <atomic>
+#include <latch>
+#include <mutex>
+#include <string>
+#include <thread>
+#include <vector>
+
+#include "zrk/event/AsyncEvent.h"
+
+namespace zrk {
+namespace {
+
+class Event : public AsyncEvent {
+public:
+    void OnProgress(unsigned char percent) override { m_heard += std::to_string(percent) + "% "; }
+    void OnComplete(int status) override { m_heard += "complete " + std::to_string(status) + ' '; }
+    void OnStatus(int status) override { m_heard += "status " + std::to_string(status); }
+    const std::string& Heard() const { return m_heard; }
+
+private:
+    std::string m_heard;
+};
+
+class KernelTest : public testing::Test {
+protected:
+    void SetUp() override {
+        Kernel::Start();
+        m_kernel = Kernel::GetKernel();
+    }
+    void TearDown() override { Kernel::Stop(); }
+
+    /// Work that writes down its name and its status.
+    Kernel::Work Note(const std::string& name) {
+        return [this, name](int status) { m_log += name + std::to_string(status) + ' '; };
+    }
+
+    du::SmartPtr<Kernel> m_kernel;
+    std::string m_log;
+};
+
+TEST_F(KernelTest, PumpsInOrderAndWhatIsPostedMeanwhile) {
+    m_kernel->Post([this](int status) {
+        Note("a")(status);
+        m_kernel->Post(Note("c"));
+    });
+    m_kernel->Post(Note("b"));
+    EXPECT_EQ(m_log, "");  // posting only queues
+    EXPECT_EQ(m_kernel->DispatchEvents(), 3U);
+    EXPECT_EQ(m_log, "a0 b0 c0 ");
+    EXPECT_EQ(m_kernel->DispatchEvents(), 0U);
+}
+
+TEST_F(KernelTest, CompletesAnEventOnceAndLetsItGo) {
+    const du::SmartPtr<Event> event(new Event);
+    m_kernel->ManageObject(event);
+    event->Progress(40);
+    EXPECT_FALSE(event->IsCompleted());
+    event->Complete();
+    event->Complete(7);
+    EXPECT_EQ(event->Heard(), "40% complete 0 status 0");
+    EXPECT_TRUE(m_kernel->GetManaged().empty());
+    EXPECT_EQ(event->GetReferenceCount(), 1U);
+    // The kernel may hold the only reference: completing must not free what it is working on.
+    auto* const managedOnly = new Event;
+    m_kernel->ManageObject(managedOnly);
+    managedOnly->Complete(3);
+    EXPECT_TRUE(m_kernel->GetManaged().empty());
+}
+
+TEST_F(KernelTest, CompletesAnEventOnceWhenThreadsRace) {
+    for (int round = 0; round < 200; ++round) {
+        const du::SmartPtr<Event> event(new Event);
+        m_kernel->ManageObject(event);
+        std::thread rival([&] { event->Complete(0); });
+        m_kernel->CancelPendingEvents();
+        rival.join();
+        ASSERT_TRUE(event->Heard() == "complete 0 status 0" || event->Heard() == "complete 1 status 1")
+            << event->Heard();
+    }
+}
+
+TEST_F(KernelTest, CancelsEverythingOnceWithStatusOne) {
+    const du::SmartPtr<Event> posted(new Event);
+    const du::SmartPtr<Event> managed(new Event);
+    const du::SmartPtr<Event> done(new Event);
+    m_kernel->ManageObject(posted);
+    m_kernel->ManageObject(managed);
+    m_kernel->ManageObject(done);
+    done->Complete(0);
+    m_kernel->Post(Note("a"));
+    m_kernel->Post([posted](int status) { posted->Complete(status); });
+    m_kernel->CancelPendingEvents();
+    EXPECT_EQ(m_log, "a1 ");
+    EXPECT_EQ(posted->Heard(), "complete 1 status 1");
+    EXPECT_EQ(managed->Heard(), "complete 1 status 1");
+    EXPECT_EQ(done->Heard(), "complete 0 status 0");
+    EXPECT_TRUE(m_kernel->GetManaged().empty());
+    m_kernel->Post(Note("b"));  // a cancelled kernel goes on
+    m_kernel->DispatchEvents();
+    EXPECT_EQ(m_log, "a1 b0 ");
+}
+
+// Somebody may have asked for the kernel just before it stopped; what he posts must not wait for ever.
+TEST_F(KernelTest, CancelsWhatIsPostedWhileAndAfterItStops) {
+    m_kernel->Post([this](int status) {
+        Note("a")(status);
+        m_kernel->Post(Note("meanwhile"));
+    });
+    Kernel::Stop();
+    EXPECT_EQ(m_log, "a1 meanwhile1 ");
+    m_kernel->Post(Note("after"));
+    EXPECT_EQ(m_log, "a1 meanwhile1 after1 ");
+    EXPECT_FALSE(Kernel::GetKernel());
+}
+
+TEST_F(KernelTest, DispatchesOnAThreadOfItsOwnInTheOrderOfEachPoster) {
+    constexpr int kEach = 300;
+    std::vector<std::vector<int>> seen(3);
+    std::atomic<bool> strangers{false};
+    std::latch done(3 * kEach);
+    m_kernel->StartDispatcher();
+    const auto self = std::this_thread::get_id();
+    std::vector<std::thread> posters;
+    for (auto& mine : seen) {
+        posters.emplace_back([&] {
+            const auto poster = std::this_thread::get_id();
+            for (int i = 0; i < kEach; ++i) {
+                m_kernel->Post([&, poster, i](int) {
+                    if (std::this_thread::get_id() == poster || std::this_thread::get_id() == self)
+                        strangers = true;
+                    mine.push_back(i);
+                    done.count_down();
+                });
+            }
+        });
+    }
+    for (auto& poster : posters) poster.join();
+    done.wait();
+    m_kernel->StopDispatcher();
+    for (const auto& mine : seen) EXPECT_TRUE(std::is_sorted(mine.begin(), mine.end()));
+    EXPECT_FALSE(strangers);
+}
+
+TEST_F(KernelTest, LeavesWhatIsQueuedWhenTheDispatcherStopsAndStartsAgain) {
+    std::latch entered(1);
+    std::latch gate(1);
+    m_kernel->StartDispatcher();
+    m_kernel->StartDispatcher();
+    m_kernel->Post([&](int) {
+        entered.count_down();
+        gate.wait();
+    });
+    entered.wait();
+    m_kernel->Post(Note("left"));
+    std::thread opener([&] {
+        std::this_thread::sleep_for(std::chrono::milliseconds(30));
+        gate.count_down();
+    });
+    m_kernel->StopDispatcher();  // waits for what runs, not for what is queued
+    opener.join();
+    EXPECT_EQ(m_log, "");
+    std::latch ran(1);
+    m_kernel->StartDispatcher();
+    m_kernel->Post([&](int) { ran.count_down(); });
+    ran.wait();
+    EXPECT_EQ(m_log, "left0 ");
+}
+
+}  // namespace
+}  // namespace zrk

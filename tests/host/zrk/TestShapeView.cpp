@@ -1,0 +1,149 @@
+#include "zrk/scene/ShapeView.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+#include "tests/host/zrk/Stage.h"
+#include "zrk/event/PickEvent.h"
+#include "zrk/scene/SceneObserver.h"
+#include "zrk/world/Kernel.h"
+
+namespace zrk {
+namespace {
+
+const du::Flags kSolid = PICK_ALL | PICK_EXCLUDE_PHANTOM;
+
+class ShapeViewTest : public testing::Test {
+protected:
+    Stage m_stage;
+    ShapeScene& m_scene = *m_stage.GetScene();
+    ShapeView& m_view = *m_stage.GetView();
+    /// A floor of 40 x 40 pixels with its upper left corner at the pixel (100, 60), and a lid above its
+    /// middle.
+    const Stage::PartPtr m_floor = m_stage.AddBox("floor", 0, 0, 0, {40, 40, 1});
+    const Stage::PartPtr m_lid = m_stage.AddBox("lid", 10, 10, 5, {20, 20, 1});
+};
+
+TEST_F(ShapeViewTest, MeetsTheNearestPartUnderTheExactPixel) {
+    const struct {
+        int x;
+        int y;
+        const char* part;
+    } rows[] = {
+        {120, 80, "lid"},   {109, 80, "floor"}, {111, 89, "lid"}, {111, 91, "floor"},
+        {101, 99, "floor"}, {141, 99, ""},      {99, 80, ""},     {120, 59, ""},
+        {120, 101, ""},     {0, 0, ""},         {-500, 9999, ""},  // outside the picture is no error
+    };
+    for (const auto& row : rows) EXPECT_EQ(m_stage.Pick(row.x, row.y), row.part) << row.x << ", " << row.y;
+}
+
+TEST_F(ShapeViewTest, LooksThroughPhantomsOnlyWhenAskedTo) {
+    m_scene.SetPhantom(m_lid, true);
+    EXPECT_EQ(m_stage.Pick(120, 80), "lid");
+    EXPECT_EQ(m_stage.Pick(120, 80, kSolid), "floor");
+    EXPECT_EQ(m_stage.PickOnly(m_lid, 120, 80), "lid");
+    EXPECT_EQ(m_stage.PickOnly(m_lid, 120, 80, kSolid), "");
+    m_scene.SetPhantom(m_lid, false);
+    EXPECT_EQ(m_stage.Pick(120, 80, kSolid), "lid");
+}
+
+TEST_F(ShapeViewTest, MeetsOnePartAsIfItWereAlone) {
+    EXPECT_EQ(m_stage.PickOnly(m_floor, 120, 80), "floor");
+    EXPECT_EQ(m_stage.PickOnly(m_lid, 109, 80), "");
+    Stage other;
+    EXPECT_EQ(m_stage.PickOnly(other.AddBox("stranger", 0, 0, 0, {40, 40, 1}), 120, 80), "");
+}
+
+// The picture of rays is kept between picks; every way to change the scene must renew it.
+TEST_F(ShapeViewTest, FollowsTheSceneAfterEveryKindOfChange) {
+    EXPECT_EQ(m_stage.Pick(120, 80), "lid");
+    m_scene.SetVisible(m_lid, false);
+    EXPECT_EQ(m_stage.Pick(120, 80), "floor");
+    EXPECT_EQ(m_stage.PickOnly(m_lid, 120, 80), "");
+    m_scene.SetVisible(m_lid, true);
+    m_scene.SetLocation(m_lid, PlaceAt(-30, 10, 5, {20, 20, 1}));
+    EXPECT_EQ(m_stage.Pick(120, 80), "floor");
+    EXPECT_EQ(m_stage.Pick(80, 80), "lid");
+    m_scene.RemoveShapeInstance(m_floor);
+    EXPECT_EQ(m_stage.Pick(120, 80), "");
+    m_stage.AddBox("new", 0, 0, 0, {40, 40, 1});
+    EXPECT_EQ(m_stage.Pick(120, 80), "new");
+}
+
+TEST_F(ShapeViewTest, AnswersWithThePointThatWasSeen) {
+    const du::SmartPtr<PickEvent> event(new PickEvent);
+    const auto below = dg::Camera3D::Orthographic({0, 0, 0}, {0, 0, 1}, {0, 1, 0}, 2.0, 200, 200, 100);
+    m_view.Pick(below, 60, 60, PICK_ALL, event.get());  // through a camera that is not the view's
+    EXPECT_FALSE(event->IsCompleted());                 // only queued
+    Kernel::GetKernel()->DispatchEvents();
+    ASSERT_EQ(event->GetResults().size(), 1U);
+    EXPECT_EQ(event->GetResults()[0].GetObject(), du::SmartPtr<Object>(m_floor));
+    const dg::DVec3 off = event->GetResults()[0].GetPoint() - dg::DPoint3D(20, 20, 0);
+    EXPECT_LT(off.Length(), 1e-4);
+    EXPECT_EQ(event->GetReferenceCount(), 1U);
+}
+
+TEST_F(ShapeViewTest, CompletesPicksThatNobodyCanAnswer) {
+    const du::SmartPtr<PickEvent> stopped(new PickEvent);
+    const du::SmartPtr<PickEvent> late(new PickEvent);
+    m_view.Pick(120, 80, PICK_ALL, stopped.get());
+    Kernel::Stop();
+    EXPECT_TRUE(stopped->IsCompleted());
+    EXPECT_TRUE(stopped->GetResults().empty());
+    m_view.Pick(120, 80, PICK_ALL, late.get());
+    EXPECT_TRUE(late->IsCompleted());
+    EXPECT_TRUE(late->GetResults().empty());
+    Kernel::Start();
+    const du::SmartPtr<ShapeView> orphan(new ShapeView(du::SmartPtr<ShapeScene>(new ShapeScene), 2));
+    const du::SmartPtr<PickEvent> sceneless(new PickEvent);
+    orphan->Pick(0, 0, PICK_ALL, sceneless.get());
+    Kernel::GetKernel()->DispatchEvents();
+    EXPECT_TRUE(sceneless->IsCompleted());
+}
+
+/// Hears of views, and brings the record of the camera up to date as an engine does.
+class ViewLog : public SceneObserver {
+public:
+    void OnViewTimeout(const du::SmartPtr<ShapeView>& view, dg::Camera3D& lastChecked) override {
+        dg::Camera3D camera;
+        view->GetCamera(camera);
+        m_log += camera == lastChecked ? "same " : "changed ";
+        lastChecked = camera;
+    }
+    void OnBackgroundColorChanged(const du::SmartPtr<ShapeView>&) override { m_log += "colour "; }
+    void OnWindowSizeChanged(const du::SmartPtr<ShapeView>&) override { m_log += "size "; }
+    std::string m_log;
+};
+
+TEST_F(ShapeViewTest, TellsOfTimersColoursAndSizes) {
+    const du::SmartPtr<ViewLog> log(new ViewLog);
+    m_scene.RegisterObserver(log);
+    m_view.OnTimer();
+    m_view.OnTimer();
+    m_view.SetDirty(false);
+    m_view.Resize(300, 100);
+    EXPECT_TRUE(m_view.IsDirty());
+    m_view.OnTimer();
+    m_view.SetBackgroundColors({1, 0, 0, 1}, {0, 1, 0, 1}, {0, 0, 1, 1});
+    EXPECT_EQ(log->m_log, "changed same size changed colour ");
+    dg::Color top, bottom, border;
+    m_view.GetBackgroundColors(top, bottom, border);
+    EXPECT_EQ(top, dg::Color(1, 0, 0, 1));
+    EXPECT_EQ(bottom, dg::Color(0, 1, 0, 1));
+    EXPECT_EQ(border, dg::Color(0, 0, 1, 1));
+}
+
+TEST_F(ShapeViewTest, KeepsItsSizeUnderACameraThatBringsNone) {
+    dg::Camera3D camera = dg::Camera3D::Orthographic({1, 2, 3}, {0, 0, -1}, {0, 1, 0}, 1, 0, 0, 1);
+    m_view.SetCamera(camera);
+    m_view.GetCamera(camera);
+    EXPECT_EQ(camera.GetViewportWidth(), 200);
+    m_view.SetCamera(dg::Camera3D::Orthographic({1, 2, 3}, {0, 0, -1}, {0, 1, 0}, 1, 30, 40, 1));
+    m_view.GetCamera(camera);
+    EXPECT_EQ(camera.GetViewportHeight(), 40);
+}
+
+}  // namespace
+}  // namespace zrk

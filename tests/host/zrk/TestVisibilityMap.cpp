@@ -1,0 +1,146 @@
+#include "zrk/scene/VisibilityMap.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cstdlib>
+#include <random>
+#include <vector>
+
+#include "tests/host/zrk/Stage.h"
+#include "zrk/scene/PickScene.h"
+
+namespace zrk {
+namespace {
+
+using PartPtr = Stage::PartPtr;
+
+TEST(VisibilityMap, FindsTheMiddleOfTheLargestPieceThatIsSeen) {
+    Stage stage;
+    const PartPtr bar = stage.AddBox("bar", -80, -10.5, 0, {160, 21, 1});
+    const PartPtr beam = stage.AddBox("beam", 20.5, -50, 5, {20, 100, 1});  // cuts it into 101 and 40 pixels
+    const PartPtr buried = stage.AddBox("buried", 25, 0, 2, {5, 5, 1});
+    const auto map = stage.GetView()->GetVisibilityMap();
+    const VisibleSpot* const spot = map->Find(*bar);
+    ASSERT_NE(spot, nullptr);
+    EXPECT_EQ(stage.Pick(spot->x, spot->y), "bar");
+    EXPECT_EQ(spot->y, 100);  // half of its 21 rows from above
+    EXPECT_EQ(spot->depth, 11);
+    EXPECT_GE(spot->x, 30);
+    EXPECT_LE(spot->x, 110);
+    EXPECT_NEAR(static_cast<double>(spot->area), 101 * 21, 22);
+    EXPECT_NEAR(spot->world.z, 1.0, 1e-4);
+    EXPECT_NEAR(spot->world.x, spot->x - 100, 1e-4);
+    EXPECT_NE(map->Find(*beam), nullptr);
+    EXPECT_EQ(map->Find(*buried), nullptr);
+}
+
+TEST(VisibilityMap, IsMadeAnewOnlyWhenSceneOrCameraChanged) {
+    Stage stage;
+    const PartPtr box = stage.AddBox("box", 0, 0, 0, {10, 10, 1});
+    const auto first = stage.GetView()->GetVisibilityMap();
+    EXPECT_EQ(stage.GetView()->GetVisibilityMap(), first);
+    stage.GetScene()->SetVisible(box, false);
+    const auto second = stage.GetView()->GetVisibilityMap();
+    EXPECT_EQ(second->Find(*box), nullptr);
+    EXPECT_NE(first->Find(*box), nullptr);  // who holds the old one keeps it
+    stage.GetScene()->SetVisible(box, true);
+    stage.GetView()->SetCamera(
+        dg::Camera3D::Orthographic({500, 0, 0}, {0, 0, -1}, {0, 1, 0}, 1, 200, 200, 100));
+    EXPECT_EQ(stage.GetView()->GetVisibilityMap()->Find(*box), nullptr);
+    stage.GetView()->Resize(0, 0);
+    EXPECT_EQ(stage.GetView()->GetVisibilityMap()->Find(*box), nullptr);
+}
+
+constexpr int kSize = 48;
+
+/// The picture as single picks see it, and what follows from it by definition.
+class Picture {
+public:
+    explicit Picture(const Stage& stage) {
+        dg::Camera3D camera;
+        stage.GetView()->GetCamera(camera);
+        for (int y = 0; y < kSize; ++y) {
+            for (int x = 0; x < kSize; ++x) {
+                const auto met = stage.GetScene()->GetPickScene()->Pick(camera.PixelRay(x, y), PICK_ALL);
+                m_parts.push_back(met.empty() ? nullptr : met[0].GetObject().get());
+            }
+        }
+    }
+    const Object* At(int x, int y) const {
+        const bool isInside = x >= 0 && y >= 0 && x < kSize && y < kSize;
+        return isInside ? m_parts[static_cast<std::size_t>(y * kSize + x)] : nullptr;
+    }
+    /// Steps to the nearest pixel of something else, or out of the picture.
+    int Depth(int px, int py) const {
+        int nearest = 2 * kSize;
+        for (int y = -1; y <= kSize; ++y) {
+            for (int x = -1; x <= kSize; ++x) {
+                if (At(x, y) != At(px, py)) nearest = std::min(nearest, std::abs(x - px) + std::abs(y - py));
+            }
+        }
+        return nearest;
+    }
+    /// The pixels that hang together with (x, y).
+    std::vector<std::pair<int, int>> Piece(int x, int y) const {
+        std::vector<std::pair<int, int>> piece{{x, y}};
+        for (std::size_t i = 0; i < piece.size(); ++i) {
+            const auto [px, py] = piece[i];
+            for (const auto& [nx, ny] : {std::pair(px - 1, py), {px + 1, py}, {px, py - 1}, {px, py + 1}}) {
+                const std::pair<int, int> next(nx, ny);
+                if (At(nx, ny) == At(x, y) && std::find(piece.begin(), piece.end(), next) == piece.end()) {
+                    piece.push_back(next);
+                }
+            }
+        }
+        return piece;
+    }
+
+private:
+    std::vector<const Object*> m_parts;
+};
+
+TEST(VisibilityMap, KeepsItsPromisesOnRandomScenes) {
+    for (const unsigned seed : {1U, 2U, 3U, 4U}) {
+        SCOPED_TRACE(seed);
+        std::mt19937 random(seed);
+        std::uniform_real_distribution<float> place(-26, 20), size(2, 26);
+        Stage stage;
+        stage.GetView()->SetCamera(
+            dg::Camera3D::Orthographic({0, 0, 0}, {0, 0, -1}, {0, 1, 0}, 1, kSize, kSize, 100));
+        std::vector<PartPtr> parts;
+        for (int i = 0; i < 9; ++i) {
+            parts.push_back(
+                stage.AddBox("p", place(random), place(random), 2 * i, {size(random), size(random), 1}));
+        }
+        const Picture picture(stage);
+        const auto map = stage.GetView()->GetVisibilityMap();
+        std::vector<const Object*> seen;
+        for (int y = 0; y < kSize; ++y) {
+            for (int x = 0; x < kSize; ++x) seen.push_back(picture.At(x, y));
+        }
+        for (const PartPtr& part : parts) {
+            const VisibleSpot* const spot = map->Find(*part);
+            ASSERT_EQ(spot != nullptr, std::count(seen.begin(), seen.end(), part.get()) > 0);
+            if (spot == nullptr) continue;
+            ASSERT_EQ(picture.At(spot->x, spot->y), part.get());
+            const auto piece = picture.Piece(spot->x, spot->y);
+            EXPECT_EQ(spot->area, piece.size());
+            EXPECT_EQ(spot->depth, picture.Depth(spot->x, spot->y));
+            for (const auto& [x, y] : piece) {
+                const bool comesFirst = y < spot->y || (y == spot->y && x < spot->x);
+                EXPECT_LT(picture.Depth(x, y),
+                          spot->depth + (comesFirst ? 0 : 1));  // ties: the first row, then column
+            }
+            for (int y = 0; y < kSize; ++y) {
+                for (int x = 0; x < kSize; ++x) {
+                    if (picture.At(x, y) != part.get()) continue;
+                    ASSERT_LE(picture.Piece(x, y).size(), spot->area);  // no larger piece anywhere
+                }
+            }
+        }
+    }
+}
+
+}  // namespace
+}  // namespace zrk

@@ -1,0 +1,81 @@
+#include "zrk/world/World.h"
+
+#include <gtest/gtest.h>
+
+#include <atomic>
+#include <latch>
+#include <string>
+
+#include "du/Localizer.h"
+#include "du/Task.h"
+#include "zrk/world/MultiRootContainer.h"
+#include "zrk/world/WorldObserver.h"
+
+namespace zrk {
+namespace {
+
+class LanguageListener : public WorldObserver {
+public:
+    void OnLanguageChanged() override { m_heard += du::Localizer::GetLanguage() + ' '; }
+    std::string m_heard;
+};
+
+class WorldTest : public testing::Test {
+protected:
+    void SetUp() override { World::Start(2); }
+    void TearDown() override {
+        du::Localizer::SetLanguage("en");
+        World::Stop();
+    }
+};
+
+TEST_F(WorldTest, SwitchesTheLanguageBeforeItTells) {
+    const du::SmartPtr<LanguageListener> listener(new LanguageListener);
+    const auto world = World::GetWorld();
+    world->RegisterObserver(listener, true);
+    EXPECT_TRUE(world->SetLanguage("de"));
+    EXPECT_FALSE(world->SetLanguage("tlh"));
+    EXPECT_EQ(du::Localizer::GetLanguage(), "de");
+    EXPECT_TRUE(world->SetLanguage("fr"));
+    world->DeregisterObserver(listener);
+    EXPECT_TRUE(world->SetLanguage("en"));
+    EXPECT_EQ(listener->m_heard, "de fr ");
+}
+
+// A task that is still running asks for the world; it must not find none while it works.
+TEST_F(WorldTest, StaysInPlaceUntilItsTasksAreDone) {
+    class Asker : public du::Task {
+    public:
+        Asker(std::latch& started, std::atomic<bool>& found) : m_started(started), m_found(found) {}
+        void Run() override {
+            m_started.count_down();
+            std::this_thread::sleep_for(std::chrono::milliseconds(30));
+            m_found = static_cast<bool>(World::GetWorld());
+        }
+
+    private:
+        std::latch& m_started;
+        std::atomic<bool>& m_found;
+    };
+    std::latch started(1);
+    std::atomic<bool> found{false};
+    const auto world = World::GetWorld();
+    ASSERT_TRUE(world->GetTaskPool()->InsertTask(new Asker(started, found)));
+    started.wait();
+    World::Stop();
+    EXPECT_TRUE(found);
+    EXPECT_FALSE(World::GetWorld());
+    EXPECT_FALSE(world->GetTaskPool()->InsertTask(new Asker(started, found)));
+    World::Stop();
+}
+
+TEST_F(WorldTest, HoldsTheOpenDocumentUntilItIsReplaced) {
+    const du::SmartPtr<MultiRootContainer> document(new MultiRootContainer);
+    World::GetWorld()->SetMRC(document);
+    EXPECT_EQ(World::GetWorld()->GetMRC(), document);
+    World::GetWorld()->SetMRC(nullptr);
+    EXPECT_EQ(document->GetReferenceCount(), 1U);
+}
+
+}  // namespace
+}  // namespace zrk
