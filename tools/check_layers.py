@@ -34,6 +34,7 @@ BELOW = {
 HOST = ["du", "dp", "dg", "zrg", "dom", "zrk", "zrk/illustration", "zrkapp/illustration", "zritemlist", "zrannotations"]
 COMPONENT = ["callouts", "callouts/align", "callouts/generator", "callouts/dll"]
 ONLY = {
+    "app/sample": [],
     "app/import": [],
     "app/render": ["du", "dp", "dg", "zrg"],
     "app/sheet": HOST + COMPONENT + ["app/import", "app/render"],
