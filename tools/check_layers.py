@@ -34,8 +34,8 @@ BELOW = {
 HOST = ["du", "dp", "dg", "zrg", "dom", "zrk", "zrk/illustration", "zrkapp/illustration", "zritemlist", "zrannotations"]
 COMPONENT = ["callouts", "callouts/align", "callouts/generator", "callouts/dll"]
 ONLY = {
-    "app/sample": [],
     "app/import": [],
+    "app/sample": ["app/import"],
     "app/render": ["du", "dp", "dg", "zrg"],
     "app/sheet": HOST + COMPONENT + ["app/import", "app/render"],
     "app/export": ["app/import", "app/render", "app/sheet"],
