@@ -383,6 +383,7 @@ void Callout::UpdateWithCalloutInfo(const SymbolMap& symbols, const InsetMap&) {
 
 void Callout::OnShapeInstanceCreate(const du::SmartPtr<zrk::ShapeInstance>& shapeInstance) {
     const CalloutLeader probe({}, shapeInstance, nullptr);
+    if (probe.m_instanceId.empty()) return;  // parts without id are not one and the same
     {
         const std::lock_guard hold(m_mutex);
         for (const auto& leader : m_leaders) {
