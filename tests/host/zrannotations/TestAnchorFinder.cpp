@@ -1,0 +1,90 @@
+#include "zrannotations/AnchorFinder.h"
+
+#include <cmath>
+
+#include "tests/host/zrannotations/PartsTest.h"
+
+namespace zrannotations {
+namespace {
+
+class AnchorFinderTest : public PartsTest {
+protected:
+    /// Flat triangles at z = 0: a small one that faces the eye and a larger one that faces away, to its
+    /// right.
+    static ShapePtr FrontAndLargerBack() {
+        return new zrg::Shape({0, 0, 0, 3, 0, 0, 0, 3, 0, 10, 0, 0, 22, 0, 0, 10, 12, 0}, {0, 1, 2, 3, 5, 4});
+    }
+    void CoverEverything() { AddPart("lid", Square(190), At(0, 0, 50)); }
+};
+
+TEST_F(AnchorFinderTest, EndsInTheMiddleOfWhatIsSeenOfThePart) {
+    const auto part = AddPart("a", Square(40), At(0, 0, 10));
+    AddPart("cover", Square(40), At(20, 0, 20));
+    dg::DPoint3D anchor;
+    ASSERT_TRUE(FindAnchor(*part, anchor));
+    EXPECT_NEAR(anchor.x, -10, 1.5) << "half of the square is covered";
+    EXPECT_LE(std::abs(anchor.y), 10.0) << "as deep inside as the half is wide";
+    EXPECT_NEAR(anchor.z, 0, 1e-3) << "on the surface, in the part's own coordinates";
+}
+
+TEST_F(AnchorFinderTest, TakesTheLargestTriangleThatFacesTheEyeOfACoveredPart) {
+    CoverEverything();
+    const struct {
+        const char* name;
+        dg::FMat33 matrix;
+        double x;
+        double y;
+    } rows[] = {
+        {"as it is", dg::FMat33::IDENTITY, 1, 1},
+        {"stretched", dg::FMat33::Scale({2, 3, 1}), 1, 1},
+        {"mirrored, it still faces the eye", dg::FMat33::Scale({-1, 1, 1}), 1, 1},
+        {"turned around, the other faces the eye", dg::FMat33({-1, 0, 0, 0, 1, 0, 0, 0, -1}), 14, 4},
+    };
+    for (const auto& row : rows) {
+        const auto part = AddPart("b", FrontAndLargerBack(), dg::Location(row.matrix, dg::DPoint3D(0, 0, 0)));
+        dg::DPoint3D anchor;
+        ASSERT_TRUE(FindAnchor(*part, anchor)) << row.name;
+        EXPECT_NEAR(anchor.x, row.x, 1e-6) << row.name;
+        EXPECT_NEAR(anchor.y, row.y, 1e-6) << row.name;
+        m_scene->RemoveShapeInstance(part);
+    }
+}
+
+TEST_F(AnchorFinderTest, TakesTheLargestTriangleSeenFromBehindRatherThanNone) {
+    CoverEverything();
+    const ShapePtr backs(
+        new zrg::Shape({0, 0, 0, 3, 0, 0, 0, 3, 0, 10, 0, 0, 22, 0, 0, 10, 12, 0}, {0, 2, 1, 3, 5, 4}));
+    dg::DPoint3D anchor;
+    ASSERT_TRUE(FindAnchor(*AddPart("b", backs, At(0, 0, 0)), anchor));
+    ExpectNear(anchor, 14, 4, 0);
+}
+
+TEST_F(AnchorFinderTest, WeighsTrianglesAsTheyLookNotAsTheyAre) {
+    CoverEverything();
+    // A large wall that the eye sees almost edge on, and a small floor.
+    const ShapePtr shape(
+        new zrg::Shape({0, 0, 0, 6, 0, 0, 0, 6, 0, 20, 0, 0, 21, 0, 40, 20, 40, 0}, {0, 1, 2, 3, 4, 5}));
+    dg::DPoint3D anchor;
+    ASSERT_TRUE(FindAnchor(*AddPart("b", shape, At(0, 0, -20)), anchor));
+    EXPECT_NEAR(anchor.x, 20 + 1.0 / 3, 1e-6) << "40 square pixels against 36";
+    const ShapePtr steeper(
+        new zrg::Shape({0, 0, 0, 6, 0, 0, 0, 6, 0, 20, 0, 0, 20.5F, 0, 40, 20, 40, 0}, {0, 1, 2, 3, 4, 5}));
+    ASSERT_TRUE(FindAnchor(*AddPart("c", steeper, At(0, 0, -20)), anchor));
+    ExpectNear(anchor, 2, 2, 0);
+}
+
+TEST_F(AnchorFinderTest, NeedsGeometryButNoView) {
+    const auto empty = AddPart("a", ShapePtr(new zrg::Shape({}, {})), At(0, 0, 0));
+    dg::DPoint3D anchor(1, 2, 3);
+    EXPECT_FALSE(FindAnchor(*empty, anchor));
+    EXPECT_FALSE(FindAnchor(*AddPart("b", nullptr, At(0, 0, 0)), anchor));
+    ExpectNear(anchor, 1, 2, 3);
+    const du::SmartPtr<zrk::ShapeScene> blind(new zrk::ShapeScene);
+    const auto part = blind->CreateShapeInstance(MakeInstance("c", Square(10), At(0, 0, 0)));
+    EXPECT_FALSE(VisibilityOf(*part));
+    EXPECT_TRUE(FindAnchor(*part, anchor));
+    blind->Close();
+}
+
+}  // namespace
+}  // namespace zrannotations
