@@ -1,5 +1,7 @@
 #include "zritemlist/ItemList.h"
 
+#include <vector>
+
 #include "du/Symbol.h"
 #include "zritemlist/ItemStep.h"
 #include "zritemlist/StructureItems.h"
@@ -35,8 +37,8 @@ void ItemList::RemoveItemListForScene(const du::SmartPtr<zrk::ShapeScene>& scene
     if (scene) scene->RemoveUserData(SceneKey());
 }
 
-unsigned ItemList::AddInstance(const SbomPtr& instance, const du::SmartPtr<zrk::Operation>& operation, bool manual,
-                               const std::string& label) {
+unsigned ItemList::AddInstance(const SbomPtr& instance, const du::SmartPtr<zrk::Operation>& operation,
+                               bool manual, const std::string& label) {
     unsigned id = 0;
     if (m_items->GetItemIdForInstance(instance, id)) return id;
     id = m_items->AddItem({instance}, label, true, manual);
@@ -70,10 +72,13 @@ void ItemList::GenerateFromStructure(const SbomPtr& root, const du::SmartPtr<zrk
     m_items->GetNumberingSettings(numbering);
     const StructureItems structure(root, numbering.hierarchical);
     const zrk::Observable::UpdateGroup group{du::SmartPtr<zrk::Observable>(m_items)};
-    for (const auto& instances : structure.GetGroups()) {
-        unsigned id = 0;
-        if (m_items->GetItemIdForInstance(instances.front(), id)) continue;
-        id = m_items->AddItem(instances, "", true, false);
+    for (auto instances : structure.GetGroups()) {
+        std::erase_if(instances, [this](const SbomPtr& instance) {
+            unsigned listed = 0;
+            return m_items->GetItemIdForInstance(instance, listed);
+        });
+        if (instances.empty()) continue;
+        const unsigned id = m_items->AddItem(instances, "", true, false);
         if (operation) {
             operation->AddStep(new ItemStep(m_items, id, *m_items->Capture(id), ItemStep::Change::kAdded));
         }
