@@ -1,0 +1,230 @@
+#include "zritemlist/ItemList.h"
+
+#include <gtest/gtest.h>
+
+#include <vector>
+
+#include "zrk/illustration/Illustration3dScene.h"
+
+namespace zritemlist {
+namespace {
+
+using zrk::illustration::ItemsList;
+using zrk::illustration::SbomInstance;
+using SbomPtr = du::SmartPtr<SbomInstance>;
+using OperationPtr = du::SmartPtr<zrk::Operation>;
+using NodePtr = du::SmartPtr<zrk::ComponentNode>;
+
+class ItemListTest : public ::testing::Test {
+protected:
+    ItemListTest() : m_list(ItemList::GetItemListForScene(m_scene)), m_items(m_list->GetZrkItemList()) {}
+    ~ItemListTest() override { m_scene->Close(); }
+
+    static NodePtr Node(const std::string& name) { return new zrk::ComponentNode(name, nullptr); }
+    /// An instance of the component below `parent`; of no component when that is null.
+    SbomPtr Add(const SbomPtr& parent, const std::string& id, const NodePtr& node) {
+        const SbomPtr instance(new SbomInstance(du::Symbol(id), id));
+        if (node) instance->SetEbomInstance(new zrk::Instance(du::Symbol("e-" + id), id, node, {}));
+        parent->AddChild(instance);
+        return instance;
+    }
+    OperationPtr NewOperation() const { return new zrk::Operation("Edit", m_scene, true); }
+    /// The whole list: "label=instance,instance;" for each item.
+    std::string Dump() const {
+        std::string dump;
+        for (const unsigned id : m_items->GetItemIds()) {
+            std::string label;
+            bool isCustom = false;
+            m_list->GetItemLabel(id, label, isCustom);
+            dump += label + (isCustom ? "!=" : "=");
+            for (const auto& instance : m_items->GetOrderedInstances(id)) dump += instance->GetName() + ",";
+            dump += ";";
+        }
+        return dump;
+    }
+    void NumberHierarchically() { m_items->SetNumbering({true, "", "."}); }
+
+    const du::SmartPtr<zrk::ShapeScene> m_scene{new zrk::illustration::Illustration3dScene};
+    const SbomPtr m_root{new SbomInstance(du::Symbol("root"), "root")};
+    const du::SmartPtr<ItemList> m_list;
+    const du::SmartPtr<ItemsList> m_items;
+};
+
+TEST_F(ItemListTest, BelongsToAnIllustratedSceneUntilTheyPart) {
+    EXPECT_EQ(ItemList::GetItemListForScene(m_scene), m_list);
+    EXPECT_FALSE(ItemList::GetItemListForScene(new zrk::ShapeScene));
+    EXPECT_FALSE(ItemList::GetItemListForScene(nullptr));
+    ItemList::RemoveItemListForScene(m_scene);
+    const auto fresh = ItemList::GetItemListForScene(m_scene);
+    EXPECT_TRUE(fresh);
+    EXPECT_FALSE(fresh == m_list);
+    EXPECT_NE(fresh->GetZrkItemList(), m_items);
+}
+
+TEST_F(ItemListTest, ListsAnInstanceOnce) {
+    const auto bolt = Add(m_root, "bolt", Node("Bolt"));
+    const auto operation = NewOperation();
+    const unsigned id = m_list->AddInstance(bolt, operation, true, "A7");
+    EXPECT_TRUE(operation->IsRecordable());
+    EXPECT_EQ(Dump(), "A7!=bolt,;");
+    EXPECT_TRUE(m_items->GetItemized(id));
+    EXPECT_TRUE(m_items->Capture(id)->isManual);
+    const auto again = NewOperation();
+    EXPECT_EQ(m_list->AddInstance(bolt, again, false, ""), id);
+    EXPECT_FALSE(again->IsRecordable()) << "nothing was added";
+    EXPECT_EQ(Dump(), "A7!=bolt,;");
+    EXPECT_FALSE(
+        m_items->Capture(m_list->AddInstance(Add(m_root, "nut", nullptr), nullptr, false, ""))->isManual);
+}
+
+TEST_F(ItemListTest, TakesAnAddedItemBackUnderTheSameIdAndLabel) {
+    m_list->AddInstance(Add(m_root, "bolt", Node("Bolt")), nullptr, false, "");
+    const auto nut = Add(m_root, "nut", Node("Nut"));
+    const auto operation = NewOperation();
+    const unsigned id = m_list->AddInstance(nut, operation, false, "");
+    operation->Undo();
+    EXPECT_EQ(Dump(), "1=bolt,;");
+    EXPECT_FALSE(nut->CarriesItem());
+    operation->Redo();
+    unsigned found = 0;
+    EXPECT_TRUE(m_items->GetItemIdForInstance(nut, found));
+    EXPECT_EQ(found, id);
+    EXPECT_EQ(Dump(), "1=bolt,;2=nut,;");
+}
+
+// What the user changed between making and undoing comes back with redo.
+TEST_F(ItemListTest, RedoesAnItemAsItLeft) {
+    const auto operation = NewOperation();
+    const unsigned id = m_list->AddInstance(Add(m_root, "bolt", Node("Bolt")), operation, false, "");
+    m_items->SetLabel(id, "B2");
+    operation->Undo();
+    operation->Redo();
+    EXPECT_EQ(Dump(), "B2!=bolt,;");
+}
+
+TEST_F(ItemListTest, BringsADeletedItemBackToItsPlace) {
+    const auto bolt = Add(m_root, "bolt", Node("Bolt"));
+    for (const auto& instance : {Add(m_root, "nut", Node("Nut")), bolt, Add(m_root, "cap", Node("Cap"))}) {
+        m_list->AddInstance(instance, nullptr, false, "");
+    }
+    unsigned id = 0;
+    ASSERT_TRUE(m_items->GetItemIdForInstance(bolt, id));
+    m_items->AddInstance(id, Add(m_root, "bolt2", Node("Bolt")));
+    m_items->SetTag(id, "spare");
+    const std::string before = Dump();
+    OperationPtr operation;
+    m_list->DeleteItem(77, operation);
+    EXPECT_FALSE(operation) << "there was nothing to delete";
+    m_list->DeleteItem(id, operation);
+    ASSERT_TRUE(operation);
+    EXPECT_EQ(operation->GetScene(), du::SmartPtr<zrk::Scene>(m_scene));
+    EXPECT_EQ(Dump(), "1=nut,;3=cap,;");
+    operation->Undo();
+    EXPECT_EQ(Dump(), before);
+    EXPECT_EQ(m_items->GetItemTag(id), "spare");
+    EXPECT_EQ(m_items->GetIndex(id), 1U);
+    operation->Redo();
+    EXPECT_EQ(Dump(), "1=nut,;3=cap,;");
+}
+
+TEST_F(ItemListTest, FindsTheFirstItemOfAnEqualPart) {
+    const NodePtr bolt = Node("Bolt");
+    const auto listed = m_list->AddInstance(Add(m_root, "bolt1", bolt), nullptr, false, "");
+    m_list->AddInstance(Add(m_root, "bolt2", bolt), nullptr, false, "");
+    unsigned id = 99;
+    EXPECT_TRUE(m_list->GetMatchingItem(Add(m_root, "bolt3", bolt), id));
+    EXPECT_EQ(id, listed);
+    m_items->RemoveItem(listed);
+    EXPECT_TRUE(m_list->GetMatchingItem(Add(m_root, "bolt4", bolt), id));
+    EXPECT_EQ(id, listed + 1);
+    id = 99;
+    for (const auto& other : {Add(m_root, "nut", Node("Nut")), Add(m_root, "group", nullptr), SbomPtr()}) {
+        EXPECT_FALSE(m_list->GetMatchingItem(other, id));
+    }
+    EXPECT_EQ(id, 99U);
+}
+
+/// root: bolt1, arm(bolt2, nut1), arm2(nut2, bolt3), grouped bolt4; arm and arm2 are equal.
+class StructureTest : public ItemListTest {
+protected:
+    StructureTest() {
+        Add(m_root, "bolt1", m_bolt);
+        const auto arm = Add(m_root, "arm", m_arm);
+        Add(arm, "bolt2", m_bolt);
+        Add(arm, "nut1", m_nut);
+        const auto arm2 = Add(m_root, "arm2", m_arm);
+        Add(arm2, "nut2", m_nut);
+        Add(arm2, "bolt3", m_bolt);
+        Add(m_root, "bolt4", m_bolt);
+    }
+    const NodePtr m_bolt = Node("Bolt");
+    const NodePtr m_nut = Node("Nut");
+    const NodePtr m_arm = Node("Arm");
+};
+
+TEST_F(StructureTest, ListsEveryPartOnceInFlatNumbering) {
+    const auto operation = NewOperation();
+    m_list->GenerateFromStructure(m_root, operation);
+    const std::string all = "1=bolt1,bolt2,bolt3,bolt4,;2=nut1,nut2,;";
+    EXPECT_EQ(Dump(), all);
+    operation->Undo();
+    EXPECT_EQ(Dump(), "");
+    operation->Redo();
+    EXPECT_EQ(Dump(), all);
+}
+
+TEST_F(StructureTest, ListsPartsBelowTheirAssembliesInHierarchicalNumbering) {
+    NumberHierarchically();
+    m_list->GenerateFromStructure(m_root, nullptr);
+    EXPECT_EQ(Dump(), "1=bolt1,bolt4,;2=arm,arm2,;2.1=bolt2,bolt3,;2.2=nut1,nut2,;");
+}
+
+TEST_F(StructureTest, ListsAWeldAsOnePart) {
+    const auto weld = Add(m_root, "weld", Node("Frame"));
+    weld->SetWeld(true);
+    Add(weld, "plate", Node("Plate"));
+    for (const bool isHierarchical : {false, true}) {
+        m_items->Clear();
+        m_items->SetNumbering({isHierarchical, "", "."});
+        m_list->GenerateFromStructure(m_root, nullptr);
+        EXPECT_NE(Dump().find("3=weld,;"), std::string::npos) << Dump();
+        EXPECT_EQ(Dump().find("plate"), std::string::npos) << Dump();
+    }
+}
+
+TEST_F(StructureTest, LeavesItemsThatAreThereAlready) {
+    m_list->AddInstance(m_root->GetChildren().front(), nullptr, true, "X");
+    m_list->GenerateFromStructure(m_root, nullptr);
+    const std::string once = Dump();
+    m_list->GenerateFromStructure(m_root, nullptr);
+    EXPECT_EQ(Dump(), once) << "a second run finds everything listed";
+    EXPECT_EQ(once, "X!=bolt1,;1=bolt2,bolt3,bolt4,;2=nut1,nut2,;") << "no part is left without an item";
+}
+
+TEST_F(ItemListTest, TellsUnknownPartsApartAndListsASinglePartByItself) {
+    Add(m_root, "u1", nullptr);
+    Add(m_root, "u2", nullptr);
+    m_list->GenerateFromStructure(m_root, nullptr);
+    EXPECT_EQ(Dump(), "1=u1,;2=u2,;");
+    m_items->Clear();
+    m_list->GenerateFromStructure(new SbomInstance(du::Symbol("alone"), "alone"), nullptr);
+    EXPECT_EQ(Dump(), "1=alone,;");
+}
+
+// Observers hear of a generated list at once, not item by item.
+TEST_F(StructureTest, AnnouncesAGeneratedListAsOneChange) {
+    class Recorder : public zrk::illustration::ItemsListObserver {
+    public:
+        void OnBeginUpdate() override { m_heard += "("; }
+        void OnEndUpdate() override { m_heard += ")"; }
+        void OnItemAdded(unsigned int) override { m_heard += "+"; }
+        std::string m_heard;
+    };
+    const du::SmartPtr<Recorder> recorder(new Recorder);
+    m_items->RegisterObserver(recorder);
+    m_list->GenerateFromStructure(m_root, nullptr);
+    EXPECT_EQ(recorder->m_heard, "(++)");
+}
+
+}  // namespace
+}  // namespace zritemlist
