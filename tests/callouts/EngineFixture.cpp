@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "callouts/dll/ZRDll.h"
+#include "du/Localizer.h"
 #include "zrannotations/CalloutLeader.h"
 #include "zrannotations/CalloutTemplates.h"
 #include "zrg/Shape.h"
@@ -56,6 +57,7 @@ EngineFixture::~EngineFixture() {
     zrk::Kernel::GetKernel()->CancelPendingEvents();
     m_scene->Close();
     zrannotations::ClearCalloutTemplates();
+    du::Localizer::SetLanguage("en");
 }
 
 void EngineFixture::StartEngine() {

@@ -1,0 +1,284 @@
+#include "callouts/Callouts.h"
+
+#include <atomic>
+#include <functional>
+#include <memory>
+
+#include "callouts/dll/ZRDll.h"
+#include "du/LocalizableString.h"
+#include "du/Localizer.h"
+#include "tests/callouts/EngineFixture.h"
+#include "zrannotations/SymbolAnnotation.h"
+#include "zrk/annotation/AnnoSetTable.h"
+#include "zrk/illustration/CalloutEngineMgr.h"
+#include "zrk/illustration/IsRunningIllustrate.h"
+#include "zrk/scene/ShapeScene.h"
+#include "zrk/tree/Tree.h"
+#include "zrk/world/World.h"
+#include "zrkapp/illustration/KorvanApp.h"
+
+namespace zrcallouts {
+namespace {
+
+using zrkapp::illustration::KorvanAppObserver;
+
+/// Counts how often a label asked for its properties: each regeneration does so once.
+class CountingSbom : public zrk::illustration::SbomInstance {
+public:
+    using SbomInstance::SbomInstance;
+    ~CountingSbom() override = default;
+
+    du::SmartPtr<zrk::Property> QueryProperty(const du::Symbol& group, const du::Symbol& name,
+                                              const du::Symbol& source) const override {
+        ++m_queries;
+        return SbomInstance::QueryProperty(group, name, source);
+    }
+
+    mutable std::atomic<int> m_queries{0};
+};
+
+class CalloutsLifecycle : public EngineFixture {
+protected:
+    CalloutsLifecycle() : m_counted(new CountingSbom(du::Symbol("counted"), "counted")) {
+        m_part.instance =
+            new zrk::Instance(du::Symbol("counted"), "counted", MakeBox("counted"), dg::Location());
+        m_part.sbom = m_counted;
+        m_root.instance->AddChild(m_part.instance);
+        m_root.sbom->AddChild(m_part.sbom);
+        m_part.sbom->SetEbomInstance(m_part.instance);
+        m_part.instance->SetProperty(du::Symbol("Part"), du::Symbol("Mass"), du::Symbol("7"));
+        m_part.shape = m_scene->CreateShapeInstance(m_part.instance);
+        m_definition = MakeTemplate({Reference("Part", "Mass")});
+    }
+
+    /// How many labels `notify` rebuilt.
+    int Rebuilds(const std::function<void()>& notify) {
+        m_counted->m_queries = 0;
+        notify();
+        return m_counted->m_queries;
+    }
+
+    void NotifyApplication(void (KorvanAppObserver::*notification)()) {
+        zrkapp::illustration::KorvanApp::GetKorvanApp()->GetObservers().NotifyAll(
+            [notification](KorvanAppObserver& observer) { (observer.*notification)(); });
+    }
+
+    void ChangeTree(int changes) {
+        const auto tree = zrk::World::GetWorld()->GetTree();
+        tree->BeginUpdate();
+        for (int i = 0; i < changes; ++i) {
+            tree->ChangeProperty(m_part.instance, du::Symbol("Part"), du::Symbol("Mass"), du::Symbol("8"));
+        }
+        tree->EndUpdate();
+    }
+
+    void ChangeTable(int changes) {
+        const auto table = zrk::World::GetWorld()->GetAnnoSetTable();
+        table->BeginUpdate();
+        table->NotifyAdded(m_annoSet);
+        table->NotifyRemoved(m_annoSet);
+        for (int i = 0; i < changes; ++i) table->NotifyChanged(m_annoSet);
+        table->EndUpdate();
+    }
+
+    void Restart(bool illustrate) {
+        StopEngine();
+        zrk::illustration::SetRunningIllustrate(illustrate);
+        StartEngine();
+    }
+
+    du::SmartPtr<CountingSbom> m_counted;
+    Part m_part;
+    TemplatePtr m_definition;
+};
+
+TEST_F(CalloutsLifecycle, EachSourceOfChangesRebuildsTheLabelsOnceAndOnlyWhereItIsWatched) {
+    const struct {
+        const char* name;
+        std::function<void()> notify;
+        int illustrating;
+        int otherwise;
+    } rows[] = {
+        {"tree, no change", [this] { ChangeTree(0); }, 0, 0},
+        {"tree, one change", [this] { ChangeTree(1); }, 1, 1},
+        {"tree, burst", [this] { ChangeTree(3); }, 1, 1},
+        {"tree, change left over", [this] { zrk::World::GetWorld()->GetTree()->EndUpdate(); }, 0, 0},
+        {"table, no change", [this] { ChangeTable(0); }, 0, 0},
+        {"table, burst", [this] { ChangeTable(3); }, 1, 0},
+        {"table, change left over", [this] { zrk::World::GetWorld()->GetAnnoSetTable()->EndUpdate(); }, 0, 0},
+        {"file properties", [this] { NotifyApplication(&KorvanAppObserver::OnFilePropertiesChanged); }, 1, 0},
+        {"file renamed", [this] { NotifyApplication(&KorvanAppObserver::OnFileRenamed); }, 1, 0},
+        {"file saved", [this] { NotifyApplication(&KorvanAppObserver::OnFileSaved); }, 1, 0},
+        {"mapping", [this] { NotifyApplication(&KorvanAppObserver::OnPropertyMappingChanged); }, 1, 0},
+        {"units", [this] { NotifyApplication(&KorvanAppObserver::OnUnitsChanged); }, 1, 0},
+        {"structure new", [this] { NotifyApplication(&KorvanAppObserver::OnStructureNew); }, 0, 0},
+        {"structure import", [this] { NotifyApplication(&KorvanAppObserver::OnStructureImport); }, 0, 0},
+    };
+    for (const bool illustrate : {true, false}) {
+        Restart(illustrate);
+        const auto callout = AddCallout(m_definition, m_part);
+        ASSERT_EQ(Text(callout), illustrate ? "7" : "8");
+        for (const auto& row : rows) {
+            EXPECT_EQ(Rebuilds(row.notify), illustrate ? row.illustrating : row.otherwise)
+                << row.name << (illustrate ? " in" : " outside") << " the illustration application";
+        }
+        EXPECT_EQ(Text(callout), "8");
+        m_annoSet->RemoveAnnotationFromSet(callout, nullptr);
+        m_engine->Destroy();
+        for (const auto& row : rows) EXPECT_EQ(Rebuilds(row.notify), 0) << row.name << " after Destroy";
+    }
+}
+
+TEST_F(CalloutsLifecycle, ASecondInitializeLeavesTheFormerObserversNotifying) {
+    AddCallout(m_definition, m_part);
+    m_engine->Initialize(m_scene);
+    EXPECT_EQ(Rebuilds([this] { ChangeTree(1); }), 2);
+    EXPECT_EQ(Rebuilds([this] { ChangeTable(1); }), 2);
+    EXPECT_EQ(Rebuilds([this] { NotifyApplication(&KorvanAppObserver::OnFileSaved); }), 2);
+    m_engine->Destroy();
+    m_engine = nullptr;
+    WaitForPool();
+    ChangeTree(1);  // the former observers are registered still, and their engine is gone
+    ChangeTable(1);
+    NotifyApplication(&KorvanAppObserver::OnFileSaved);
+    EXPECT_TRUE(zrk::World::GetWorld()->SetLanguage("de"));
+    EXPECT_TRUE(zrk::World::GetWorld()->SetLanguage("en"));
+}
+
+TEST_F(CalloutsLifecycle, AnEngineFreedWithoutDestroyIsReachedNoMore) {
+    const auto callout = AddCallout(m_definition, m_part);
+    const auto id = AddItem({m_part});
+    const auto items = m_itemList;
+    const auto inset = AddInset(200, 150);
+    zrk::illustration::CalloutEngineMgr::Instance().Unregister(m_scene, m_engine.get());
+    ASSERT_EQ(m_engine->GetReferenceCount(), 1U);
+    m_engine = nullptr;
+    EXPECT_EQ(Rebuilds([&] {
+                  ChangeTree(1);
+                  ChangeTable(1);
+                  NotifyApplication(&KorvanAppObserver::OnFileSaved);
+                  zrk::World::GetWorld()->SetLanguage("de");
+                  zrk::World::GetWorld()->SetLanguage("en");
+                  items->GetZrkItemList()->SetTag(id, "x");
+                  items->GetZrkItemList()->RemoveItem(id);
+                  inset->SetRadius(5);
+                  m_definition->SetTextContent({Reference("Part", "Mass"), Literal("!")});
+              }),
+              0);
+    EXPECT_EQ(Text(callout), "7");
+}
+
+TEST_F(CalloutsLifecycle, DestroyEmptiesTheRegistryAndDetachesTheCalloutsOnThePool) {
+    const auto inset = AddInset(200, 150);
+    const auto other = AddPart("other", {5, 0, 0});
+    const auto callout = MakeCallout(m_definition, m_part, 4);
+    Connect(callout, other);
+    Connect(callout, other);
+    callout->SetInsetAtPos(inset, 1);
+    callout->SetInsetAtPos(inset, 0);
+    Show(callout);
+    const auto atOne = MakeCallout(m_definition, m_part);
+    Connect(atOne, other);
+    atOne->SetInsetAtPos(inset, 1);
+    Show(atOne);
+    ASSERT_EQ(m_engine->SnapshotInset(inset).size(), 2U);
+    const auto itemList = m_itemList;
+
+    m_engine->Destroy();
+    WaitForPool();
+
+    EXPECT_FALSE(m_engine->GetItemsList());
+    EXPECT_FALSE(m_engine->GetScene());
+    EXPECT_TRUE(OfItem(4).empty());
+    EXPECT_TRUE(Filed(m_part).empty());
+    EXPECT_TRUE(m_engine->SnapshotInset(inset).empty());
+    EXPECT_NE(zritemlist::ItemList::GetItemListForScene(m_scene).get(), itemList.get());
+    EXPECT_FALSE(callout->GetInsetAtPos(0));
+    EXPECT_TRUE(callout->GetInsetAtPos(1)) << "the inset is taken from the first leader alone";
+    EXPECT_TRUE(atOne->GetInsetAtPos(1));
+    EXPECT_EQ(Rebuilds([this] {
+                  m_definition->SetTextContent({Reference("Part", "Mass"), Literal("!")});
+              }),
+              0);
+    EXPECT_EQ(Text(callout), "7");
+}
+
+TEST_F(CalloutsLifecycle, The3dSymbolMapOutlivesDestroyAndGoesWithTheEngine) {
+    const auto symbol = AddSymbol("S1", {3, 3, 0});
+    const du::SmartPtr<zrannotations::SymbolAnnotation> annotation(
+        new zrannotations::SymbolAnnotation(symbol.instance));
+    Show(annotation);
+    const du::SmartPtr<zrannotations::SymbolAnnotation> second(
+        new zrannotations::SymbolAnnotation(symbol.instance));
+    Show(second);
+    m_annoSet->RemoveAnnotationFromSet(annotation, nullptr);
+    m_annoSet->RemoveAnnotationFromSet(second, nullptr);
+    EXPECT_EQ(second->GetReferenceCount(), 1U) << "the first annotation of an instance stays";
+    m_engine->Destroy();
+    WaitForPool();
+    EXPECT_EQ(annotation->GetReferenceCount(), 2U);
+    m_engine = nullptr;
+    EXPECT_EQ(annotation->GetReferenceCount(), 1U);
+}
+
+TEST_F(CalloutsLifecycle, ASceneThatIsNotIllustratedGetsNoItemListButIsWatched) {
+    const du::SmartPtr<zrk::ShapeScene> scene(new zrk::ShapeScene);
+    const du::SmartPtr<zrk::ShapeView> view(new zrk::ShapeView(scene, 1));
+    scene->AddView(view);
+    const auto part = scene->CreateShapeInstance(m_part.instance);
+    {
+        const du::SmartPtr<Callouts> engine(new Callouts(scene));
+        EXPECT_EQ(GetCalloutsEngineForScene(scene).get(), engine.get());
+        EXPECT_FALSE(engine->GetItemsList());
+        const CalloutPtr callout(new zrannotations::Callout);
+        ASSERT_TRUE(callout->Initialize(m_definition, part, false, nullptr));
+        callout->GetLocalizableString() = du::Symbol("Screw");
+        callout->GetLocalizableString().SetTranslation("de", du::Symbol("Schraube"));
+        callout->GetLocalizableString().SetEnabled(true);
+        engine->AddToSet(callout);
+        for (const bool changes : {false, true}) {
+            view->SetDirty(false);
+            ChangeTree(changes ? 1 : 0);
+            EXPECT_EQ(view->IsDirty(), changes);
+        }
+        zrk::World::GetWorld()->SetLanguage("de");
+        EXPECT_EQ(callout->GetText(true).Text(), "Schraube");
+        zrk::World::GetWorld()->SetLanguage("en");
+        engine->Destroy();
+        zrk::World::GetWorld()->SetLanguage("de");
+        EXPECT_EQ(callout->GetText(true).Text(), "Screw");
+    }
+    scene->Close();
+}
+
+TEST_F(CalloutsLifecycle, InitializeAsksAnOverridingEngineForItsViews) {
+    class Overriding : public Callouts {
+    public:
+        void InitializeShapeViewObserver() override {
+            ++m_calls;
+            Callouts::InitializeShapeViewObserver();
+        }
+        int m_calls = 0;
+    };
+    const du::SmartPtr<zrk::illustration::Illustration3dScene> scene(
+        new zrk::illustration::Illustration3dScene);
+    const du::SmartPtr<Overriding> engine(new Overriding);
+    engine->Initialize(scene);
+    EXPECT_EQ(engine->m_calls, 1);
+    engine->Destroy();
+    scene->Close();
+}
+
+TEST_F(CalloutsLifecycle, TheSettingsDoNotDependOnEachOther) {
+    for (const bool combine : {true, false}) {
+        for (const bool drawOne : {true, false}) {
+            m_engine->SetCombineForSamePart(combine);
+            m_engine->SetDrawOneForSamePart(drawOne);
+            EXPECT_EQ(m_engine->GetCombineForSamePart(), combine);
+            EXPECT_EQ(m_engine->GetDrawOneForSamePart(), drawOne);
+        }
+    }
+}
+
+}  // namespace
+}  // namespace zrcallouts

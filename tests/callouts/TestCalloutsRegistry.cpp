@@ -1,0 +1,210 @@
+#include <algorithm>
+#include <set>
+#include <utility>
+
+#include "callouts/Callouts.h"
+#include "tests/callouts/EngineFixture.h"
+
+namespace zrcallouts {
+namespace {
+
+class CalloutsRegistry : public EngineFixture {
+protected:
+    CalloutsRegistry()
+        : m_a(AddPart("A", {-5, 0, 0})), m_b(AddPart("B", {0, 0, 0})), m_c(AddPart("C", {5, 0, 0})) {}
+
+    static CalloutVec Sorted(CalloutVec callouts) {
+        std::sort(callouts.begin(), callouts.end());
+        return callouts;
+    }
+
+    const Part m_a;
+    const Part m_b;
+    const Part m_c;
+    const TemplatePtr m_numbered = MakeTemplate({ItemLabel()});
+    const TemplatePtr m_literal = MakeTemplate({Literal("fixed")});
+};
+
+TEST_F(CalloutsRegistry, ACalloutIsFiledOncePerPartAndLeavesEachPartWhenItGoes) {
+    const auto callout = MakeCallout(m_numbered, m_a, 1);
+    Connect(callout, m_a);
+    Connect(callout, m_b);
+    Connect(callout, m_a);
+    ConnectWaiting(callout, "C");
+    Show(callout);
+    const auto other = AddCallout(m_numbered, m_a, 2);
+    EXPECT_EQ(Filed(m_a), Sorted({callout, other}));
+    EXPECT_EQ(Filed(m_b), CalloutVec{callout});
+    EXPECT_EQ(Filed(m_c), CalloutVec{callout});
+    m_annoSet->RemoveAnnotationFromSet(callout, nullptr);
+    EXPECT_EQ(Filed(m_a), CalloutVec{other});
+    EXPECT_TRUE(Filed(m_b).empty());
+    EXPECT_TRUE(Filed(m_c).empty());
+}
+
+TEST_F(CalloutsRegistry, LeadersToPartsThatAreNotLoadedAreFiledToo) {
+    const auto callout = MakeCallout(m_literal, m_a);
+    ConnectWaiting(callout, "late");
+    callout->SetText(du::Symbol("x"), false);
+    m_engine->AddToMap(callout);
+    EXPECT_TRUE(m_engine->Exists("late", "x"));
+    // A part that no product structure knows has no id of its own.
+    const du::SmartPtr<zrk::Instance> bare(
+        new zrk::Instance(du::Symbol("bare"), "bare", MakeBox("bare"), dg::Location()));
+    const Part unlisted{nullptr, bare, m_scene->CreateShapeInstance(bare)};
+    const auto nameless = MakeCallout(m_literal, unlisted);
+    nameless->SetText(du::Symbol("y"), false);
+    m_engine->AddToMap(nameless);
+    EXPECT_TRUE(m_engine->Exists("", "y"));
+    EXPECT_FALSE(m_engine->Exists("bare", "y"));
+}
+
+TEST_F(CalloutsRegistry, InsetsAreRecordedOnceTheyAreKnownAndStayKnown) {
+    const InsetPtr inset(new zrannotations::Inset(m_view, {{200, 150, 0}, {300, 80, 0}, 60, 5.0F}));
+    const auto callout = MakeCallout(m_literal, m_a);
+    Connect(callout, m_b);
+    callout->SetInsetAtPos(inset, 1);
+    Show(callout);
+    EXPECT_TRUE(m_engine->SnapshotInset(inset).empty());
+    EXPECT_FALSE(inset->IsAttached(*callout));
+    Show(inset);
+    EXPECT_TRUE(m_engine->SnapshotInset(inset).empty());
+    m_engine->AddToMap(callout);
+    EXPECT_EQ(m_engine->SnapshotInset(inset), CalloutVec{callout});
+    EXPECT_TRUE(inset->IsAttached(*callout));
+
+    m_annoSet->RemoveAnnotationFromSet(callout, nullptr);
+    EXPECT_TRUE(m_engine->SnapshotInset(inset).empty());
+    m_annoSet->RemoveAnnotationFromSet(inset, nullptr);
+    const auto later = MakeCallout(m_literal, m_b);
+    later->SetInsetAtPos(inset, 0);
+    Show(later);
+    EXPECT_EQ(m_engine->SnapshotInset(inset), CalloutVec{later}) << "the inset lost its entry";
+}
+
+TEST_F(CalloutsRegistry, ACombinedCalloutStandsForItsFirstMember) {
+    const CalloutVec members{MakeCallout(m_numbered, m_a, 1), MakeCallout(m_numbered, m_b, 2), nullptr,
+                             MakeCallout(m_numbered, m_c, 3)};
+    const CombinedPtr combined(new zrannotations::CombinedCallout(members));
+    Show(combined);
+    EXPECT_EQ(Filed(m_a), CalloutVec{combined});
+    EXPECT_EQ(Filed(m_b), CalloutVec{members[1]});
+    EXPECT_EQ(Filed(m_c), CalloutVec{members[3]});
+    m_annoSet->RemoveAnnotationFromSet(combined, nullptr);
+    for (const auto& part : {m_a, m_b, m_c}) EXPECT_TRUE(Filed(part).empty());
+}
+
+TEST_F(CalloutsRegistry, ExistsComparesTheWholeGeneratedText) {
+    const auto callout = AddCallout(m_literal, m_a);
+    const auto other = AddCallout(m_literal, m_a);
+    callout->SetText(du::Symbol("12A"), false);
+    callout->SetText(du::Symbol("localised"), true);
+    other->SetText(du::Symbol("14"), false);
+    const std::pair<const char*, bool> rows[] = {{"12A", true},  {"14", true},  {"12", false},
+                                                 {"12a", false}, {"2A", false}, {"localised", false},
+                                                 {"", false}};
+    for (const auto& [text, exists] : rows) EXPECT_EQ(m_engine->Exists("A", text), exists) << text;
+    EXPECT_FALSE(m_engine->Exists("B", "12A"));
+    EXPECT_FALSE(m_engine->Exists("nowhere", ""));
+}
+
+TEST_F(CalloutsRegistry, QueriesByItemAppendInTheOrderAskedFor) {
+    const auto five = AddCallout(m_numbered, m_a, 5);
+    const auto alsoFive = AddCallout(m_numbered, m_b, 5);
+    const CombinedPtr combined(new zrannotations::CombinedCallout(
+        {MakeCallout(m_numbered, m_a, 6), MakeCallout(m_numbered, m_b, 5), MakeCallout(m_numbered, m_c, 5)}));
+    Show(combined);
+    AddCallout(m_literal, m_c);
+    const CalloutVec fives = Sorted({five, alsoFive, combined});
+    CalloutVec out{nullptr};
+    m_engine->GetItemIdCallouts(5, out);
+    CalloutVec expected{nullptr};
+    expected.insert(expected.end(), fives.begin(), fives.end());
+    EXPECT_EQ(out, expected);
+    m_engine->GetItemIdCallouts(std::vector<unsigned>{5, 7, 6, 5}, out);
+    expected.insert(expected.end(), fives.begin(), fives.end());
+    expected.push_back(combined);
+    expected.insert(expected.end(), fives.begin(), fives.end());
+    EXPECT_EQ(out, expected);
+    std::set<unsigned> ids{1};
+    m_engine->GetItemdIds(ids);
+    EXPECT_EQ(ids, (std::set<unsigned>{1, 5, 6}));
+}
+
+TEST_F(CalloutsRegistry, TheQueryByInstanceStartsFromNothing) {
+    const auto callout = AddCallout(m_literal, m_a);
+    Callouts::CalloutSet out{callout};
+    m_engine->GetCalloutSetForSbomInstance(m_b.sbom, out);
+    EXPECT_TRUE(out.empty());
+    out.insert(callout);
+    m_engine->GetCalloutSetForSbomInstance(nullptr, out);
+    EXPECT_TRUE(out.empty());
+}
+
+TEST_F(CalloutsRegistry, ANewTemplateDecidesAboutTheItemId) {
+    const auto assembly = AddAssembly("assembly");
+    const auto unitemized = AddAssembly("unitemized");
+    const auto unlisted = AddAssembly("unlisted");
+    const auto listedId = AddItem({assembly});
+    const auto unitemizedId = AddItem({unitemized});
+    Items().SetItemized(unitemizedId, false);
+    const auto free = [this](const TemplatePtr& definition, std::optional<unsigned> id) {
+        return MakeFreeCallout(definition, id);
+    };
+    const auto on = [this](const TemplatePtr& definition, std::optional<unsigned> id, const Part* above) {
+        return MakeCallout(definition, m_a, id, above);
+    };
+    const struct {
+        const char* name;
+        CalloutPtr callout;
+        bool changed;
+        std::optional<unsigned> id;
+    } rows[] = {
+        {"part, literal", on(m_literal, 9, nullptr), true, std::nullopt},
+        {"part, literal, had none", on(m_literal, std::nullopt, nullptr), true, std::nullopt},
+        {"free, literal", free(m_literal, 9), false, 9U},
+        {"assembly, literal", on(m_literal, 9, &assembly), false, 9U},
+        {"part, numbered", on(m_numbered, 9, nullptr), false, 9U},
+        {"free, numbered", free(m_numbered, std::nullopt), false, std::nullopt},
+        {"assembly, itemized", on(m_numbered, 9, &assembly), true, listedId},
+        {"assembly, not itemized", on(m_numbered, 9, &unitemized), false, 9U},
+        {"assembly, not listed", on(m_numbered, std::nullopt, &unlisted), true, unitemizedId + 1},
+    };
+    for (const auto& row : rows) {
+        CalloutPtr callout = row.callout;
+        EXPECT_EQ(m_engine->CheckForTypeUpdate(callout), row.changed) << row.name;
+        unsigned id = 0;
+        const bool hasId = callout->GetItemId(id);
+        EXPECT_EQ(hasId ? std::optional(id) : std::nullopt, row.id) << row.name;
+    }
+    const auto added = Items().Capture(unitemizedId + 1);
+    ASSERT_TRUE(added);
+    EXPECT_FALSE(added->isManual);
+    EXPECT_EQ(added->customLabel, "");
+    EXPECT_EQ(added->instances, std::vector<SbomPtr>{unlisted.sbom});
+
+    // An instance that is no service instance has no place in the item list.
+    const CalloutPtr engineering(new zrannotations::Callout);
+    ASSERT_TRUE(engineering->Initialize(m_numbered, m_a.shape, false, assembly.instance));
+    CalloutPtr callout = engineering;
+    EXPECT_FALSE(m_engine->CheckForTypeUpdate(callout));
+    EXPECT_FALSE(engineering->HasItemId());
+}
+
+TEST_F(CalloutsRegistry, CalloutsFollowTheirTemplateUnlessTheyAreTheUsersOwn) {
+    const auto id = AddItem({m_a});
+    const auto callout = MakeCallout(m_numbered, m_a, id);
+    const auto custom = MakeCallout(m_numbered, m_a, id);
+    custom->SetCustomCallout(true);
+    for (const auto& each : {callout, custom}) {
+        Show(each);
+        m_engine->AddToSet(each);
+    }
+    m_numbered->SetTextContent({Literal("No. "), ItemLabel()});
+    EXPECT_EQ(Text(callout), "No. 1");
+    EXPECT_EQ(Text(custom), "1");
+    EXPECT_EQ(OfItem(id).size(), 2U);
+}
+
+}  // namespace
+}  // namespace zrcallouts
