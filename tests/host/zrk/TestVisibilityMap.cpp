@@ -66,6 +66,9 @@ public:
                 m_parts.push_back(met.empty() ? nullptr : met[0].GetObject().get());
             }
         }
+        for (int y = 0; y < kSize; ++y) {
+            for (int x = 0; x < kSize; ++x) Flood(x, y);
+        }
     }
     const Object* At(int x, int y) const {
         const bool isInside = x >= 0 && y >= 0 && x < kSize && y < kSize;
@@ -81,22 +84,28 @@ public:
         }
         return nearest;
     }
-    /// The pixels that hang together with (x, y).
-    std::vector<std::pair<int, int>> Piece(int x, int y) const {
-        std::vector<std::pair<int, int>> piece{{x, y}};
-        for (std::size_t i = 0; i < piece.size(); ++i) {
-            const auto [px, py] = piece[i];
-            for (const auto& [nx, ny] : {std::pair(px - 1, py), {px + 1, py}, {px, py - 1}, {px, py + 1}}) {
-                const std::pair<int, int> next(nx, ny);
-                if (At(nx, ny) == At(x, y) && std::find(piece.begin(), piece.end(), next) == piece.end()) {
-                    piece.push_back(next);
-                }
-            }
-        }
-        return piece;
+    /// The number of the piece of one part that the pixel belongs to.
+    std::size_t PieceAt(int x, int y) const { return m_pieces[static_cast<std::size_t>(y * kSize + x)]; }
+    std::size_t SizeOf(std::size_t piece) const {
+        return static_cast<std::size_t>(std::count(m_pieces.begin(), m_pieces.end(), piece));
     }
 
 private:
+    void Flood(int startX, int startY) {
+        std::vector<std::pair<int, int>> pending{{startX, startY}};
+        const std::size_t piece = ++m_lastPiece;
+        while (!pending.empty()) {
+            const auto [x, y] = pending.back();
+            pending.pop_back();
+            const bool isInside = x >= 0 && y >= 0 && x < kSize && y < kSize;
+            if (!isInside || At(x, y) != At(startX, startY) || PieceAt(x, y) != 0) continue;
+            m_pieces[static_cast<std::size_t>(y * kSize + x)] = piece;
+            pending.insert(pending.end(), {{x - 1, y}, {x + 1, y}, {x, y - 1}, {x, y + 1}});
+        }
+    }
+
+    std::vector<std::size_t> m_pieces = std::vector<std::size_t>(std::size_t{kSize} * kSize);
+    std::size_t m_lastPiece = 0;
     std::vector<const Object*> m_parts;
 };
 
@@ -124,18 +133,17 @@ TEST(VisibilityMap, KeepsItsPromisesOnRandomScenes) {
             ASSERT_EQ(spot != nullptr, std::count(seen.begin(), seen.end(), part.get()) > 0);
             if (spot == nullptr) continue;
             ASSERT_EQ(picture.At(spot->x, spot->y), part.get());
-            const auto piece = picture.Piece(spot->x, spot->y);
-            EXPECT_EQ(spot->area, piece.size());
+            const std::size_t piece = picture.PieceAt(spot->x, spot->y);
+            EXPECT_EQ(spot->area, picture.SizeOf(piece));
             EXPECT_EQ(spot->depth, picture.Depth(spot->x, spot->y));
-            for (const auto& [x, y] : piece) {
-                const bool comesFirst = y < spot->y || (y == spot->y && x < spot->x);
-                EXPECT_LT(picture.Depth(x, y),
-                          spot->depth + (comesFirst ? 0 : 1));  // ties: the first row, then column
-            }
             for (int y = 0; y < kSize; ++y) {
                 for (int x = 0; x < kSize; ++x) {
                     if (picture.At(x, y) != part.get()) continue;
-                    ASSERT_LE(picture.Piece(x, y).size(), spot->area);  // no larger piece anywhere
+                    ASSERT_LE(picture.SizeOf(picture.PieceAt(x, y)), spot->area);  // no larger piece anywhere
+                    if (picture.PieceAt(x, y) != piece) continue;
+                    const bool comesFirst = y < spot->y || (y == spot->y && x < spot->x);
+                    ASSERT_LT(picture.Depth(x, y),
+                              spot->depth + (comesFirst ? 0 : 1));  // ties: by row, then column
                 }
             }
         }
