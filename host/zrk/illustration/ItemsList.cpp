@@ -138,12 +138,13 @@ void ItemsList::Drop(unsigned id, const SbomPtr& instance) {
     if (items->second.empty()) m_itemsOfComponent.erase(items);
 }
 
-unsigned ItemsList::ParentItemOf(const Item& item) const {
+unsigned ItemsList::ParentItemOf(unsigned id, const Item& item) const {
     SbomPtr above;
     if (!item.instances.empty()) item.instances.front()->GetParent(above);
     while (above) {
         const auto entry = m_itemOfInstance.find(above.get());
-        if (entry != m_itemOfInstance.end()) return entry->second;
+        // An item may hold an assembly and a part of it: it is not its own parent.
+        if (entry != m_itemOfInstance.end() && entry->second != id) return entry->second;
         SbomPtr next;
         above->GetParent(next);
         above = next;
@@ -183,7 +184,7 @@ unsigned ItemsList::AddItem(const std::vector<SbomPtr>& instances, const std::st
         item.instances = instances;
         Insert(id, std::move(item));
         Item& made = m_items[id];
-        made.parent = ParentItemOf(made);
+        made.parent = ParentItemOf(id, made);
         GiveNumber(made);
     }
     Notify({kItemAdded, id}, [this, id] {

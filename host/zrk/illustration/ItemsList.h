@@ -21,8 +21,9 @@
 
 namespace zrk::illustration {
 
-/// Any thread; look-ups are O(1) or O(log n). Observers are told on the thread that made the change, with no lock held, or
-/// when the outermost update group closes. Ids ascend in list order, start with 1 and are never used again.
+/// Any thread; look-ups are O(1) or O(log n). Observers are told on the thread that made the change, with no
+/// lock held, or when the outermost update group closes. Ids ascend in list order, start with 1 and are never
+/// used again.
 class ItemsList : public zrk::Object, public zrk::Observable {
 public:
     using SbomPtr = du::SmartPtr<SbomInstance>;
@@ -33,7 +34,8 @@ public:
         std::string separator = ".";
     };
 
-    /// All of an item but its id. An item gets its number when it is made and keeps it, whatever goes before or after.
+    /// All of an item but its id. An item gets its number when it is made and keeps it, whatever goes before
+    /// or after.
     struct Item {
         std::string customLabel;  // "" for one that is numbered
         unsigned number = 0;      // among the items below the same parent; 0 for none
@@ -49,7 +51,9 @@ public:
     ~ItemsList() override;
 
     void RegisterObserver(const du::SmartPtr<ItemsListObserver>& observer) { m_observers.Register(observer); }
-    void UnregisterObserver(const du::SmartPtr<ItemsListObserver>& observer) { m_observers.Unregister(observer); }
+    void UnregisterObserver(const du::SmartPtr<ItemsListObserver>& observer) {
+        m_observers.Unregister(observer);
+    }
 
     /// False, and `id` untouched, for an instance that no item holds.
     bool GetItemIdForInstance(const SbomPtr& instance, unsigned& id) const;
@@ -79,7 +83,8 @@ public:
     bool IsIndicated(unsigned id) const;
 
     /// An empty label gives the item the next number. Instances that another item holds are left out.
-    unsigned AddItem(const std::vector<SbomPtr>& instances, const std::string& label, bool itemized, bool manual);
+    unsigned AddItem(const std::vector<SbomPtr>& instances, const std::string& label, bool itemized,
+                     bool manual);
     bool RemoveItem(unsigned id);
     void AddInstance(unsigned id, const SbomPtr& instance);
     void RemoveInstance(unsigned id, const SbomPtr& instance);
@@ -109,7 +114,7 @@ private:
     void Drop(unsigned id, const SbomPtr& instance);
     void GiveNumber(Item& item);
     void FreeNumber(const Item& item);
-    unsigned ParentItemOf(const Item& item) const;
+    unsigned ParentItemOf(unsigned id, const Item& item) const;
     std::string LabelOf(const Item& item) const;
 
     void NotifyContent(unsigned id, const std::set<SbomPtr>& added, const std::set<SbomPtr>& removed);
@@ -122,7 +127,8 @@ private:
     unsigned m_lastId = 0;
     RankIndex m_ranks;
     std::unordered_map<const SbomInstance*, unsigned> m_itemOfInstance;
-    std::unordered_map<const zrk::ComponentNode*, std::map<unsigned, unsigned>> m_itemsOfComponent;  // id -> instances
+    std::unordered_map<const zrk::ComponentNode*, std::map<unsigned, unsigned>>
+        m_itemsOfComponent;  // id -> instances
     NumberSets m_numbers;
     std::unordered_set<unsigned> m_indicated;
     Numbering m_numbering;
