@@ -159,6 +159,13 @@ void ItemsList::GiveNumber(Item& item) {
     numbers.insert(item.number);
 }
 
+void ItemsList::KeepNumber(Item& item) {
+    if (item.number == 0) return;
+    if (m_numbers[m_numbering.hierarchical ? item.parent : 0].insert(item.number).second) return;
+    item.number = 0;
+    GiveNumber(item);
+}
+
 void ItemsList::FreeNumber(const Item& item) {
     if (item.number != 0) m_numbers[m_numbering.hierarchical ? item.parent : 0].erase(item.number);
 }
@@ -198,7 +205,7 @@ void ItemsList::Restore(unsigned id, const Item& item) {
         const std::lock_guard hold(m_mutex);
         if (m_items.count(id) != 0) return;
         Insert(id, item);
-        if (item.number != 0) m_numbers[m_numbering.hierarchical ? item.parent : 0].insert(item.number);
+        KeepNumber(m_items[id]);
     }
     Notify({kItemAdded, id}, [this, id] {
         m_observers.NotifyAll([id](ItemsListObserver& observer) { observer.OnItemAdded(id); });

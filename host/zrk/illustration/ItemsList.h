@@ -113,6 +113,8 @@ private:
     void Take(unsigned id, const SbomPtr& instance);
     void Drop(unsigned id, const SbomPtr& instance);
     void GiveNumber(Item& item);
+    /// The item keeps the number that it had, or gets the next one when another item has taken it meanwhile.
+    void KeepNumber(Item& item);
     void FreeNumber(const Item& item);
     unsigned ParentItemOf(unsigned id, const Item& item) const;
     std::string LabelOf(const Item& item) const;
