@@ -230,9 +230,26 @@ bool ItemsList::RemoveItem(unsigned id) {
 }
 
 void ItemsList::NotifyContent(unsigned id, const std::set<SbomPtr>& added, const std::set<SbomPtr>& removed) {
-    Notify({kContentChanged, id}, [this, id, added, removed] {
-        m_observers.NotifyAll(
-            [&](ItemsListObserver& observer) { observer.OnItemContentChanged(id, added, removed); });
+    {
+        const std::lock_guard hold(m_mutex);
+        ContentChange& change = m_untold[id];
+        for (const auto& instance : added) {
+            if (change.removed.erase(instance) == 0) change.added.insert(instance);
+        }
+        for (const auto& instance : removed) {
+            if (change.added.erase(instance) == 0) change.removed.insert(instance);
+        }
+    }
+    Notify({kContentChanged, id}, [this, id] {
+        ContentChange change;
+        {
+            const std::lock_guard hold(m_mutex);
+            std::swap(change, m_untold[id]);
+            m_untold.erase(id);
+        }
+        m_observers.NotifyAll([&](ItemsListObserver& observer) {
+            observer.OnItemContentChanged(id, change.added, change.removed);
+        });
     });
 }
 

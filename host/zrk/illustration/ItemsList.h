@@ -108,6 +108,11 @@ protected:
 private:
     using NumberSets = std::unordered_map<unsigned, std::set<unsigned>>;  // numbers in use, by parent item
 
+    struct ContentChange {
+        std::set<SbomPtr> added;
+        std::set<SbomPtr> removed;
+    };
+
     // Called with m_mutex held.
     void Insert(unsigned id, Item item);
     void Take(unsigned id, const SbomPtr& instance);
@@ -119,6 +124,7 @@ private:
     unsigned ParentItemOf(unsigned id, const Item& item) const;
     std::string LabelOf(const Item& item) const;
 
+    /// Adds up what came and went until it is told.
     void NotifyContent(unsigned id, const std::set<SbomPtr>& added, const std::set<SbomPtr>& removed);
     template <class Change>
     void ChangeItem(unsigned id, Change change);
@@ -133,6 +139,7 @@ private:
         m_itemsOfComponent;  // id -> instances
     NumberSets m_numbers;
     std::unordered_set<unsigned> m_indicated;
+    std::unordered_map<unsigned, ContentChange> m_untold;  // by item
     Numbering m_numbering;
 };
 
