@@ -109,7 +109,6 @@ TEST_F(AnnoSetTest, UndoesAndRedoesWhatAnOperationChanged) {
     Add('b', operation);
     m_set->RemoveAnnotationFromSet(a, operation);
     m_set->AddAnnotationToSet(a, operation);
-    m_set->AddAnnotationToSet(a, operation);  // no change, no step
     m_set->RemoveAnnotationFromSet(nullptr, operation);
     m_set->RemoveAnnotationFromSet(a, operation);
     EXPECT_EQ(Walk(), "b");
@@ -119,6 +118,10 @@ TEST_F(AnnoSetTest, UndoesAndRedoesWhatAnOperationChanged) {
     EXPECT_EQ(Heard(), "+a-a+a-b");
     operation->Redo();
     EXPECT_EQ(Walk(), "b");
+    const auto nothing = Begin();  // no change, no step
+    m_set->AddAnnotationToSet(du::DynamicCast<Note>(m_set->GetAnnotations()[0]), nothing);
+    m_set->RemoveAnnotationFromSet(a, nothing);
+    EXPECT_FALSE(nothing->IsRecordable());
 }
 
 // The order of annotations reaches files: undoing must bring back the order too.
@@ -207,6 +210,7 @@ TEST_F(AnnoSetTest, LetsAllGoSilentlyWhenTheSceneCloses) {
     Heard();
     m_scene->Close();
     EXPECT_EQ(Heard(), "");
+    EXPECT_FALSE(r->GetScene());
     EXPECT_EQ(a->GetReferenceCount(), 1U);
     EXPECT_EQ(r->GetReferenceCount(), 1U);
     EXPECT_FALSE(a->GetScene());

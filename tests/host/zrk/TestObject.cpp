@@ -50,6 +50,10 @@ TEST(Object, HoldsCountedDataAsLongAsItLives) {
     EXPECT_FALSE(object->AddRefCountedUserData(key, new du::RefCounted));
     EXPECT_EQ(object->GetRefCountedUserData(key), data);
     EXPECT_EQ(data->GetReferenceCount(), 2U);
+    object->RemoveUserData(key);
+    EXPECT_FALSE(object->GetRefCountedUserData(key));
+    EXPECT_EQ(data->GetReferenceCount(), 1U);
+    EXPECT_TRUE(object->AddRefCountedUserData(key, data));
     object = nullptr;
     EXPECT_EQ(data->GetReferenceCount(), 1U);
 }

@@ -46,7 +46,10 @@ TEST_F(ObservableTest, DeliversEqualOnesOnceInOrderOfFirstArrival) {
         EXPECT_EQ(m_recorder->Heard(), "");
     }
     EXPECT_EQ(m_recorder->Heard(), "(bac)");
-    m_recorder->Tell(2, 1, "b");  // what was delivered is new again
+    {
+        const Observable::UpdateGroup next(m_recorder);
+        m_recorder->Tell(2, 1, "b");  // what was delivered is new again
+    }
     EXPECT_EQ(m_recorder->Heard(), "(b)");
 }
 
