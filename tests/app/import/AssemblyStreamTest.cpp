@@ -1,0 +1,57 @@
+#include "app/import/AssemblyStream.h"
+
+#include <gtest/gtest.h>
+
+#include <functional>
+#include <limits>
+
+#include "app/import/ImportError.h"
+
+namespace zrsheet {
+namespace {
+
+Assembly Small() {
+    Assembly assembly;
+    assembly.name = "small";
+    assembly.parts.push_back({"Plate", {0, 0, 0, 1, 0, 0, 0, 1, 0}, {0, 1, 2}});
+    assembly.nodes.push_back({"Top", -1, kIdentityMatrix, -1, {{"No", "1"}, {"Material", ""}}});
+    assembly.nodes.push_back({"Plate", 0, {2, 0, 0, 0, 0, 3, 0, 0, 0, 0, 4, 0, 5, 6, 7, 1}, 0, {}});
+    return assembly;
+}
+
+// All that is written comes back, told by writing it again; every shorter answer is refused, and so is a
+// longer one.
+TEST(AssemblyStream, BringsBackWhatWasWrittenWholly) {
+    const std::string bytes = WriteAssembly(Small());
+    const Assembly read = ReadAssembly(bytes);
+    EXPECT_EQ(read.nodes[1].matrix, Small().nodes[1].matrix);
+    EXPECT_EQ(read.nodes[0].properties, Small().nodes[0].properties);
+    EXPECT_EQ(WriteAssembly(read), bytes);
+    for (std::size_t size = 0; size < bytes.size(); ++size) {
+        EXPECT_THROW(static_cast<void>(ReadAssembly(bytes.substr(0, size))), ImportError) << size;
+    }
+    EXPECT_THROW(static_cast<void>(ReadAssembly(bytes + " ")), ImportError);
+}
+
+TEST(AssemblyStream, RefusesWhatBreaksThePromisesOfAnAssembly) {
+    const std::vector<std::function<void(Assembly&)>> breaks{
+        [](Assembly& a) { a.parts[0].indices[1] = 3; },
+        [](Assembly& a) { a.parts[0].indices.pop_back(); },
+        [](Assembly& a) { a.parts[0].indices.clear(); },
+        [](Assembly& a) { a.parts[0].positions.push_back(0); },
+        [](Assembly& a) { a.parts[0].positions[2] = std::numeric_limits<float>::infinity(); },
+        [](Assembly& a) { a.nodes[1].parent = 1; },
+        [](Assembly& a) { a.nodes[1].parent = -2; },
+        [](Assembly& a) { a.nodes[1].part = 1; },
+        [](Assembly& a) { a.nodes[1].part = -2; },
+        [](Assembly& a) { a.nodes[1].matrix[3] = std::numeric_limits<double>::quiet_NaN(); },
+    };
+    for (std::size_t i = 0; i < breaks.size(); ++i) {
+        Assembly assembly = Small();
+        breaks[i](assembly);
+        EXPECT_THROW(static_cast<void>(ReadAssembly(WriteAssembly(assembly))), ImportError) << i;
+    }
+}
+
+}  // namespace
+}  // namespace zrsheet

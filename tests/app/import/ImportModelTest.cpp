@@ -1,0 +1,68 @@
+#include "app/import/ImportModel.h"
+
+#include <gmock/gmock.h>
+
+#include "tests/app/import/ImportFixture.h"
+
+namespace zrsheet {
+namespace {
+
+using testing::HasSubstr;
+
+class ImportModelTest : public ImportFixture {
+protected:
+    // Limits with a shell script in the reader's place.
+    ImportLimits WithReader(const std::string& script) const {
+        ImportLimits limits;
+        limits.reader = Write("reader.sh", "#!/bin/sh\n" + script + "\n");
+        std::filesystem::permissions(limits.reader, std::filesystem::perms::owner_all);
+        return limits;
+    }
+};
+
+TEST_F(ImportModelTest, TellsHowTheReaderEnded) {
+    const std::filesystem::path file = Save(Tetrahedron());
+    EXPECT_THAT(Complaint(file, WithReader("kill -SEGV $$")), HasSubstr("stopped with signal 11"));
+    EXPECT_THAT(Complaint(file, WithReader("exit 3")), HasSubstr("ended with code 3"));
+    EXPECT_THAT(Complaint(file, WithReader("printf 'two\\nlines' >&2; exit 1")), HasSubstr("two lines"));
+    EXPECT_THAT(Complaint(file, WithReader("echo nonsense")), HasSubstr("answer is damaged"));
+    ImportLimits missing;
+    missing.reader = "/nowhere/reader";
+    EXPECT_THAT(Complaint(file, missing), HasSubstr("cannot be started"));
+}
+
+TEST_F(ImportModelTest, StopsAReaderThatTakesTooLong) {
+    ImportLimits limits = WithReader("exec sleep 100");
+    limits.time = std::chrono::milliseconds(300);
+    const auto start = std::chrono::steady_clock::now();
+    EXPECT_THAT(Complaint(Save(Tetrahedron()), limits), HasSubstr("took longer than 0.3 s"));
+    EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(20));
+}
+
+TEST_F(ImportModelTest, StopsAReaderThatSaysTooMuch) {
+    ImportLimits limits = WithReader("exec yes");
+    limits.memoryBytes = std::uint64_t{64} << 20;
+    EXPECT_THAT(Complaint(Save(Tetrahedron()), limits), HasSubstr("more than 64 MiB"));
+}
+
+// Sixteen million vertices that no bytes stand behind: a small file that wants much memory.
+TEST_F(ImportModelTest, RefusesAModelThatNeedsTooMuchMemory) {
+#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
+    GTEST_SKIP() << "sanitizers reserve more memory than any limit";
+#endif
+    Json model = Tetrahedron();
+    model["accessors"][0] = {{"componentType", 5126}, {"type", "VEC3"}, {"count", 16'000'000}};
+    ImportLimits limits;
+    limits.memoryBytes = std::uint64_t{160} << 20;
+    EXPECT_THAT(Complaint(Save(model), limits), HasSubstr("more memory than allowed"));
+}
+
+TEST_F(ImportModelTest, TakesAnyFileNameAndNamesTheModelAfterIt) {
+    std::filesystem::current_path(Write("x", "").parent_path());
+    Save(Tetrahedron(), "-strange name \xC3\xA4.gltf");
+    EXPECT_EQ(ImportModel("-strange name \xC3\xA4.gltf").name, "-strange name \xC3\xA4");
+    std::filesystem::current_path("/");
+}
+
+}  // namespace
+}  // namespace zrsheet
