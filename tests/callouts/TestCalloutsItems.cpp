@@ -1,0 +1,291 @@
+#include <functional>
+#include <set>
+#include <string>
+#include <utility>
+
+#include "callouts/Callouts.h"
+#include "tests/callouts/EngineFixture.h"
+#include "zrk/operation/Operation.h"
+#include "zrk/scene/SceneObserver.h"
+
+namespace zrcallouts {
+namespace {
+
+using SbomSet = Callouts::SbomSet;
+
+/// Writes down which annotations enter and leave the scene.
+class Journal : public zrk::SceneObserver {
+public:
+    ~Journal() override = default;
+    void OnAnnotationAdded(const du::SmartPtr<zrk::Annotation>& annotation) override {
+        Write('+', annotation);
+    }
+    void OnAnnotationRemoved(const du::SmartPtr<zrk::Annotation>& annotation) override {
+        Write('-', annotation);
+    }
+
+    std::string m_signs;
+    std::vector<du::SmartPtr<zrk::Annotation>> m_annotations;
+
+private:
+    void Write(char sign, const du::SmartPtr<zrk::Annotation>& annotation) {
+        m_signs += sign;
+        m_annotations.push_back(annotation);
+    }
+};
+
+class CalloutsItems : public EngineFixture {
+protected:
+    CalloutsItems()
+        : m_a(AddPart("A", {-5, 0, 0})),
+          m_b(AddPart("B", {0, 0, 0})),
+          m_c(AddPart("C", {5, 0, 0})),
+          m_seven(AddItem({m_a}, "7")),
+          m_eight(AddItem({m_b}, "8")),
+          m_nine(AddItem({m_c}, "9")) {
+        m_scene->RegisterObserver(m_journal);
+    }
+
+    CombinedPtr Combine(const std::vector<std::pair<Part, unsigned>>& members) {
+        CalloutVec callouts;
+        for (const auto& [part, id] : members) callouts.push_back(MakeCallout(m_numbered, part, id));
+        return new zrannotations::CombinedCallout(callouts);
+    }
+
+    const Part m_a;
+    const Part m_b;
+    const Part m_c;
+    const unsigned m_seven;
+    const unsigned m_eight;
+    const unsigned m_nine;
+    const TemplatePtr m_numbered = MakeTemplate({ItemLabel()});
+    const du::SmartPtr<Journal> m_journal{new Journal};
+};
+
+TEST_F(CalloutsItems, ARemovedItemTakesItsCalloutsAlongAndShrinksCombinedOnes) {
+    const auto seven = AddCallout(m_numbered, m_a, m_seven);
+    const auto eight = AddCallout(m_numbered, m_b, m_eight);
+    const auto pair = Combine({{m_a, m_seven}, {m_b, m_eight}});
+    const auto otherPair = Combine({{m_c, m_nine}, {m_a, m_seven}});
+    const auto triple = Combine({{m_a, m_seven}, {m_b, m_eight}, {m_c, m_nine}});
+    const auto kept = pair->GetCalloutVec()[1];
+    const auto otherKept = otherPair->GetCalloutVec()[0];
+    for (const auto& combined : {pair, otherPair, triple}) Show(combined);
+    ASSERT_EQ(Text(triple), "7, 8, 9");
+    m_journal->m_signs.clear();
+
+    ASSERT_TRUE(Items().RemoveItem(m_seven));
+
+    EXPECT_FALSE(IsShown(seven));
+    EXPECT_TRUE(IsShown(eight));
+    EXPECT_FALSE(IsShown(pair));
+    EXPECT_FALSE(IsShown(otherPair));
+    EXPECT_TRUE(IsShown(kept));
+    EXPECT_TRUE(IsShown(otherKept));
+    EXPECT_EQ(Text(kept), "8");
+    EXPECT_EQ(Text(otherKept), "9");
+    EXPECT_TRUE(IsShown(triple));
+    EXPECT_EQ(Text(triple), "8, 9");
+    EXPECT_EQ(m_journal->m_signs, "---++") << "members are added after all combined callouts are gone";
+    EXPECT_EQ(Filed(m_c).size(), 2U) << "the triple's last member and the callout that was left over";
+    EXPECT_FALSE(m_scene->GetHistory().Undo());
+}
+
+TEST_F(CalloutsItems, ARemovalUnderAnOperationCanBeUndone) {
+    const auto seven = AddCallout(m_numbered, m_a, m_seven);
+    const auto pair = Combine({{m_a, m_seven}, {m_b, m_eight}});
+    Show(pair);
+    const auto kept = pair->GetCalloutVec()[1];
+    const auto operation = MakeOperation();
+    m_engine->OnItemRemoved(m_seven, operation);
+    zrk::RecordOperation(operation);
+    EXPECT_FALSE(IsShown(seven));
+    EXPECT_TRUE(IsShown(kept));
+    ASSERT_TRUE(m_scene->GetHistory().Undo());
+    EXPECT_TRUE(IsShown(seven));
+    EXPECT_TRUE(IsShown(pair));
+    EXPECT_FALSE(IsShown(kept));
+    EXPECT_EQ(OfItem(m_seven), CalloutVec{seven});
+    ASSERT_TRUE(m_scene->GetHistory().Redo());
+    EXPECT_FALSE(IsShown(seven));
+    EXPECT_TRUE(IsShown(kept));
+}
+
+TEST_F(CalloutsItems, CalloutsThatASavedViewRefersToAreDeletedWhole) {
+    const auto saved = MakeCallout(m_numbered, m_a, m_seven);
+    const auto other = MakeCallout(m_numbered, m_b, m_eight);
+    const auto pair = Combine({{m_a, m_seven}, {m_b, m_eight}});
+    for (const auto& callout : {saved, other, CalloutPtr(pair)}) m_annoSet->AddReferencedAnnotation(callout);
+    const auto operation = MakeOperation();
+    m_engine->OnItemRemoved(m_seven, operation);
+    EXPECT_EQ(m_journal->m_signs, "+-+-");
+    EXPECT_EQ(pair->GetCount(), 2U);
+    for (const auto& callout : {saved, CalloutPtr(pair)}) {
+        EXPECT_FALSE(IsShown(callout));
+        EXPECT_FALSE(m_annoSet->IsReferencedAnnotation(callout));
+    }
+    EXPECT_TRUE(m_annoSet->IsReferencedAnnotation(other));
+    EXPECT_TRUE(operation->IsRecordable());
+}
+
+TEST_F(CalloutsItems, AClearedListTakesEveryNumberedCalloutAlong) {
+    const auto plain = AddCallout(MakeTemplate({Literal("x")}), m_a);
+    m_view->SetDirty(false);
+    m_engine->OnListCleared(nullptr);
+    EXPECT_FALSE(m_view->IsDirty());
+    const auto seven = AddCallout(m_numbered, m_a, m_seven);
+    const auto pair = Combine({{m_b, m_eight}, {m_c, m_nine}});
+    Show(pair);
+    m_view->SetDirty(false);
+    const auto operation = MakeOperation();
+    m_engine->OnListCleared(operation);
+    zrk::RecordOperation(operation);
+    EXPECT_TRUE(m_view->IsDirty());
+    EXPECT_FALSE(IsShown(seven));
+    EXPECT_FALSE(IsShown(pair));
+    EXPECT_TRUE(IsShown(plain));
+    std::set<unsigned> ids;
+    m_engine->GetItemdIds(ids);
+    EXPECT_TRUE(ids.empty());
+    ASSERT_TRUE(m_scene->GetHistory().Undo());
+    EXPECT_TRUE(IsShown(seven));
+    EXPECT_TRUE(IsShown(pair));
+}
+
+TEST_F(CalloutsItems, AChangedItemRewritesItsOwnCallouts) {
+    const auto quantity = MakeTemplate({Reference("System", "zrQTY"), Reference("System", "zrTAG")});
+    const auto seven = AddCallout(m_numbered, m_a, m_seven);
+    const auto sevens = AddCallout(quantity, m_a, m_seven);
+    const auto eight = AddCallout(m_numbered, m_b, m_eight);
+    const auto pair = Combine({{m_b, m_eight}, {m_a, m_seven}});
+    Show(pair);
+    for (const auto& callout : {seven, sevens, eight, CalloutPtr(pair)})
+        callout->SetText(du::Symbol("old"), false);
+    const auto spare = AddPart("spare", {9, 0, 0});
+    const struct {
+        const char* name;
+        std::function<void()> edit;
+        const char* label;
+        const char* count;
+    } rows[] = {{"label", [&] { Items().SetLabel(m_seven, "70"); }, "70", "1"},
+                {"tag", [&] { Items().SetTag(m_seven, "t"); }, "70", "1t"},
+                {"gained", [&] { Items().AddInstance(m_seven, spare.sbom); }, "70", "2t"},
+                {"lost", [&] { Items().RemoveInstance(m_seven, spare.sbom); }, "70", "1t"}};
+    for (const auto& row : rows) {
+        row.edit();
+        EXPECT_EQ(Text(seven), row.label) << row.name;
+        EXPECT_EQ(Text(sevens), row.count) << row.name;
+        EXPECT_EQ(Text(pair), std::string("8, ") + row.label) << row.name;
+        EXPECT_EQ(Text(eight), "old") << row.name;
+    }
+    m_engine->Destroy();
+    Items().SetLabel(m_seven, "71");
+    EXPECT_EQ(Text(seven), "70");
+}
+
+TEST_F(CalloutsItems, ANewInstanceOfAnItemGetsALeaderOnItsFirstCallout) {
+    const auto first = AddCallout(m_numbered, m_a, m_seven);
+    const auto second = AddCallout(m_numbered, m_a, m_seven);
+    ASSERT_EQ(OfItem(m_seven), (CalloutVec{first, second}));
+    const auto eight = AddCallout(m_numbered, m_b, m_eight);
+    const auto connect = [this](const Part& part) {
+        m_engine->UpdateItemGroupCalloutLeaders(m_seven, SbomSet{part.sbom}, {}, nullptr);
+    };
+    connect(m_c);
+    ASSERT_EQ(first->GetLeaderLineCount(true), 2U);
+    EXPECT_EQ(second->GetLeaderLineCount(true), 1U);
+    EXPECT_EQ(first->GetShapeInstanceAtPos(1).get(), m_c.shape.get());
+    EXPECT_FALSE(first->GetAssemblyInstanceAtPos(1)) << "the part stands for itself";
+    EXPECT_EQ(Filed(m_c), CalloutVec{first});
+    EXPECT_EQ(first->GetDrawnLeaders().size(), 1U) << "new leaders are collapsed";
+    connect(m_c);
+    EXPECT_EQ(first->GetLeaderLineCount(true), 2U);
+    EXPECT_EQ(second->GetLeaderLineCount(true), 2U)
+        << "the first has the leader already, so the next one gets it";
+
+    m_engine->SetCombineForSamePart(true);
+    const auto spare = AddPart("spare", {0, 5, 0});
+    connect(spare);
+    EXPECT_EQ(first->GetDrawnLeaders().size(), 3U) << "combined parts show all their leaders";
+    EXPECT_EQ(second->GetDrawnLeaders().size(), 1U);
+    EXPECT_EQ(eight->GetLeaderLineCount(true), 1U);
+}
+
+TEST_F(CalloutsItems, AWeldStandsForAllItsPartsThroughTheFirst) {
+    const auto weld = AddAssembly("weld", true);
+    const auto left = AddPart("left", {0, 5, 0}, &weld);
+    const auto right = AddPart("right", {3, 5, 0}, &weld);
+    const auto single = AddAssembly("single", true);
+    const auto lonely = AddPart("lonely", {-3, 5, 0}, &single);
+    const auto hollow = AddAssembly("hollow", true);
+    const auto unloaded = AddPart("unloaded", {6, 5, 0});
+    m_scene->RemoveShapeInstance(unloaded.shape);
+    const auto callout = AddCallout(m_numbered, m_a, m_seven);
+    m_engine->UpdateItemGroupCalloutLeaders(
+        m_seven, SbomSet{weld.sbom, single.sbom, hollow.sbom, unloaded.sbom, nullptr}, {}, nullptr);
+    ASSERT_EQ(callout->GetLeaderLineCount(true), 3U);
+    for (unsigned i = 1; i < 3; ++i) {
+        const bool isWeld = callout->GetShapeInstanceAtPos(i) == left.shape;
+        EXPECT_TRUE(isWeld || callout->GetShapeInstanceAtPos(i) == lonely.shape);
+        EXPECT_EQ(callout->GetAssemblyInstanceAtPos(i).get(), isWeld ? weld.sbom.get() : nullptr);
+    }
+    EXPECT_TRUE(Filed(right).empty());
+}
+
+TEST_F(CalloutsItems, DisconnectingTakesTheLowestLeaderOfEachCallout) {
+    const auto callout = MakeCallout(m_numbered, m_a, m_seven);
+    for (int i = 0; i < 2; ++i) Connect(callout, m_c);
+    Connect(callout, m_b);
+    callout->SetAnchor({0.5, 0.5, 1}, 2);
+    Show(callout);
+    const auto second = MakeCallout(m_numbered, m_c, m_seven);
+    Connect(second, m_b);
+    Show(second);
+    const auto operation = MakeOperation();
+    m_engine->UpdateItemGroupCalloutLeaders(m_seven, {}, SbomSet{m_c.sbom}, operation);
+    ASSERT_EQ(callout->GetLeaderLineCount(true), 3U);
+    dg::DPoint3D anchor;
+    ASSERT_TRUE(callout->GetAnchorAtPos(1, anchor));
+    EXPECT_EQ(anchor, dg::DPoint3D(0.5, 0.5, 1)) << "another leader than the lowest went";
+    EXPECT_EQ(second->GetLeaderLineCount(true), 1U);
+    EXPECT_EQ(Filed(m_c), (CalloutVec{callout, second})) << "they stay filed under the part";
+    operation->Undo();
+    EXPECT_EQ(callout->GetLeaderLineCount(true), 3U) << "what was disconnected is not recorded";
+}
+
+TEST_F(CalloutsItems, ConnectingIsAStepThatUndoTakesFromAllCalloutsOfTheItem) {
+    const auto first = AddCallout(m_numbered, m_a, m_seven);
+    const auto second = MakeCallout(m_numbered, m_a, m_seven);
+    Connect(second, m_c);
+    Show(second);
+    const auto operation = MakeOperation();
+    m_engine->UpdateItemGroupCalloutLeaders(m_seven, SbomSet{m_b.sbom, m_c.sbom}, {}, operation);
+    zrk::RecordOperation(operation);
+    ASSERT_EQ(first->GetLeaderLineCount(true), 3U);
+    ASSERT_TRUE(m_scene->GetHistory().Undo());
+    EXPECT_EQ(first->GetLeaderLineCount(true), 1U);
+    EXPECT_EQ(second->GetLeaderLineCount(true), 1U);
+    ASSERT_TRUE(m_scene->GetHistory().Redo());
+    EXPECT_EQ(first->GetLeaderLineCount(true), 3U);
+    EXPECT_EQ(second->GetLeaderLineCount(true), 1U);
+}
+
+TEST_F(CalloutsItems, AStepIsRecordedUnlessThereAreNoCallouts) {
+    const auto isRecorded = [this](Callouts& engine, unsigned id) {
+        const auto operation = MakeOperation();
+        engine.UpdateItemGroupCalloutLeaders(id, SbomSet{m_c.sbom}, {}, operation);
+        return operation->IsRecordable();
+    };
+    EXPECT_FALSE(isRecorded(*m_engine, m_seven));
+    const auto callout = AddCallout(m_numbered, m_a, m_seven);
+    EXPECT_TRUE(isRecorded(*m_engine, m_nine + 1));
+    const du::SmartPtr<Callouts> listless(new Callouts);
+    listless->AddToSet(MakeCallout(m_numbered, m_a, m_seven));
+    EXPECT_TRUE(isRecorded(*listless, m_seven));
+    listless->OnItemRemoved(m_seven, nullptr);
+    listless->OnListCleared(nullptr);
+    EXPECT_EQ(callout->GetLeaderLineCount(true), 1U);
+}
+
+}  // namespace
+}  // namespace zrcallouts
