@@ -43,11 +43,8 @@ DrawnCallout DrawCallout(const SheetCallout& callout, const SheetStyle& style) {
 /// Draws the table row by row, downwards.
 class TableDrawer {
 public:
-    TableDrawer(const Sheet& sheet, SheetDrawing& drawing)
-        : m_table(sheet.table),
-          m_style(sheet.style),
-          m_drawing(drawing),
-          m_capHeight(CapHeight(sheet.style.tableFontSize)) {}
+    TableDrawer(const SheetTable& table, const SheetStyle& style, SheetDrawing& drawing)
+        : m_table(table), m_style(style), m_drawing(drawing), m_capHeight(CapHeight(style.tableFontSize)) {}
 
     void Draw() {
         if (m_table.columns.empty()) return;
@@ -104,7 +101,7 @@ SheetDrawing DrawSheet(const Sheet& sheet) {
         sheet.style.inkColor};
     for (const SheetCallout& callout : sheet.callouts)
         drawing.callouts.push_back(DrawCallout(callout, sheet.style));
-    TableDrawer(sheet, drawing).Draw();
+    for (const SheetTable& table : sheet.tables) TableDrawer(table, sheet.style, drawing).Draw();
     return drawing;
 }
 

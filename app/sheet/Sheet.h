@@ -117,7 +117,7 @@ struct Sheet {
     SheetModel model;
     std::vector<SheetCallout> callouts;
     std::vector<SheetItem> items;
-    SheetTable table;
+    std::vector<SheetTable> tables;  // the parts list, in as many columns as it takes
     SheetStyle style;
     SheetSeconds seconds;
 };

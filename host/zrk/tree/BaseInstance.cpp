@@ -30,6 +30,11 @@ bool BaseInstance::FindProperty(const du::Symbol& group, const du::Symbol& name,
     return true;
 }
 
+std::map<BaseInstance::PropertyKey, du::Symbol> BaseInstance::GetProperties() const {
+    const std::lock_guard hold(m_propertyMutex);
+    return m_properties;
+}
+
 du::SmartPtr<PropertyValue> BaseInstance::LookUpProperty(const std::vector<du::Symbol>& groups,
                                                          const std::vector<du::Symbol>& names,
                                                          const du::Symbol& source) const {

@@ -42,9 +42,10 @@ public:
     /// False, and `value` untouched, when there is none.
     bool FindProperty(const du::Symbol& group, const du::Symbol& name, const du::Symbol& source, du::Symbol& value) const;
 
-private:
     using PropertyKey = std::tuple<du::Symbol, du::Symbol, du::Symbol>;  // group, name, source
+    std::map<PropertyKey, du::Symbol> GetProperties() const;
 
+private:
     const du::Symbol m_identifier;
     const std::string m_name;
     mutable std::mutex m_propertyMutex;  // guards m_properties

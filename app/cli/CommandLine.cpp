@@ -1,0 +1,157 @@
+#include "app/cli/CommandLine.h"
+
+#include <CLI/CLI.hpp>
+#include <cstdio>
+#include <map>
+#include <string>
+
+#include "app/export/ExportSheet.h"
+#include "app/sheet/PageLayout.h"
+#include "app/sheet/SheetError.h"
+
+namespace zrsheet {
+namespace {
+
+constexpr int kBadInput = 2;
+constexpr const char* kVersion = ZRSHEET_VERSION;
+constexpr int kMostPixels = 20000;
+
+constexpr const char* kAbout =
+    "zrsheet makes illustrated parts sheets: a line picture of an assembly, numbered\n"
+    "balloons with leaders to the parts, and the parts list beside it.";
+
+constexpr const char* kExamples =
+    "Examples:\n"
+    "  zrsheet make pump.glb -o pump.svg\n"
+    "      the sheet as SVG: the balloons and the list are text and lines, ready for a browser\n"
+    "  zrsheet make pump.glb -o pump.svg -o pump.png -o pump.csv --view front\n"
+    "      three files from one run, the pump seen from the front\n"
+    "  zrsheet make pump.glb -o pump.svg --template '{item} ({quantity}x)' --combine\n"
+    "      balloons that say how many, each with leaders to all instances of its part\n"
+    "  zrsheet make pump.glb -o rotor.svg --select '/Pump/Rotor/*' --select 'Bolt*'\n"
+    "      callouts for the parts of one assembly and for everything called Bolt...\n"
+    "\n"
+    "Exit codes: 0 done, 2 something given was wrong (one line on standard error says what).";
+
+std::string KnownExtensions() {
+    std::string known;
+    for (const auto extension : ExportExtensions()) known += (known.empty() ? "" : ", ") + std::string(extension);
+    return known;
+}
+
+void ReadSize(const std::string& text, SheetOptions& options) {
+    int used = 0;
+    const bool isSize = std::sscanf(text.c_str(), "%5dx%5d%n", &options.width, &options.height, &used) == 2 &&
+                        static_cast<std::size_t>(used) == text.size();
+    const bool isFit = isSize && options.width >= kLeastWidth && options.height >= kLeastHeight &&
+                       options.width <= kMostPixels && options.height <= kMostPixels;
+    if (!isFit) {
+        throw SheetError("size '" + text + "': give WIDTHxHEIGHT in pixels, from " + std::to_string(kLeastWidth) + "x" +
+                         std::to_string(kLeastHeight) + " to " + std::to_string(kMostPixels) + "x" +
+                         std::to_string(kMostPixels));
+    }
+}
+
+void CheckOutputs(const MakeRequest& request) {
+    for (const auto& output : request.outputs) {
+        if (CanExport(output)) continue;
+        throw SheetError("output '" + output.string() + "': its format is not known; use one of " + KnownExtensions());
+    }
+}
+
+/// The options as text, until all of them are known to be there.
+struct RawOptions {
+    std::string view = "iso";
+    std::string size = "1600x1000";
+    std::string numbering = "flat";
+    bool combine = false;
+    bool drawOne = false;
+    bool perInstance = false;
+};
+
+void DefineMake(CLI::App& make, MakeRequest& request, RawOptions& raw) {
+    SheetOptions& options = request.options;
+    make.add_option("MODEL", options.model, "The assembly: a glTF 2.0 file, .glb or .gltf")->required();
+    make.add_option("-o,--output", request.outputs, "A file to write; its extension chooses the format: " + KnownExtensions() +
+                                                        ". May be given several times")
+        ->required()
+        ->allow_extra_args(false);
+    make.add_option("--view", raw.view,
+                    "From where the model is seen: iso, front, back, left, right, top, bottom, or the direction of the look "
+                    "as x,y,z (Y is up)")
+        ->capture_default_str();
+    make.add_option("--size", raw.size, "The page in pixels; it grows when the callouts or the list need more")
+        ->capture_default_str();
+    make.add_option("--template", options.labelTemplate,
+                    "What balloons say: {item}, {quantity}, {tag}, {name}, {property:NAME} and any text around them")
+        ->capture_default_str();
+    auto* leaders = make.add_option_group("Leaders", "For a part that is there several times (at most one of these):");
+    leaders->add_flag("--draw-one", raw.drawOne, "one balloon with a leader to the instance seen best (the default)");
+    leaders->add_flag("--combine", raw.combine, "one balloon with leaders to all instances");
+    leaders->add_flag("--per-instance", raw.perInstance, "a balloon for every instance");
+    leaders->require_option(0, 1);
+    make.add_option("--numbering", raw.numbering, "How items are numbered: flat (1, 2, 3) or hierarchical (1, 1.1, 1.2)")
+        ->check(CLI::IsMember({"flat", "hierarchical"}))
+        ->capture_default_str();
+    make.add_option("--select", options.selection,
+                    "Only parts of this name, or with a slash this path; * stands for any characters. An assembly selects "
+                    "all in it. May be given several times")
+        ->allow_extra_args(false);
+    make.add_option("--language", options.language, "Of the sheet's own texts: en, de, fr, es or ja")
+        ->check(CLI::IsMember({"en", "de", "fr", "es", "ja"}))
+        ->capture_default_str();
+    make.add_option("--report", request.report, "Write where everything stands on the page to this JSON file");
+    make.add_option("--threads", options.threads, "Threads to work with; 0 for as many as the machine has")
+        ->check(CLI::Range(0, 256))
+        ->capture_default_str();
+    make.footer(kExamples);
+}
+
+void Interpret(const RawOptions& raw, MakeRequest& request) {
+    SheetOptions& options = request.options;
+    options.view = ParseViewDirection(raw.view);
+    ReadSize(raw.size, options);
+    options.isHierarchical = raw.numbering == "hierarchical";
+    if (raw.combine) options.leaders = LeaderChoice::All;
+    if (raw.perInstance) options.leaders = LeaderChoice::PerInstance;
+    CheckOutputs(request);
+}
+
+int Report(const std::string& message) {
+    std::fprintf(stderr, "zrsheet: %s\n", message.c_str());
+    return kBadInput;
+}
+
+std::string InOneLine(std::string text) {
+    for (char& c : text) {
+        if (c == '\n' || c == '\r') c = ' ';
+    }
+    return text;
+}
+
+}  // namespace
+
+CommandLine ReadCommandLine(int argc, const char* const* argv) {
+    CommandLine line;
+    RawOptions raw;
+    CLI::App app(kAbout, "zrsheet");
+    app.set_version_flag("--version", std::string("zrsheet ") + kVersion);
+    app.require_subcommand(1);
+    app.footer("'zrsheet make --help' tells about the options.");
+    CLI::App* make = app.add_subcommand("make", "Makes the sheet of a model");
+    DefineMake(*make, line.request, raw);
+    try {
+        app.parse(argc, argv);
+        Interpret(raw, line.request);
+        line.isRequest = true;
+    } catch (const CLI::Success& success) {
+        line.exitCode = app.exit(success);  // help or version
+    } catch (const CLI::ParseError& error) {
+        line.exitCode = Report(InOneLine(error.what()) + "; 'zrsheet make --help' tells how it goes");
+    } catch (const SheetError& error) {
+        line.exitCode = Report(error.what());
+    }
+    return line;
+}
+
+}  // namespace zrsheet

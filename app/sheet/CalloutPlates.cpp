@@ -1,0 +1,119 @@
+#include "app/sheet/CalloutPlates.h"
+
+#include <algorithm>
+#include <cmath>
+#include <map>
+#include <string>
+#include <utility>
+
+#include "app/render/TextMetrics.h"
+#include "zrk/scene/ShapeView.h"
+
+namespace zrsheet {
+namespace {
+
+using zrannotations::Callout;
+
+// Pixel numbers of the view name the middles of pixels, places on the page their corners.
+constexpr double kPixelMiddle = 0.5;
+constexpr double kBalloonHeight = 2.0;  // font sizes
+constexpr double kLabelPadding = 1.1;   // font sizes, both ends of a capsule together
+
+PagePoint OnPage(const dg::DPoint3D& pixel, const PageBox& figure) {
+    return {figure.x0 + pixel.x + kPixelMiddle, figure.y0 + pixel.y + kPixelMiddle};
+}
+
+dg::DPoint3D AnchorPixel(const Callout& callout, unsigned position, const dg::Camera3D& camera) {
+    dg::DPoint3D point;
+    dg::Location location;
+    callout.GetAnchorAtPos(position, point);
+    callout.GetInstanceLocationAtPos(location, position);
+    return point * location * camera.GetWorldToPixel();
+}
+
+SheetLeader LeaderOf(const Callout& callout, unsigned position, const dg::Camera3D& camera, const PageBox& figure) {
+    SheetLeader leader;
+    leader.anchor = OnPage(AnchorPixel(callout, position, camera), figure);
+    leader.instance = callout.GetShapeInstanceIdAtPos(position);
+    leader.visible = !callout.IsHiddenAsDashedAtPos(position);
+    return leader;
+}
+
+/// Where the line from the balloon to the anchor leaves the balloon, whose ends are half circles.
+PagePoint RimTowards(const PageBox& box, const PagePoint& anchor) {
+    const double radius = 0.5 * (box.y1 - box.y0);
+    const PagePoint core{std::clamp(anchor.x, box.x0 + radius, std::max(box.x1 - radius, box.x0 + radius)), 0.5 * (box.y0 + box.y1)};
+    const double distance = std::hypot(anchor.x - core.x, anchor.y - core.y);
+    if (distance <= radius) return anchor;
+    return {core.x + (anchor.x - core.x) * radius / distance, core.y + (anchor.y - core.y) * radius / distance};
+}
+
+/// A legal XML name, the same from run to run.
+std::string IdOf(const SheetCallout& callout, std::map<unsigned, int>& uses) {
+    const int use = ++uses[callout.hasItem ? callout.itemId : 0];
+    if (!callout.hasItem) return "callout-text-" + std::to_string(use);
+    const std::string id = "callout-" + std::to_string(callout.itemId);
+    return use == 1 ? id : id + "-" + std::to_string(use);
+}
+
+}  // namespace
+
+CalloutPlates::CalloutPlates(const std::vector<du::SmartPtr<Callout>>& callouts, const PageBox& figure,
+                             const SheetStyle& style)
+    : m_figure(figure), m_height(std::round(kBalloonHeight * style.fontSize)) {
+    std::map<unsigned, int> uses;
+    for (const auto& callout : callouts) {
+        du::SmartPtr<zrk::ShapeView> view;
+        const dg::DPoint3D label = callout->GetLabelRelativeScreenPosition(view);
+        if (!view) continue;
+        dg::Camera3D camera;
+        view->GetCamera(camera);
+        SheetCallout plate;
+        plate.hasItem = callout->GetItemId(plate.itemId);
+        plate.id = IdOf(plate, uses);
+        plate.label = callout->GetMarkupText().Text();
+        for (const unsigned position : callout->GetDrawnLeaders()) {
+            plate.leaders.push_back(LeaderOf(*callout, position, camera, figure));
+        }
+        const double width = TextWidth(plate.label, style.fontSize) + kLabelPadding * style.fontSize;
+        Balloon balloon{OnPage(label, figure), OnPage(label, figure), std::max(m_height, std::round(width)), m_height};
+        if (!plate.leaders.empty()) balloon.anchor = plate.leaders.front().anchor;
+        m_balloons.push_back(balloon);
+        m_callouts.push_back(std::move(plate));
+    }
+    Move({});
+}
+
+void CalloutPlates::Place(SheetCallout& callout, const PagePoint& centre) const {
+    const Balloon& balloon = m_balloons[static_cast<std::size_t>(&callout - m_callouts.data())];
+    callout.box = {centre.x - 0.5 * balloon.width, centre.y - 0.5 * balloon.height, centre.x + 0.5 * balloon.width,
+                   centre.y + 0.5 * balloon.height};
+    for (SheetLeader& leader : callout.leaders) leader.end = RimTowards(callout.box, leader.anchor);
+}
+
+void CalloutPlates::Tidy(const PageBox& model) {
+    TidyBalloons(m_balloons, model, m_figure);
+    Move({});
+}
+
+void CalloutPlates::Move(const PagePoint& move) {
+    for (std::size_t i = 0; i < m_callouts.size(); ++i) {
+        m_balloons[i].centre.x += move.x;
+        m_balloons[i].centre.y += move.y;
+        for (SheetLeader& leader : m_callouts[i].leaders) {
+            leader.anchor.x += move.x;
+            leader.anchor.y += move.y;
+        }
+        Place(m_callouts[i], m_balloons[i].centre);
+    }
+}
+
+std::vector<PageBox> CalloutPlates::Boxes() const {
+    std::vector<PageBox> boxes;
+    for (const SheetCallout& callout : m_callouts) boxes.push_back(callout.box);
+    return boxes;
+}
+
+std::vector<SheetCallout> CalloutPlates::Take() { return std::move(m_callouts); }
+
+}  // namespace zrsheet

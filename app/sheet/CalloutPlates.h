@@ -1,0 +1,35 @@
+// The callouts of the scene as they stand on the page: balloons, leaders and dots.
+
+#pragma once
+
+#include <vector>
+
+#include "app/sheet/LabelTidy.h"
+#include "app/sheet/Sheet.h"
+#include "du/SmartPtr.h"
+#include "zrannotations/Callout.h"
+
+namespace zrsheet {
+
+class CalloutPlates {
+public:
+    /// `figure` is where the view's picture lies on the page.
+    CalloutPlates(const std::vector<du::SmartPtr<zrannotations::Callout>>& callouts, const PageBox& figure,
+                  const SheetStyle& style);
+
+    /// Gives the balloons their final places around the model's picture.
+    void Tidy(const PageBox& model);
+    void Move(const PagePoint& move);
+    [[nodiscard]] std::vector<PageBox> Boxes() const;
+    [[nodiscard]] std::vector<SheetCallout> Take();
+
+private:
+    void Place(SheetCallout& callout, const PagePoint& centre) const;
+
+    PageBox m_figure;
+    double m_height;
+    std::vector<SheetCallout> m_callouts;
+    std::vector<Balloon> m_balloons;  // one for each callout
+};
+
+}  // namespace zrsheet

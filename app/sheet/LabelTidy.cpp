@@ -1,0 +1,151 @@
+#include "app/sheet/LabelTidy.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <cstddef>
+
+namespace zrsheet {
+namespace {
+
+constexpr double kGap = 8.0;     // between balloons
+constexpr double kInset = 20.0;  // of balloons from the figure's ends
+constexpr int kMostSweeps = 40;    // of uncrossing; in practice a handful
+
+/// The balloons of one side; `along` is the axis that the side runs along, 0 for x and 1 for y.
+struct Side {
+    int along = 1;
+    double least = 0.0;
+    double greatest = 0.0;
+    std::vector<Balloon*> balloons;
+};
+
+double& Coordinate(PagePoint& point, int axis) { return axis == 0 ? point.x : point.y; }
+double Coordinate(const PagePoint& point, int axis) { return axis == 0 ? point.x : point.y; }
+double Length(const Balloon& balloon, int axis) { return axis == 0 ? balloon.width : balloon.height; }
+
+/// Which side of the model the balloon lies on: left, right, top, bottom.
+std::size_t SideOf(const Balloon& balloon, const PageBox& model) {
+    const std::array<double, 4> outside{model.x0 - balloon.centre.x, balloon.centre.x - model.x1,
+                                        model.y0 - balloon.centre.y, balloon.centre.y - model.y1};
+    return static_cast<std::size_t>(std::max_element(outside.begin(), outside.end()) - outside.begin());
+}
+
+/// Neighbours that share one place until the next lies far enough.
+struct Cluster {
+    double sum = 0.0;     // of the wished places, less what lies before each in the cluster
+    double offset = 0.0;  // from the cluster's start to the middle of the next balloon
+    std::size_t count = 0;
+
+    double Start() const { return sum / static_cast<double>(count); }
+};
+
+double Distance(const Side& side, std::size_t i) {
+    return 0.5 * (Length(*side.balloons[i - 1], side.along) + Length(*side.balloons[i], side.along)) + kGap;
+}
+
+/// The room from the first balloon's middle to the last one's when all touch.
+double TightLength(const Side& side) {
+    double length = 0.0;
+    for (std::size_t i = 1; i < side.balloons.size(); ++i) length += Distance(side, i);
+    return length;
+}
+
+/// The places, in order and apart, whose squared distances to the wished ones add up to least: clusters that would overlap are
+/// merged until none does.
+std::vector<double> Spread(const Side& side) {
+    std::vector<Cluster> clusters;
+    std::vector<double> before;  // the distance from the start of its cluster for each balloon
+    for (std::size_t i = 0; i < side.balloons.size(); ++i) {
+        clusters.push_back({Coordinate(side.balloons[i]->anchor, side.along), 0.0, 1});
+        while (clusters.size() > 1) {
+            Cluster& left = clusters[clusters.size() - 2];
+            const Cluster right = clusters.back();
+            const double gap = Distance(side, i + 1 - right.count);
+            if (left.Start() + left.offset + gap <= right.Start()) break;
+            const double shift = left.offset + gap;
+            left.sum += right.sum - shift * static_cast<double>(right.count);
+            left.offset = shift + right.offset;
+            left.count += right.count;
+            clusters.pop_back();
+        }
+    }
+    std::vector<double> places;
+    for (const Cluster& cluster : clusters) {
+        // Clusters stay in order when they are held inside the side's ends.
+        const double last = std::max(side.greatest - cluster.offset, side.least);
+        double place = std::clamp(cluster.Start(), side.least, last);
+        for (std::size_t k = 0; k < cluster.count; ++k) {
+            if (k > 0) place += Distance(side, places.size());
+            places.push_back(place);
+        }
+    }
+    return places;
+}
+
+/// What the clamping at the ends pushed together is pushed apart, from the near end on and back from the far one.
+void KeepApart(const Side& side, std::vector<double>& places) {
+    for (std::size_t i = 1; i < places.size(); ++i) places[i] = std::max(places[i], places[i - 1] + Distance(side, i));
+    if (places.empty() || places.back() <= side.greatest) return;
+    places.back() = std::max(side.greatest, side.least + TightLength(side));
+    for (std::size_t i = places.size() - 1; i > 0; --i) {
+        places[i - 1] = std::min(places[i - 1], places[i] - Distance(side, i));
+    }
+}
+
+double Turn(const PagePoint& a, const PagePoint& b, const PagePoint& c) {
+    return (b.x - a.x) * (c.y - a.y) - (b.y - a.y) * (c.x - a.x);
+}
+
+bool DoLeadersCross(const Balloon& p, const Balloon& q) {
+    return Turn(p.centre, p.anchor, q.centre) * Turn(p.centre, p.anchor, q.anchor) < 0.0 &&
+           Turn(q.centre, q.anchor, p.centre) * Turn(q.centre, q.anchor, p.anchor) < 0.0;
+}
+
+void Place(Side& side) {
+    std::vector<double> places = Spread(side);
+    KeepApart(side, places);
+    for (std::size_t i = 0; i < places.size(); ++i) Coordinate(side.balloons[i]->centre, side.along) = places[i];
+}
+
+/// Two crossing leaders swap their balloons, which shortens both; so the sweeps come to an end.
+void Uncross(Side& side) {
+    for (int sweep = 0; sweep < kMostSweeps; ++sweep) {
+        bool isAnySwapped = false;
+        for (std::size_t i = 0; i < side.balloons.size(); ++i) {
+            for (std::size_t j = i + 1; j < side.balloons.size(); ++j) {
+                if (!DoLeadersCross(*side.balloons[i], *side.balloons[j])) continue;
+                std::swap(side.balloons[i]->centre, side.balloons[j]->centre);
+                std::swap(side.balloons[i], side.balloons[j]);
+                isAnySwapped = true;
+            }
+        }
+        if (!isAnySwapped) return;
+    }
+}
+
+void Tidy(Side& side) {
+    std::stable_sort(side.balloons.begin(), side.balloons.end(), [&side](const Balloon* a, const Balloon* b) {
+        return Coordinate(a->anchor, side.along) < Coordinate(b->anchor, side.along);
+    });
+    Place(side);
+    Uncross(side);
+    Place(side);
+}
+
+}  // namespace
+
+void TidyBalloons(std::vector<Balloon>& balloons, const PageBox& model, const PageBox& figure) {
+    std::array<Side, 4> sides;
+    for (std::size_t i = 0; i < sides.size(); ++i) {
+        const bool isUpright = i < 2;
+        sides[i].along = isUpright ? 1 : 0;
+        // The upright sides have the corners to themselves.
+        sides[i].least = isUpright ? figure.y0 + kInset : model.x0;
+        sides[i].greatest = isUpright ? figure.y1 - kInset : model.x1;
+    }
+    for (Balloon& balloon : balloons) sides[SideOf(balloon, model)].balloons.push_back(&balloon);
+    for (Side& side : sides) Tidy(side);
+}
+
+}  // namespace zrsheet

@@ -1,0 +1,34 @@
+// The printed parts list: how wide its columns are and how it is broken into tables beside each other.
+
+#pragma once
+
+#include <vector>
+
+#include "app/sheet/Sheet.h"
+
+namespace zrsheet {
+
+/// Measures the items once; then tables of any height can be made. Titles are in the language of the host.
+class PartsTable {
+public:
+    PartsTable(const std::vector<SheetItem>& items, const SheetStyle& style);
+
+    /// Of one table.
+    [[nodiscard]] double Width() const { return m_width; }
+    [[nodiscard]] double Height(std::size_t rows) const;
+    [[nodiscard]] std::size_t RowCount() const { return m_rows.size(); }
+    /// How many rows fit into a table of the height; at least one.
+    [[nodiscard]] std::size_t RowsWithin(double height) const;
+    /// Tables of `rowsEach` rows, the first with its top left corner at `corner`, the next to its right.
+    [[nodiscard]] std::vector<SheetTable> Tables(PagePoint corner, std::size_t rowsEach) const;
+
+    static constexpr double kTableGap = 18.0;
+
+private:
+    double m_rowHeight;
+    double m_width = 0.0;
+    std::vector<TableColumn> m_columns;
+    std::vector<std::vector<TableCell>> m_rows;
+};
+
+}  // namespace zrsheet

@@ -1,0 +1,66 @@
+// The model inside the host: its scene, its engineering and service structures, and the view that looks at it.
+
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <vector>
+
+#include "app/import/Assembly.h"
+#include "app/sheet/Sheet.h"
+#include "app/sheet/ViewDirection.h"
+#include "dg/FBox.h"
+#include "du/SmartPtr.h"
+#include "zrk/illustration/Illustration3dScene.h"
+#include "zrk/illustration/SbomInstance.h"
+#include "zrk/scene/ShapeView.h"
+
+namespace zrsheet {
+
+/// Needs a host session, whose world shows the model from then on; closes the scene at the end. One thread.
+class ProductModel {
+public:
+    using SbomPtr = du::SmartPtr<zrk::illustration::SbomInstance>;
+
+    /// Takes over the geometry.
+    explicit ProductModel(Assembly assembly);
+    ProductModel(const ProductModel&) = delete;
+    ProductModel& operator=(const ProductModel&) = delete;
+    ~ProductModel();
+
+    /// Looks at the whole model, as large as `width` x `height` pixels less `margin` on each side allow.
+    void LookAt(const ViewDirection& direction, int width, int height, double margin);
+
+    /// The model's rectangle in the viewport, as LookAt left it.
+    [[nodiscard]] const PageBox& ScreenBox() const { return m_screenBox; }
+
+    [[nodiscard]] const du::SmartPtr<zrk::illustration::Illustration3dScene>& Scene() const { return m_scene; }
+    [[nodiscard]] const du::SmartPtr<zrk::ShapeView>& View() const { return m_view; }
+    /// The product itself.
+    [[nodiscard]] const SbomPtr& Root() const { return m_root; }
+    /// Everything below the product, parents before their children. Identifiers are paths.
+    [[nodiscard]] const std::vector<SbomPtr>& Instances() const { return m_instances; }
+    [[nodiscard]] const std::string& Name() const { return m_name; }
+    /// What the parts list calls a part or assembly.
+    [[nodiscard]] static std::string NameOf(const zrk::illustration::SbomInstance& instance);
+
+    [[nodiscard]] std::size_t PartCount() const { return m_partCount; }
+    [[nodiscard]] std::size_t LeafCount() const { return m_leafCount; }
+    /// Of all instances together.
+    [[nodiscard]] std::size_t TriangleCount() const { return m_triangleCount; }
+
+private:
+    void Build(Assembly& assembly);
+
+    std::string m_name;
+    du::SmartPtr<zrk::illustration::Illustration3dScene> m_scene;
+    du::SmartPtr<zrk::ShapeView> m_view;
+    SbomPtr m_root;
+    std::vector<SbomPtr> m_instances;
+    PageBox m_screenBox;
+    std::size_t m_partCount = 0;
+    std::size_t m_leafCount = 0;
+    std::size_t m_triangleCount = 0;
+};
+
+}  // namespace zrsheet

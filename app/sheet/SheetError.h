@@ -1,0 +1,14 @@
+// Thrown when what the author asked for cannot be done: one line that says what, where, and what to do about it.
+
+#pragma once
+
+#include <stdexcept>
+
+namespace zrsheet {
+
+class SheetError : public std::runtime_error {
+public:
+    using std::runtime_error::runtime_error;
+};
+
+}  // namespace zrsheet

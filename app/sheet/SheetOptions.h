@@ -1,0 +1,33 @@
+// What the author asked for.
+
+#pragma once
+
+#include <filesystem>
+#include <string>
+#include <vector>
+
+#include "app/sheet/ViewDirection.h"
+
+namespace zrsheet {
+
+/// Which instances of a part a callout leads to.
+enum class LeaderChoice {
+    One,          // the instance that is seen best
+    All,          // every instance, from one balloon
+    PerInstance,  // a balloon of its own for every instance
+};
+
+struct SheetOptions {
+    std::filesystem::path model;
+    ViewDirection view;
+    int width = 1600;  // of the page, pixels
+    int height = 1000;
+    LeaderChoice leaders = LeaderChoice::One;
+    std::string labelTemplate = "{item}";
+    std::string language = "en";
+    bool isHierarchical = false;
+    std::vector<std::string> selection;  // patterns; none: everything
+    unsigned threads = 0;                // 0: as many as the machine has
+};
+
+}  // namespace zrsheet
