@@ -122,6 +122,9 @@ TEST_F(ItemsListTest, TakesItemsOutOfNumberingAndIn) {
     m_list->SetItemized(b, true);
     m_list->SetItemized(c, true);
     EXPECT_EQ(Labels(), "1 4 C! 3");
+    m_list->SetItemized(b, false);
+    Add("e");  // the number 4 is free again
+    EXPECT_EQ(Labels(), "1 - C! 3 4");
 }
 
 TEST_F(ItemsListTest, NumbersBelowTheNextAssemblyThatIsListed) {
