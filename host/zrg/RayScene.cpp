@@ -41,8 +41,9 @@ ScenePtr BuildShape(const Shape& shape) {
         auto* vertices = static_cast<float*>(rtcSetNewGeometryBuffer(
             mesh, RTC_BUFFER_TYPE_VERTEX, 0, RTC_FORMAT_FLOAT3, 3 * sizeof(float), positions.size() / 3));
         std::copy(positions.begin(), positions.end(), vertices);
-        auto* triangles = static_cast<std::uint32_t*>(rtcSetNewGeometryBuffer(
-            mesh, RTC_BUFFER_TYPE_INDEX, 0, RTC_FORMAT_UINT3, 3 * sizeof(std::uint32_t), shape.GetTriangleCount()));
+        auto* triangles = static_cast<std::uint32_t*>(
+            rtcSetNewGeometryBuffer(mesh, RTC_BUFFER_TYPE_INDEX, 0, RTC_FORMAT_UINT3,
+                                    3 * sizeof(std::uint32_t), shape.GetTriangleCount()));
         std::copy(indices.begin(), indices.end(), triangles);
         rtcCommitGeometry(mesh);
         rtcAttachGeometry(scene.get(), mesh);
@@ -52,10 +53,11 @@ ScenePtr BuildShape(const Shape& shape) {
     return scene;
 }
 
-RTCIntersectContext Context(bool coherent) {
+// Rows of rays are not marked as coherent: on finely meshed parts, where the time goes, that costs more than
+// it saves.
+RTCIntersectContext Context() {
     RTCIntersectContext context;
     rtcInitIntersectContext(&context);
-    if (coherent) context.flags = RTC_INTERSECT_CONTEXT_FLAG_COHERENT;
     return context;
 }
 
@@ -124,7 +126,7 @@ public:
     }
 
     RayHit Nearest(const dg::Ray& ray, std::uint32_t mask) const {
-        RTCIntersectContext context = Context(false);
+        RTCIntersectContext context = Context();
         RTCRayHit hit = ToEmbree(ray.origin + m_origin * -1.0, ray.direction, mask);
         rtcIntersect1(m_top.get(), &context, &hit);
         return Resolve(ray, hit);
@@ -132,7 +134,7 @@ public:
 
     RayHit NearestOf(const dg::Ray& ray, std::uint32_t index) const {
         const Placement& placement = m_placements.at(index);
-        RTCIntersectContext context = Context(false);
+        RTCIntersectContext context = Context();
         // The direction keeps its local length, so that distances along the ray stay the world's.
         RTCRayHit hit =
             ToEmbree(ray.origin * placement.toLocal, Turn(ray.direction, placement.toLocal), kEverything);
@@ -152,8 +154,9 @@ public:
                 rays[i] = camera.PixelRay(x + static_cast<double>(first + i) * step, y);
                 stream[i] = ToEmbree(rays[i].origin + m_origin * -1.0, rays[i].direction, mask);
             }
-            RTCIntersectContext context = Context(true);
-            rtcIntersect1M(m_top.get(), &context, stream.data(), static_cast<unsigned>(count), sizeof(RTCRayHit));
+            RTCIntersectContext context = Context();
+            rtcIntersect1M(m_top.get(), &context, stream.data(), static_cast<unsigned>(count),
+                           sizeof(RTCRayHit));
             for (std::size_t i = 0; i < count; ++i) hits[first + i] = Resolve(rays[i], stream[i]);
         }
     }
@@ -185,8 +188,13 @@ private:
         const auto distance = static_cast<double>(hit.ray.tfar);
         const dg::DVec3 normal(static_cast<double>(hit.hit.Ng_x), static_cast<double>(hit.hit.Ng_y),
                                static_cast<double>(hit.hit.Ng_z));
-        return {hit.hit.instID[0], hit.hit.primID, distance, ray.origin + ray.direction * distance,
-                TurnNormal(normal, placement.toLocal), hit.hit.u, hit.hit.v};
+        return {hit.hit.instID[0],
+                hit.hit.primID,
+                distance,
+                ray.origin + ray.direction * distance,
+                TurnNormal(normal, placement.toLocal),
+                hit.hit.u,
+                hit.hit.v};
     }
 
     std::unordered_map<du::SmartPtr<Shape>, ScenePtr> m_shapes;
@@ -200,7 +208,8 @@ RayScene::RayScene() : m_impl(std::make_unique<Impl>()) {}
 
 RayScene::~RayScene() = default;
 
-std::uint32_t RayScene::Add(const du::SmartPtr<Shape>& shape, const dg::Location& location, std::uint32_t mask) {
+std::uint32_t RayScene::Add(const du::SmartPtr<Shape>& shape, const dg::Location& location,
+                            std::uint32_t mask) {
     return m_impl->Add(shape, location, mask);
 }
 
@@ -221,7 +230,9 @@ std::uint32_t RayScene::GetPlacementCount() const {
     return static_cast<std::uint32_t>(m_impl->GetPlacements().size());
 }
 
-const Shape& RayScene::GetShape(std::uint32_t placement) const { return *m_impl->GetPlacements().at(placement).shape; }
+const Shape& RayScene::GetShape(std::uint32_t placement) const {
+    return *m_impl->GetPlacements().at(placement).shape;
+}
 
 dg::DVec3 RayScene::NormalToWorld(std::uint32_t placement, const dg::DVec3& normal) const {
     return TurnNormal(normal, m_impl->GetPlacements().at(placement).toLocal);

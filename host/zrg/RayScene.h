@@ -51,7 +51,7 @@ public:
     RayHit Nearest(const dg::Ray& ray, std::uint32_t mask = kEverything) const;
     /// The nearest hit on one placement, whatever lies before it.
     RayHit NearestOf(const dg::Ray& ray, std::uint32_t placement) const;
-    /// Fills `hits` with the nearest hits of the camera's rays at (x + i * step, y). Much cheaper than ray by ray.
+    /// Fills `hits` with the nearest hits of the camera's rays at (x + i * step, y). Cheaper than ray by ray.
     void NearestRow(const dg::Camera3D& camera, double x, double y, double step, std::span<RayHit> hits,
                     std::uint32_t mask = kEverything) const;
 
