@@ -114,6 +114,11 @@ Region HolesOnCircle(double circleRadius, double holeRadius, int holes, double s
     return region;
 }
 
+Region Join(Region region, const Region& more) {
+    region.insert(region.end(), more.begin(), more.end());
+    return region;
+}
+
 double DoubleArea(const Contour& contour) {
     double area = 0;
     for (std::size_t i = 0; i < contour.size(); ++i) {

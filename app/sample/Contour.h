@@ -39,6 +39,9 @@ using Region = std::vector<Contour>;
 /// Round holes on a circle, the first at `startAngle` (radians).
 [[nodiscard]] Region HolesOnCircle(double circleRadius, double holeRadius, int holes, double startAngle);
 
+/// One region with the contours of both.
+[[nodiscard]] Region Join(Region region, const Region& more);
+
 /// Twice the enclosed area; negative for a hole.
 [[nodiscard]] double DoubleArea(const Contour& contour);
 

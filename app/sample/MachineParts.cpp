@@ -21,11 +21,6 @@ Contour Outline(const ShaftStep& step, double radius) {
     return KeyedCircle(radius, step.keyWidth, radius - kKeyDepth);
 }
 
-Region operator+(Region region, const Region& more) {
-    region.insert(region.end(), more.begin(), more.end());
-    return region;
-}
-
 // A groove that balls run in: an arc round the pitch circle, from the angle `from` to `to`.
 void AppendGroove(Contour& profile, const BearingSize& size, double from, double to) {
     constexpr int kSteps = 10;
@@ -94,7 +89,7 @@ SolidMesh MakeGear(int teeth, double module, double width, double boreRadius, do
     const Region solid{outline, bore};
     if (rim < hub + 20) return BuildPrism({{-width / 2, solid}, {width / 2, solid}});
     const Region ends{outline, Hole(Circle(rim, kRoundCorners)), Circle(hub, kRoundCorners), bore};
-    const Region web = solid + HolesOnCircle((rim + hub) / 2, (rim - hub) / 4, 6, 0.3);
+    const Region web = Join(solid, HolesOnCircle((rim + hub) / 2, (rim - hub) / 4, 6, 0.3));
     return BuildPrism({{-width / 2, ends},
                        {-width / 2 + kRecess, ends},
                        {-width / 2 + kRecess, web},
@@ -172,12 +167,11 @@ SolidMesh MakeEndCover(const CoverSize& size, double shaftHole) {
     constexpr double kBoltHole = 3.4;
     Region hole;
     if (shaftHole > 0) hole.push_back(Hole(Circle(shaftHole, kRoundCorners)));
-    std::vector<Station> stations{{-kSpigotHeight, Region{Circle(size.spigot, kRoundCorners)} + hole},
-                                  {0, Region{Circle(size.spigot, kRoundCorners)} + hole}};
-    AppendLayer(stations, kFlangeHeight,
-                Region{Circle(size.flange, 2 * kRoundCorners)} + hole +
-                    HolesOnCircle(size.boltCircle, kBoltHole, size.bolts, std::numbers::pi / size.bolts));
-    AppendLayer(stations, kRaisedHeight, Region{Circle(size.spigot - 2, kRoundCorners)} + hole);
+    const Region spigot = Join({Circle(size.spigot, kRoundCorners)}, hole);
+    const Region bolts = HolesOnCircle(size.boltCircle, kBoltHole, size.bolts, std::numbers::pi / size.bolts);
+    std::vector<Station> stations{{-kSpigotHeight, spigot}, {0, spigot}};
+    AppendLayer(stations, kFlangeHeight, Join(Join({Circle(size.flange, 2 * kRoundCorners)}, hole), bolts));
+    AppendLayer(stations, kRaisedHeight, Join({Circle(size.spigot - 2, kRoundCorners)}, hole));
     return BuildPrism(stations);
 }
 
@@ -189,8 +183,8 @@ SolidMesh MakeInspectionCover() {
         for (const double y : {-24, 24}) plate.push_back(Hole(Circle(kHole, kSmallCorners, {x, y})));
     }
     std::vector<Station> stations;
-    AppendLayer(stations, 6, plate + hole);
-    AppendLayer(stations, 3, Region{RoundedRectangle({-50, -26}, {50, 26}, 8)} + hole);
+    AppendLayer(stations, 6, Join(plate, hole));
+    AppendLayer(stations, 3, Join({RoundedRectangle({-50, -26}, {50, 26}, 8)}, hole));
     return BuildPrism(stations);
 }
 

@@ -2,7 +2,6 @@
 
 #include <fmt/format.h>
 
-
 #include "app/import/ImportError.h"
 #include "app/import/ReadFile.h"
 #include "app/import/gltf/GlbContainer.h"
@@ -39,7 +38,8 @@ private:
     };
 
     void Push(const std::vector<std::size_t>& nodes, int parent, std::size_t depth) {
-        for (auto node = nodes.rbegin(); node != nodes.rend(); ++node) m_waiting.push_back({*node, parent, depth});
+        for (auto node = nodes.rbegin(); node != nodes.rend(); ++node)
+            m_waiting.push_back({*node, parent, depth});
     }
 
     void Enter(const Visit& visit) {

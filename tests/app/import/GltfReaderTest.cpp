@@ -36,9 +36,10 @@ TEST_F(GltfReader, KeepsTheTreeAndLeavesOutWhatHasNoTriangles) {
 TEST_F(GltfReader, NamesEveryNode) {
     Json model = Tetrahedron();
     model["meshes"][0].erase("name");
-    model["nodes"] = Json::parse(R"([{"children": [1, 2]}, {"mesh": 0}, {"name": "Wrapper", "children": [3]},
+    model["nodes"] = Json::parse(
+        R"([{"name": "Top", "children": [1, 2]}, {"mesh": 0}, {"name": "Wrapper", "children": [3]},
         {"mesh": 0}])");
-    EXPECT_EQ(Tree(Import(model)), (Names{"Assembly 1@-1:-1", "Part 1@0:0", "Wrapper@0:-1", "Wrapper@2:0"}));
+    EXPECT_EQ(Tree(Import(model)), (Names{"Top@-1:-1", "Part 1@0:0", "Wrapper@0:-1", "Wrapper@2:0"}));
     model["nodes"][1]["name"] = "a\u0001\nb \xFF";
     const std::string text = model.dump(-1, ' ', false, Json::error_handler_t::replace);
     std::string latin = text;
@@ -55,7 +56,9 @@ TEST_F(GltfReader, ShowsTheDefaultSceneElseTheFirstElseAll) {
     model.erase("scene");
     EXPECT_EQ(Tree(Import(model)), Names{"A@-1:0"});
     model.erase("scenes");
-    EXPECT_EQ(Tree(Import(model)), (Names{"A@-1:0", "B@-1:0"}));
+    model["nodes"][0] = {{"children", {1}}, {"name", "A"}};
+    model["nodes"].push_back({{"mesh", 0}, {"name", "C"}});
+    EXPECT_EQ(Tree(Import(model)), (Names{"A@-1:-1", "B@0:0", "C@-1:0"}));
 }
 
 // Scale first, then the quarter turn about z that takes x to y, then the move.
