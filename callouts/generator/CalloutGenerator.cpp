@@ -190,6 +190,7 @@ void CalloutGenerator::LocalizeShown(const CalloutPtr& callout, bool isLocalized
     const auto definition = callout->GetDefinition();
     if (definition && definition->RequiresPropertyVisitor()) return;
     callout->SetupLocalizationIfNecessary(isLocalized);
+    if (!definition) return;
     du::Symbol text;
     m_callouts->GetTemplateLocalizableString(callout, text);
     callout->GetLocalizableString() = text;
