@@ -1,0 +1,308 @@
+// The stages that every way of creating callouts shares, one by one.
+
+#include <gmock/gmock.h>
+
+#include "dp/ZRTracer.h"
+#include "tests/callouts/generator/GeneratorFixture.h"
+#include "zrannotations/SymbolAnnotation.h"
+#include "zrk/operation/Operation.h"
+#include "zrk/world/World.h"
+#include "zrkapp/illustration/IllMultiRootContainer.h"
+
+namespace zrcallouts {
+namespace {
+
+using testing::ElementsAre;
+using zrannotations::Callout;
+
+class CreationStages : public GeneratorFixture {
+protected:
+    static std::set<CalloutPtr> SetOf(const CalloutVec& callouts) {
+        return {callouts.begin(), callouts.end()};
+    }
+    static std::string Localizable(const CalloutPtr& callout) {
+        return du::Symbol(callout->GetLocalizableString()).Text();
+    }
+    std::string Create(const CalloutVec& callouts, OperationPtr& operation) {
+        CalloutGenerator(m_engine).AddCallouts(callouts, operation);
+        return Dump();
+    }
+
+    const Part m_part = AddPart("a", {0, 0, 0});
+};
+
+TEST_F(CreationStages, WalkTheKeysOfTheTemplatesCategory) {
+    const struct {
+        TemplatePtr definition;
+        bool isInitialised;  // what InitCategoryIterators answers
+    } rows[] = {{MakeTemplate({Literal("x")}), true},
+                {MakeTemplate({Reference("Data", "Size")}), true},
+                {MakeTemplate({ItemLabel()}), false},
+                {MakeTemplate({ItemLabel(), Reference("Data", "Size")}), false}};
+    m_part.sbom->SetProperty(du::Symbol("Data"), du::Symbol("Size"), du::Symbol("6"));
+    for (const auto& row : rows) {
+        m_engine->SetTemplate(row.definition);
+        StagedGenerator generator(m_engine);
+        generator.InitializeSelected(Select({m_part}), nullptr);
+        EXPECT_EQ(generator.GetVariantsCount(), 1U);
+        for (int walk = 0; walk < 2; ++walk) {
+            EXPECT_FALSE(generator.CompletedCategoryIterators());
+            EXPECT_TRUE(generator.NextCategory()) << "the step onto the end is one";
+            EXPECT_TRUE(generator.CompletedCategoryIterators());
+            EXPECT_FALSE(generator.NextCategory());
+            EXPECT_EQ(generator.InitCategoryIterators(), row.isInitialised);
+        }
+    }
+    m_engine->SetTemplate(nullptr);
+    StagedGenerator idle(m_engine);
+    idle.InitializeSelected(Select({m_part}), nullptr);
+    EXPECT_FALSE(idle.InitCategoryIterators());
+    EXPECT_FALSE(idle.NextCategory());
+    EXPECT_TRUE(idle.CompletedCategoryIterators());
+    EXPECT_EQ(idle.GetVariantsCount(), 0U);
+}
+
+TEST_F(CreationStages, RegisterACalloutGivenTwiceTwiceButKeepItOnce) {
+    const auto callout = MakeCallout(MakeTemplate({Literal("x")}), m_part);
+    StagedGenerator generator(m_engine);
+    generator.FinalizeCallouts({callout, callout});
+    EXPECT_EQ(generator.GetCreatedCallouts().size(), 1U);
+    EXPECT_EQ(Pump(), 2U) << "its anchor is asked for each time";
+    EXPECT_EQ(Filed(m_part).size(), 1U);
+    EXPECT_EQ(Text(callout), "x");
+}
+
+TEST_F(CreationStages, RefuseWhatIsNotAllowed) {
+    const auto definition = MakeTemplate({ItemLabel()});
+    const unsigned item = AddItem({m_part});
+    AddCallout(definition, m_part, item);
+    const auto again = MakeCallout(definition, m_part, item);
+    StagedGenerator generator(m_engine);
+    generator.FinalizeCallouts({nullptr, again});
+    EXPECT_TRUE(generator.GetCreatedCallouts().empty());
+    EXPECT_EQ(Text(again), "");
+}
+
+TEST_F(CreationStages, GiveCalloutsWithoutTemplateTextThePredefinedOne) {
+    const auto callout = MakeCallout(MakeTemplate({}), m_part);
+    StagedGenerator(m_engine).FinalizeCallouts({callout});
+    EXPECT_NE(Text(callout), "");
+}
+
+TEST_F(CreationStages, ShowWhatIsInitialisedAndCountTheRest) {
+    class Watcher : public zrk::SceneObserver {
+    public:
+        void OnAnnotationAdded(const du::SmartPtr<zrk::Annotation>& annotation) override {
+            m_viewIds.push_back(annotation->GetViewId());
+        }
+        std::vector<unsigned> m_viewIds;
+    };
+    const du::SmartPtr<Watcher> watcher(new Watcher);
+    m_scene->RegisterObserver(watcher);
+    std::vector<std::string> lines;
+    dp::ZRTracer::SetSink(
+        [&lines](int, const std::string& component, const std::string& category, const std::string& line) {
+            lines.push_back(component + "/" + category + ": " + line);
+        });
+    const auto definition = MakeTemplate({Literal("x")});
+    const auto first = MakeCallout(definition, m_part);
+    const auto second = MakeCallout(definition, m_part);
+    const CalloutPtr unready(new Callout);
+    m_view->SetDirty(false);
+    StagedGenerator generator(m_engine);
+    generator.ShowCallouts(CalloutVec{nullptr, unready}, nullptr);
+    EXPECT_FALSE(m_view->IsDirty());
+    EXPECT_TRUE(lines.empty());
+    generator.ShowCallouts(CalloutVec{nullptr, first, unready, second}, nullptr);
+    dp::ZRTracer::SetSink(nullptr);
+    EXPECT_THAT(lines, ElementsAre("zrcallouts/CalloutGenerator: AddAnnotationToSet for callout 1",
+                                   "zrcallouts/CalloutGenerator: AddAnnotationToSet for callout 3"));
+    EXPECT_THAT(watcher->m_viewIds, ElementsAre(1U, 1U))
+        << "the view is known when the callout enters the set";
+    EXPECT_TRUE(m_view->IsDirty());
+    EXPECT_EQ(Shown(), (CalloutVec{first, second}));
+    EXPECT_EQ(first->GetViewId(), m_view->GetViewId());
+}
+
+TEST_F(CreationStages, ShowASetWithoutItsEmptyPointers) {
+    const auto callout = MakeCallout(MakeTemplate({Literal("x")}), m_part);
+    const auto operation = MakeOperation();
+    StagedGenerator(m_engine).ShowCallouts(SetOf({nullptr, callout}), operation);
+    EXPECT_EQ(Shown(), CalloutVec{callout});
+    operation->Undo();
+    EXPECT_EQ(Shown(), CalloutVec());
+}
+
+TEST_F(CreationStages, PrepareTheTextsOfAssembliesForTranslators) {
+    const Part assembly = AddAssembly("assembly");
+    const auto plain = MakeTemplate({Literal("No. "), ItemLabel()});
+    const auto property = MakeTemplate({Reference("Data", "Size")});
+    const auto onPart = MakeCallout(plain, m_part);
+    const auto onAssembly = MakeCallout(plain, m_part, std::nullopt, &assembly);
+    const auto withProperty = MakeCallout(property, m_part, std::nullopt, &assembly);
+    const auto withoutTemplate = MakeCallout(nullptr, m_part, std::nullopt, &assembly);
+    const CalloutVec all{onPart, onAssembly, withProperty, withoutTemplate};
+    for (const auto& callout : all) callout->GetLocalizableString() = du::Symbol("own");
+    StagedGenerator(m_engine).ShowCallouts(all, nullptr);
+    EXPECT_EQ(Localizable(onPart), "own");
+    EXPECT_EQ(Localizable(onAssembly), "No. {0}");
+    EXPECT_EQ(Localizable(withProperty), "own") << "translators cannot know the parts' properties";
+    EXPECT_EQ(Localizable(withoutTemplate), "own");
+    EXPECT_FALSE(onAssembly->GetLocalizableString().IsEnabled());
+}
+
+TEST_F(CreationStages, LocaliseTextsWhenTheDocumentAsksForIt) {
+    const Part assembly = AddAssembly("assembly");
+    const du::SmartPtr<zrkapp::illustration::KorvanFileInfo> info(new zrkapp::illustration::KorvanFileInfo);
+    info->GetLocalizationSettings()->SetNotes(true);
+    const auto world = zrk::World::GetWorld();
+    const auto definition = MakeTemplate({Literal("No. "), ItemLabel()});
+    for (const bool isKnown : {false, true}) {
+        world->SetMRC(new zrkapp::illustration::IllMultiRootContainer(isKnown ? info : nullptr));
+        const auto callout = MakeCallout(definition, m_part, std::nullopt, &assembly);
+        StagedGenerator(m_engine).ShowCallouts(CalloutVec{callout}, nullptr);
+        EXPECT_EQ(callout->GetLocalizableString().IsEnabled(), isKnown);
+    }
+    world->SetMRC(nullptr);
+}
+
+TEST_F(CreationStages, NumberCalloutsMadeElsewhere) {
+    const auto definition = MakeTemplate({ItemLabel()});
+    const Part listed = AddPart("listed", {8, 0, 0});
+    const Part aside = AddPart("aside", {-8, 0, 0});
+    const Part assembly = AddAssembly("assembly");
+    const Part below = AddPart("below", {0, 8, 0}, &assembly);
+    AddItem({assembly}, "ASM");
+    AddItem({listed}, "L");
+    Items().SetItemized(AddItem({aside}), false);
+    OperationPtr operation;
+    const CalloutVec callouts{nullptr, MakeCallout(definition, m_part), MakeCallout(definition, listed),
+                              MakeCallout(definition, aside),
+                              MakeCallout(definition, below, std::nullopt, &assembly)};
+    EXPECT_EQ(Create(callouts, operation), "a=1;below=ASM;listed=L;");
+    ASSERT_TRUE(operation);
+    EXPECT_EQ(UndoCount(), 1U);
+    m_scene->GetHistory().Undo();
+    EXPECT_EQ(Dump(), "");
+    unsigned id = 0;
+    EXPECT_FALSE(Items().GetItemIdForInstance(m_part.sbom, id)) << "the new item is a step of the operation";
+}
+
+TEST_F(CreationStages, KeepCalloutsThatNeedNoNumber) {
+    const auto numbered = MakeTemplate({ItemLabel()});
+    const auto free = MakeFreeCallout(numbered);
+    const auto plain = MakeCallout(MakeTemplate({Literal("x")}), m_part);
+    const auto given = MakeOperation();
+    OperationPtr operation = given;
+    Create({free, plain}, operation);
+    EXPECT_EQ(operation, given);
+    EXPECT_EQ(Shown(), (CalloutVec{free, plain}));
+    EXPECT_FALSE(free->HasItemId());
+    EXPECT_TRUE(Items().GetItemIds().empty());
+}
+
+TEST_F(CreationStages, LeaveTheOperationEmptyWhenNoCalloutIsKept) {
+    const auto definition = MakeTemplate({ItemLabel()});
+    Items().SetItemized(AddItem({m_part}), false);
+    OperationPtr operation;
+    EXPECT_EQ(Create({nullptr, MakeCallout(definition, m_part)}, operation), "");
+    EXPECT_FALSE(operation);
+    EXPECT_EQ(UndoCount(), 0U);
+}
+
+// A candidate is judged before it has a number, and a missing number counts as the same.
+TEST_F(CreationStages, RefuseACandidateOnAPartThatHasANumberedCallout) {
+    const auto definition = MakeTemplate({ItemLabel()});
+    const Part other = AddPart("other", {8, 0, 0});
+    AddCallout(definition, m_part, AddItem({other}));
+    const std::string before = Dump();
+    OperationPtr operation;
+    EXPECT_EQ(Create({MakeCallout(definition, m_part)}, operation), before);
+    EXPECT_FALSE(operation);
+    unsigned id = 0;
+    EXPECT_FALSE(Items().GetItemIdForInstance(m_part.sbom, id));
+}
+
+TEST_F(CreationStages, TieCalloutsOnSymbolsToTheFirstAnnotationOfTheSymbol) {
+    const auto definition = MakeTemplate({Literal("x")});
+    const Part arrow = AddSymbol("arrow", {8, 0, 0});
+    const Part stray = AddSymbol("stray", {-8, 0, 0});
+    const du::SmartPtr<zrk::Annotation> first(new zrannotations::SymbolAnnotation(arrow.instance));
+    Show(first);
+    Show(new zrannotations::SymbolAnnotation(arrow.instance));
+    const CalloutVec callouts{MakeCallout(definition, arrow), MakeCallout(definition, stray),
+                              MakeCallout(definition, m_part)};
+    for (const auto& callout : callouts) callout->SetSymbolIdAtPos(77, 0);
+    OperationPtr operation;
+    Create(callouts, operation);
+    EXPECT_EQ(callouts[0]->GetSymbolIdAtPos(0), first->Id());
+    EXPECT_EQ(callouts[1]->GetSymbolIdAtPos(0), 0U);
+    EXPECT_EQ(callouts[2]->GetSymbolIdAtPos(0), 77U) << "a part is no symbol";
+}
+
+TEST_F(CreationStages, PrepareCalloutsThatTheUserPlacesHimself) {
+    m_engine->SetTemplate(MakeTemplate({Literal("x")}));
+    OperationPtr operation;
+    CalloutGenerator generator(m_engine);
+    generator.CreateManuallyOnSelected(Select({m_part}), operation);
+    ASSERT_TRUE(operation);
+    ASSERT_EQ(generator.GetCreatedCallouts().size(), 1U);
+    const CalloutPtr callout = *generator.GetCreatedCallouts().begin();
+    unsigned id = 0;
+    ASSERT_TRUE(Items().GetItemIdForInstance(m_part.sbom, id))
+        << "it is numbered whatever the template shows";
+    EXPECT_TRUE(Items().Capture(id)->isManual);
+    EXPECT_TRUE(callout->ReferencesItemId(id));
+    EXPECT_EQ(Text(callout), "");
+    EXPECT_TRUE(Filed(m_part).empty());
+    EXPECT_TRUE(OfItem(id).empty());
+    EXPECT_TRUE(Shown().empty());
+    EXPECT_EQ(UndoCount(), 0U);
+    EXPECT_EQ(Pump(), 1U) << "its anchor is looked for";
+    EXPECT_TRUE(callout->IsAnchorPointCalculated());
+
+    generator.ShowCreatedCallouts(operation);
+    zrk::RecordOperation(operation);
+    EXPECT_EQ(Shown(), CalloutVec{callout});
+    EXPECT_EQ(Filed(m_part), CalloutVec{callout});
+    m_scene->GetHistory().Undo();
+    EXPECT_TRUE(Shown().empty());
+    EXPECT_FALSE(Items().GetItemIdForInstance(m_part.sbom, id)) << "one undo takes the item back too";
+}
+
+TEST_F(CreationStages, MakeNoManualCalloutWithoutVariants) {
+    Items().SetItemized(AddItem({m_part}), false);
+    const auto given = MakeOperation();
+    OperationPtr operation = given;
+    CalloutGenerator generator(m_engine);
+    generator.CreateManuallyOnSelected(Select({m_part}), operation);
+    EXPECT_EQ(operation, given);
+    EXPECT_TRUE(generator.GetCreatedCallouts().empty());
+}
+
+TEST_F(CreationStages, AnswerForTheItemListWhileThereIsOne) {
+    const NodePtr node = MakeBox("bolt");
+    const unsigned item = AddItem({AddPart("b1", {4, 0, 0}, nullptr, node)}, "B");
+    const Part equal = AddPart("b2", {8, 0, 0}, nullptr, node);
+    CalloutGenerator generator(m_engine);
+    std::string label;
+    bool isCustom = false;
+    generator.GetItemLabel(item, label, isCustom);
+    EXPECT_EQ(label, "B");
+    EXPECT_TRUE(isCustom);
+    unsigned id = 0;
+    EXPECT_TRUE(generator.GetMatchingItem(equal.sbom, id));
+    EXPECT_EQ(id, item);
+    OperationPtr operation;
+    generator.RemoveFromItemList(item, operation);
+    EXPECT_TRUE(Items().GetItemIds().empty());
+    ASSERT_TRUE(operation);
+    StopEngine();
+    CalloutGenerator idle(nullptr);
+    EXPECT_FALSE(idle.GetMatchingItem(equal.sbom, id));
+    idle.GetItemLabel(item, label, isCustom);
+    EXPECT_EQ(label, "B");
+}
+
+}  // namespace
+}  // namespace zrcallouts
