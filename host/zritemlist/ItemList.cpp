@@ -42,6 +42,12 @@ unsigned ItemList::AddInstance(const SbomPtr& instance, const du::SmartPtr<zrk::
     unsigned id = 0;
     if (m_items->GetItemIdForInstance(instance, id)) return id;
     id = m_items->AddItem({instance}, label, true, manual);
+    unsigned holder = id;
+    if (m_items->GetItemIdForInstance(instance, holder) && holder != id) {
+        // Another thread listed the instance in the meantime.
+        m_items->RemoveItem(id);
+        return holder;
+    }
     if (operation) {
         operation->AddStep(new ItemStep(m_items, id, *m_items->Capture(id), ItemStep::Change::kAdded));
     }
