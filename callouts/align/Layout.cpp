@@ -59,12 +59,17 @@ dg::FBox Layout::MeasureModel(const dg::Camera3D& camera) const {
     return visitor.GetBox();
 }
 
-/// The model's rectangle with a margin, as far as it lies inside the window.
+/// The model's rectangle with a margin, as far as it lies inside the window; without a model all of the
+/// window.
 dg::FBox Layout::FrameAround(dg::FBox model, const dg::Camera3D& camera) {
-    model.min.x = std::max(model.min.x - kMargin, kMargin);
-    model.min.y = std::max(model.min.y - kMargin, kMargin);
-    model.max.x = std::min(model.max.x + kMargin, static_cast<float>(camera.GetViewportWidth()) - kMargin);
-    model.max.y = std::min(model.max.y + kMargin, static_cast<float>(camera.GetViewportHeight()) - kMargin);
+    const dg::FBox window{{kMargin, kMargin, -0.5F},
+                          {static_cast<float>(camera.GetViewportWidth()) - kMargin,
+                           static_cast<float>(camera.GetViewportHeight()) - kMargin, 0.5F}};
+    if (model.IsEmpty()) return window;
+    model.min.x = std::max(model.min.x - kMargin, window.min.x);
+    model.min.y = std::max(model.min.y - kMargin, window.min.y);
+    model.max.x = std::min(model.max.x + kMargin, window.max.x);
+    model.max.y = std::min(model.max.y + kMargin, window.max.y);
     return model;
 }
 
