@@ -1,0 +1,144 @@
+#include "callouts/align/Layout.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <set>
+#include <string>
+
+#include "tests/callouts/EngineFixture.h"
+
+namespace zrcallouts {
+namespace {
+
+class LayoutTest : public EngineFixture {
+protected:
+    /// A free label at the pixel.
+    CalloutPtr At(double x, double y) {
+        const auto callout = MakeFreeCallout(nullptr);
+        callout->SetLabelPosition({0.1 * (x - 200), 0.1 * (150 - y), 0});
+        return callout;
+    }
+    bool Arrange(const CalloutVec& callouts) {
+        return Layout(m_engine, m_view).Execute({callouts.begin(), callouts.end()});
+    }
+    static std::string Place(const CalloutPtr& callout) {
+        dg::DPoint3D p;
+        callout->GetMarkupLabelPosition(p);
+        return std::to_string(std::lround(200 + 10 * p.x)) + "," +
+               std::to_string(std::lround(150 - 10 * p.y));
+    }
+    std::string PlaceAlone(double x, double y) {
+        const auto callout = At(x, y);
+        EXPECT_TRUE(Arrange({callout}));
+        return Place(callout);
+    }
+};
+
+/// One box in the middle: it covers 190 to 210 by 140 to 160, so that the labels' frame is 160 to 240 by 110
+/// to 190.
+class LayoutAroundABox : public LayoutTest {
+protected:
+    const Part m_box = AddPart("box", {0, 0, 0});
+};
+
+TEST_F(LayoutAroundABox, SendsEveryLabelToTheNearestSide) {
+    const struct {
+        double x;
+        double y;
+        const char* place;
+    } rows[] = {
+        {170, 148, "160,148"}, {230, 152, "240,152"}, {195, 115, "195,110"}, {205, 185, "205,190"},
+        {20, 150, "20,110"},   {200, 290, "160,290"},  // from outside too, along one axis only
+        {170, 120, "160,120"}, {230, 180, "240,180"},  // as near to both: to the upright side
+        {200, 150, "160,150"}, {200, 149, "200,110"},  // the middle goes to the lesser side
+    };
+    for (const auto& row : rows) EXPECT_EQ(PlaceAlone(row.x, row.y), row.place) << row.x << "," << row.y;
+}
+
+TEST_F(LayoutAroundABox, SpacesTheLabelsOfASideFromTheLeastOn) {
+    const CalloutVec left{At(165, 150), At(165, 140), At(165, 145)};
+    const CalloutVec top{At(205, 115), At(195, 115)};
+    const CalloutVec alone{At(238, 150)};
+    CalloutVec all = left;
+    all.insert(all.end(), top.begin(), top.end());
+    all.push_back(alone[0]);
+    ASSERT_TRUE(Arrange(all));
+    EXPECT_EQ(Place(left[1]), "160,140");
+    EXPECT_EQ(Place(left[2]), "160,170");
+    EXPECT_EQ(Place(left[0]), "160,200");
+    EXPECT_EQ(Place(top[1]), "195,110");
+    EXPECT_EQ(Place(top[0]), "225,110");
+    EXPECT_EQ(Place(alone[0]), "240,150");
+    EXPECT_EQ(m_scene->GetHistory().GetUndoCount(), 0U);
+}
+
+TEST_F(LayoutAroundABox, MeasuresHiddenPartsToo) {
+    const Part aside = AddPart("aside", {-5, 0, 0});
+    m_scene->SetVisible(aside.shape, false);
+    EXPECT_EQ(PlaceAlone(120, 150), "110,150");
+}
+
+TEST_F(LayoutAroundABox, PrefersTheBoxThatTheSourceGives) {
+    m_box.instance->SetShapeSourceBBox({{-5, -1, -1}, {1, 1, 1}});
+    EXPECT_EQ(PlaceAlone(120, 150), "120,150");
+}
+
+TEST_F(LayoutAroundABox, PlacesLabelsInTheirPartsCoordinates) {
+    const dg::FMat33 quarterTurnTwiceAsLarge({0, 2, 0, -2, 0, 0, 0, 0, 2});
+    m_scene->SetLocation(m_box.shape, dg::Location(quarterTurnTwiceAsLarge, dg::DPoint3D(0, 0, 0)));
+    const auto callout = MakeCallout(nullptr, m_box);  // the frame is 150 to 250 by 100 to 200 now
+    callout->SetLabelPosition({1, 0.1, 0});
+    ASSERT_TRUE(Arrange({callout}));
+    EXPECT_EQ(Place(callout), "250,148");
+    EXPECT_NEAR(callout->GetPosition().x, 2.5, 1e-6);
+}
+
+TEST_F(LayoutAroundABox, LeavesALabelWhosePartIsGoneButCountsItOnItsSide) {
+    const CalloutPtr lost(new zrannotations::Callout);
+    lost->ConnectLeader(new zrannotations::CalloutLeader(dg::DPoint3D(), "gone"));
+    lost->SetLabelPosition({7, 7, 7});
+    ASSERT_TRUE(Arrange({lost}));
+    EXPECT_EQ(lost->GetPosition(), dg::DPoint3D(7, 7, 7));
+}
+
+TEST_F(LayoutTest, KeepsLabelsInTheWindowAroundALargeModel) {
+    AddPart("far left", {-30, 0, 0});
+    AddPart("far right", {30, 0, 0});
+    AddPart("far up", {0, 30, 0});
+    AddPart("far down", {0, -30, 0});
+    EXPECT_EQ(PlaceAlone(60, 150), "30,150");
+    EXPECT_EQ(PlaceAlone(340, 150), "370,150");
+    EXPECT_EQ(PlaceAlone(190, 40), "190,30");
+    EXPECT_EQ(PlaceAlone(190, 260), "190,270");
+}
+
+// Of a window 60 pixels wide the margins leave a line, where left and right are one and the same side.
+TEST_F(LayoutTest, SpacesAllLabelsOfAFrameWithoutWidthTogether) {
+    AddPart("wide", {-4, 0, 0});
+    AddPart("wide too", {4, 0, 0});
+    m_view->SetCamera(dg::Camera3D::Orthographic({0, 0, 0}, {0, 0, -1}, {0, 1, 0}, 10.0, 60, 300, 100.0));
+    const CalloutVec labels{At(190, 150),
+                            At(210, 155)};  // at the pixels (20, 150) and (40, 155) of this camera
+    ASSERT_TRUE(Arrange(labels));
+    EXPECT_EQ(Place(labels[0]), "200,150");
+    EXPECT_EQ(Place(labels[1]), "200,180");
+}
+
+TEST_F(LayoutTest, UsesTheWindowWhenThereIsNoModel) {
+    EXPECT_EQ(PlaceAlone(60, 150), "30,150");
+    EXPECT_EQ(PlaceAlone(340, 160), "370,160");
+    EXPECT_EQ(PlaceAlone(210, 50), "210,30");
+}
+
+TEST_F(LayoutTest, NeedsAnEngineAndAView) {
+    const auto callout = At(60, 150);
+    EXPECT_FALSE(Layout(nullptr, m_view).Execute({callout}));
+    EXPECT_FALSE(Layout(m_engine, nullptr).Execute({callout}));
+    EXPECT_EQ(Place(callout), "60,150");
+    EXPECT_TRUE(Arrange({}));
+    EXPECT_TRUE(Arrange({nullptr}));
+}
+
+}  // namespace
+}  // namespace zrcallouts
