@@ -5,6 +5,7 @@
 #include <memory>
 
 #include "callouts/dll/ZRDll.h"
+#include "dp/ZRTracer.h"
 #include "du/LocalizableString.h"
 #include "du/Localizer.h"
 #include "tests/callouts/EngineFixture.h"
@@ -125,7 +126,15 @@ TEST_F(CalloutsLifecycle, EachSourceOfChangesRebuildsTheLabelsOnceAndOnlyWhereIt
         EXPECT_EQ(Text(callout), "8");
         m_annoSet->RemoveAnnotationFromSet(callout, nullptr);
         m_engine->Destroy();
-        for (const auto& row : rows) EXPECT_EQ(Rebuilds(row.notify), 0) << row.name << " after Destroy";
+        // Without item list a rebuilt label is an empty one, which is traced.
+        m_engine->AddToSet(callout);
+        int traces = 0;
+        dp::ZRTracer::SetSink([&traces](auto&&...) { ++traces; });
+        for (const auto& row : rows) row.notify();
+        EXPECT_EQ(traces, 0) << "an observer was left registered";
+        m_engine->RegenerateCalloutLabels();
+        EXPECT_EQ(traces, 1);
+        dp::ZRTracer::SetSink({});
     }
 }
 
@@ -196,11 +205,9 @@ TEST_F(CalloutsLifecycle, DestroyEmptiesTheRegistryAndDetachesTheCalloutsOnThePo
     EXPECT_FALSE(callout->GetInsetAtPos(0));
     EXPECT_TRUE(callout->GetInsetAtPos(1)) << "the inset is taken from the first leader alone";
     EXPECT_TRUE(atOne->GetInsetAtPos(1));
-    EXPECT_EQ(Rebuilds([this] {
-                  m_definition->SetTextContent({Reference("Part", "Mass"), Literal("!")});
-              }),
-              0);
+    m_definition->SetTextContent({Literal("!")});
     EXPECT_EQ(Text(callout), "7");
+    EXPECT_TRUE(callout->HasItemId()) << "the template is watched still";
 }
 
 TEST_F(CalloutsLifecycle, The3dSymbolMapOutlivesDestroyAndGoesWithTheEngine) {

@@ -63,13 +63,14 @@ TEST_F(CalloutsAdmission, OnePartInOnePlaceHasANumberOnce) {
         {"existing literal in the inset", {5U, Via::kInset, false, false}, {5U, Via::kInset}, true},
         {"candidate is literal", {5U}, {5U, Via::kMain, false, false}, true},
     };
+    const auto part = AddPart("part", {0, 0, 0});
     for (const auto& row : rows) {
-        const auto part = AddPart(row.name, {0, 0, 0});
         const auto there = Make(row.there, part);
         Show(there);
         ASSERT_TRUE(IsShown(there));
         EXPECT_EQ(m_engine->IsAllowed(Make(row.candidate, part)), row.allowed) << row.name;
         EXPECT_TRUE(m_engine->IsAllowed(there)) << row.name << ": it does not stand in its own way";
+        m_annoSet->RemoveAnnotationFromSet(there, nullptr);
     }
 }
 
