@@ -151,6 +151,8 @@ TEST_F(CalloutsRegistry, ANewTemplateDecidesAboutTheItemId) {
     const auto free = [this](const TemplatePtr& definition, std::optional<unsigned> id) {
         return MakeFreeCallout(definition, id);
     };
+    const auto freeOnAssembly = free(m_numbered, std::nullopt);
+    Connect(freeOnAssembly, m_a, &assembly);
     const auto on = [this](const TemplatePtr& definition, std::optional<unsigned> id, const Part* above) {
         return MakeCallout(definition, m_a, id, above);
     };
@@ -163,6 +165,7 @@ TEST_F(CalloutsRegistry, ANewTemplateDecidesAboutTheItemId) {
         {"part, literal", on(m_literal, 9, nullptr), true, std::nullopt},
         {"part, literal, had none", on(m_literal, std::nullopt, nullptr), true, std::nullopt},
         {"free, literal", free(m_literal, 9), false, 9U},
+        {"free, on an assembly", freeOnAssembly, false, std::nullopt},
         {"assembly, literal", on(m_literal, 9, &assembly), false, 9U},
         {"part, numbered", on(m_numbered, 9, nullptr), false, 9U},
         {"free, numbered", free(m_numbered, std::nullopt), false, std::nullopt},
