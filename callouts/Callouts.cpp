@@ -110,8 +110,8 @@ void Callouts::UnregisterObservers() {
     zrk::illustration::Callouts::UnregisterObservers();
 }
 
-// A language change is forwarded under the module's spin lock and then reads under the engine's lock. Taking the spin
-// lock before the engine's lock here too keeps the two from waiting for each other.
+// A language change is forwarded under the module's spin lock and then reads under the engine's lock. Taking
+// the spin lock before the engine's lock here too keeps the two from waiting for each other.
 void Callouts::DetachWorldObserver() {
     du::SmartPtr<WorldObserver> observer;
     {

@@ -1,10 +1,10 @@
-// The callouts engine of one 3-D scene: it registers the scene's callouts, writes their label texts, keeps them
-// in step with the model, the item list, the templates, the views and the user-interface language.
+// The callouts engine of one 3-D scene: it registers the scene's callouts, writes their label texts, keeps
+// them in step with the model, the item list, the templates, the views and the user-interface language.
 //
-// Locks. The reader-writer lock of the base (it may be absent) guards the engine's state: getters and walks read,
-// changes write. A second, private leaf mutex is held for one single container or field access and never while
-// anything is called; the operations that promise to take no lock rely on it alone. Walks go over a counted copy,
-// because every call to the host may come back and change the registry.
+// Locks. The reader-writer lock of the base (it may be absent) guards the engine's state: getters and walks
+// read, changes write. A second, private leaf mutex is held for one single container or field access and
+// never while anything is called; the operations that promise to take no lock rely on it alone. Walks go over
+// a counted copy, because every call to the host may come back and change the registry.
 
 #pragma once
 
@@ -83,16 +83,16 @@ public:
     /// Hides the leaders to a removed part; deletes the callouts of a removed 3-D symbol without undo step.
     void OnShapeInstanceRemove(const du::SmartPtr<zrk::ShapeInstance>& shapeInstance) override;
 
-    /// Registers a callout, 3-D symbol annotation or inset that entered the scene. A callout on parts that has
-    /// no leader at all is taken out of the scene again, without undo step.
+    /// Registers a callout, 3-D symbol annotation or inset that entered the scene. A callout on parts that
+    /// has no leader at all is taken out of the scene again, without undo step.
     void OnAddAnnotation(const du::SmartPtr<zrk::Annotation>& annotation) override;
     /// Forgets a callout or inset that left the scene; the last callout of an item takes its indication away.
     void OnRemoveAnnotation(const du::SmartPtr<zrk::Annotation>& annotation) override;
     /// Re-checks a changed callout's leaders; shows or hides the callouts of a changed inset.
     void OnAnnotationModified(const du::SmartPtr<zrk::Annotation>& annotation, bool) override;
 
-    /// The host's view timer: re-checks the leaders once the camera has changed and every earlier check has been
-    /// answered. `camera` is the caller's record of the camera last checked; it is brought up to date.
+    /// The host's view timer: re-checks the leaders once the camera has changed and every earlier check has
+    /// been answered. `camera` is the caller's record of the camera last checked; it is brought up to date.
     void OnHandleTimeoutEvent(const du::SmartPtr<zrk::ShapeView>& view, dg::Camera3D& camera) override;
     /// Takes the view's new background colours and re-checks the leaders, whose dim colour depends on them.
     void OnBackgroundColor(const du::SmartPtr<zrk::ShapeView>& view) override;
@@ -120,10 +120,11 @@ public:
     /// The engine keeps no preferences of its own: nothing happens.
     void PreferencesChanged();
 
-    /// Enters the callout into the callout set and lets it watch its template (unless it is a custom callout).
+    /// Enters the callout into the callout set and lets it watch its template (unless it is a custom
+    /// callout).
     void AddToSet(const CalloutPtr& callout);
-    /// Files the callout under the ids of the instances and the insets that its leaders go to. The first member of
-    /// a combined callout is not filed: the combined callout stands for it. O(leaders x log n).
+    /// Files the callout under the ids of the instances and the insets that its leaders go to. The first
+    /// member of a combined callout is not filed: the combined callout stands for it. O(leaders x log n).
     void AddToMap(const CalloutPtr& callout);
     /// Whether a callout that leads to the instance id shows exactly `text`. Takes no engine lock.
     bool Exists(const std::string& instanceId, const std::string& text) const;
@@ -144,15 +145,16 @@ public:
     bool HasTemplateText(const CalloutPtr& callout);
     /// The template for new callouts; may be null.
     du::SmartPtr<zrannotations::TAnnotation> GetTemplate() const;
-    /// Writes the callout's template as one string with numbered placeholders ("A{0}B{1}") for translators; true
-    /// when it holds any literal text.
+    /// Writes the callout's template as one string with numbered placeholders ("A{0}B{1}") for translators;
+    /// true when it holds any literal text.
     bool GetTemplateLocalizableString(const CalloutPtr& callout, du::Symbol& out) const;
     /// The way back: appends to `result` the contents that a translated string stands for.
     void LocalizeTemplateText(const du::Symbol& text,
                               const std::vector<du::SmartPtr<zrannotations::LabelContent>>& contents,
                               std::vector<du::SmartPtr<zrannotations::LabelContent>>& result) const;
 
-    /// Generates the callout's label and stores it. An empty label never blanks a callout: it is traced instead.
+    /// Generates the callout's label and stores it. An empty label never blanks a callout: it is traced
+    /// instead.
     void SetCalloutText(const CalloutPtr& callout);
     /// Rebuilds the label if its template refers to data that can have changed; `itemReferences` says whether
     /// references to the item list count. True when it was rebuilt.
@@ -180,8 +182,8 @@ public:
     void OnListCleared(const du::SmartPtr<zrk::Operation>& operation);
     /// Rebuilds the labels of the item's callouts.
     void OnItemContentChanged(unsigned int itemId, SbomSet added, SbomSet removed);
-    /// The item's callout gains leaders to the instances of `connect` and loses those to `disconnect`. A step is
-    /// added to `operation` (may be null) whose undo and redo replay the connection.
+    /// The item's callout gains leaders to the instances of `connect` and loses those to `disconnect`. A step
+    /// is added to `operation` (may be null) whose undo and redo replay the connection.
     void UpdateItemGroupCalloutLeaders(unsigned int itemId, SbomSet connect, SbomSet disconnect,
                                        du::SmartPtr<zrk::Operation> operation);
 
@@ -192,15 +194,17 @@ public:
     /// Sends one pick per leader, restricted to its part, that finds the point of the surface it ends on. A
     /// callout whose anchor is known already, and leaders through insets, send none.
     void RequestAnchorPick(const CalloutPtr& callout);
-    /// Stores the point that was hit, in the local coordinates of the part that was hit, as the leader's anchor.
+    /// Stores the point that was hit, in the local coordinates of the part that was hit, as the leader's
+    /// anchor.
     void OnReceivePick(const std::vector<zrk::PickResult>& results, CalloutPtr callout, int leaderIndex);
-    /// For a host whose visibility check ended without reaching the event's completion: one less is outstanding.
+    /// For a host whose visibility check ended without reaching the event's completion: one less is
+    /// outstanding.
     void OnReceiveAnchorVisiblePick();
 
     /// Stores the view's background colours.
     void SetBackgroundColor(const du::SmartPtr<zrk::ShapeView>& view);
-    /// Highlights the callout's item in the item list, or takes the highlight away once no callout carries the
-    /// item any more. A combined callout does so for all its members.
+    /// Highlights the callout's item in the item list, or takes the highlight away once no callout carries
+    /// the item any more. A combined callout does so for all its members.
     void SetIndicated(const CalloutPtr& callout, bool indicated);
 
     /// A counted copy of the callouts that lead through the inset, in the order of their addresses.
@@ -256,8 +260,8 @@ private:
                                unsigned int itemId);
     void RemoveReferencedCallouts(unsigned int itemId, const du::SmartPtr<zrk::Operation>& operation);
     dg::Color DimColor() const;
-    void CheckLeader(const du::SmartPtr<zrk::ShapeView>& view, const CalloutPtr& callout, unsigned int position,
-                     const dg::Camera3D& camera, const dg::Color& dimColor);
+    void CheckLeader(const du::SmartPtr<zrk::ShapeView>& view, const CalloutPtr& callout,
+                     unsigned int position, const dg::Camera3D& camera, const dg::Color& dimColor);
 
     unsigned int m_pickRequestCount = 0;
     bool m_combineForSamePart = false;
@@ -278,10 +282,12 @@ private:
     du::SmartPtr<TreeObserver> m_treeObserver;
     du::SmartPtr<AnnoSetTableObserver> m_annoSetTableObserver;
 
-    // Guards the containers, the item list pointer and the colours for one access each (see the head of the file).
+    // Guards the containers, the item list pointer and the colours for one access each (see the head of the
+    // file).
     mutable std::mutex m_guard;
-    // What the observers reach the engine through; closed when the engine is freed, so that an observer that the
-    // host still holds, or that is being notified on another thread, finds nobody instead of a dead engine.
+    // What the observers reach the engine through; closed when the engine is freed, so that an observer that
+    // the host still holds, or that is being notified on another thread, finds nobody instead of a dead
+    // engine.
     std::shared_ptr<EngineHandle> m_handle;
 };
 

@@ -20,7 +20,8 @@ bool UsesItemList(const Callout& callout) {
     return definition && definition->RequiresItemList();
 }
 
-/// Where `other` stands relative to a callout that leads to the instance `id` through `inset` (null: main view).
+/// Where `other` stands relative to a callout that leads to the instance `id` through `inset` (null: main
+/// view).
 Place ComparePlaces(const Callout& other, const std::string& id, const InsetPtr& inset) {
     const unsigned int leaders = other.GetLeaderLineCount(true);
     for (unsigned int i = 0; i < leaders; ++i) {
@@ -49,7 +50,8 @@ struct Ranked {
 
 bool GoesBeforeFlat(const Ranked& b, const Ranked& a) { return b.index.front() < a.index.front(); }
 
-// Not an ordering, and kept so: a position where `a` is smaller does not decide, an equal one does when `a` is deeper.
+// Not an ordering, and kept so: a position where `a` is smaller does not decide, an equal one does when `a`
+// is deeper.
 bool GoesBeforeHierarchical(const Ranked& b, const Ranked& a) {
     const std::size_t depth = std::min(a.index.size(), b.index.size());
     for (std::size_t k = 0; k < depth; ++k) {

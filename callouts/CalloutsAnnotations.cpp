@@ -41,7 +41,8 @@ bool AreNotesLocalized() {
     const auto world = zrk::World::GetWorld();
     if (!world) return false;
     const auto container = du::DynamicCast<zrkapp::illustration::IllMultiRootContainer>(world->GetMRC());
-    const auto info = container ? container->GetFileInfo() : du::SmartPtr<zrkapp::illustration::KorvanFileInfo>();
+    const auto info =
+        container ? container->GetFileInfo() : du::SmartPtr<zrkapp::illustration::KorvanFileInfo>();
     const auto* settings = info ? info->GetLocalizationSettings() : nullptr;
     return settings != nullptr && settings->GetNotes();
 }
@@ -110,7 +111,8 @@ void Callouts::OnAddCallout(const CalloutPtr& callout) {
     const auto combined = du::DynamicCast<CombinedCallout>(callout);
     if (!Contains(callout)) {
         const unsigned int resolvedBefore = callout->GetLeaderLineCount(false);
-        // Only writers change the maps, and the write lock is held; the callout reads them during the call alone.
+        // Only writers change the maps, and the write lock is held; the callout reads them during the call
+        // alone.
         callout->UpdateWithCalloutInfo(m_symbolAnnotations, m_insetCallouts);
         if (NeedsTextOnAdd(callout)) SetCalloutText(callout);
         LocalizeAddedCallout(callout);
@@ -206,8 +208,8 @@ void Callouts::OnAnnotationModified(const du::SmartPtr<zrk::Annotation>& annotat
     if (const auto callout = du::DynamicCast<Callout>(annotation)) {
         const dp::ReadLocker read(GetRWLockPtr());
         const auto scene = du::DynamicCast<zrk::illustration::Illustration3dScene>(GetScene());
-        const auto view = scene ? du::DynamicCast<zrk::ShapeView>(scene->GetView(0))
-                                : du::SmartPtr<zrk::ShapeView>();
+        const auto view =
+            scene ? du::DynamicCast<zrk::ShapeView>(scene->GetView(0)) : du::SmartPtr<zrk::ShapeView>();
         if (view) OnDrawWhenHidden(view, callout);
     } else if (const auto inset = du::DynamicCast<Inset>(annotation)) {
         const bool isVisible = inset->IsVisible();

@@ -26,8 +26,8 @@ struct GroupTarget {
     du::SmartPtr<zrk::BaseInstance> assembly;
 };
 
-/// No shape instance when the instance has nothing to show in the scene. The first of its engineering instances
-/// stands for all; the instance itself is the leader's assembly unless it is just that one.
+/// No shape instance when the instance has nothing to show in the scene. The first of its engineering
+/// instances stands for all; the instance itself is the leader's assembly unless it is just that one.
 GroupTarget FindTarget(const du::SmartPtr<SbomInstance>& sbom, const du::SmartPtr<zrk::ShapeScene>& scene) {
     GroupTarget target;
     std::set<du::SmartPtr<zrk::Instance>> instances;

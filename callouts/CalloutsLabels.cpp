@@ -111,13 +111,13 @@ bool Callouts::GetTemplateLocalizableString(const CalloutPtr& callout, du::Symbo
     return hasLiteral;
 }
 
-void Callouts::LocalizeTemplateText(const du::Symbol& text, const Contents& contents, Contents& result) const {
+void Callouts::LocalizeTemplateText(const du::Symbol& text, const Contents& contents,
+                                    Contents& result) const {
     if (contents.empty() || !contents.front()) return;
     const auto& textProperties = contents.front()->TextProps();
     Contents references;
-    std::copy_if(contents.begin(), contents.end(), std::back_inserter(references), [](const auto& content) {
-        return content && content->Kind() == kPropertyReference;
-    });
+    std::copy_if(contents.begin(), contents.end(), std::back_inserter(references),
+                 [](const auto& content) { return content && content->Kind() == kPropertyReference; });
     PlaceholderReader reader(text.Text());
     TemplatePiece piece;
     while (reader.Next(piece)) {

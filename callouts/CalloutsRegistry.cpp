@@ -128,7 +128,8 @@ void Callouts::GetItemIdCallouts(unsigned int itemId, std::vector<CalloutPtr>& o
 }
 
 // One walk for all ids: a callout refers to the id it carries or, combined, to those of its members.
-void Callouts::GetItemIdCallouts(const std::vector<unsigned int>& itemIds, std::vector<CalloutPtr>& out) const {
+void Callouts::GetItemIdCallouts(const std::vector<unsigned int>& itemIds,
+                                 std::vector<CalloutPtr>& out) const {
     const dp::ReadLocker read(GetRWLockPtr());
     std::unordered_map<unsigned int, std::vector<CalloutPtr>> byId;
     for (const unsigned int id : itemIds) byId[id];

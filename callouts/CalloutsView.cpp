@@ -1,5 +1,5 @@
-// What reaches the engine from the view and the model: parts that move, hide and go, covered anchors, picked anchors,
-// window size, background colours and indication.
+// What reaches the engine from the view and the model: parts that move, hide and go, covered anchors, picked
+// anchors, window size, background colours and indication.
 
 #include <utility>
 
@@ -91,7 +91,8 @@ void Callouts::OnShapeInstanceLocation(const du::SmartPtr<zrk::ShapeInstance>& s
     for (const auto& callout : SnapshotInstance(id)) callout->OnShapeInstanceLocation(shapeInstance);
 }
 
-void Callouts::OnShapeInstanceVisibility(const du::SmartPtr<zrk::ShapeInstance>& shapeInstance, bool visible) {
+void Callouts::OnShapeInstanceVisibility(const du::SmartPtr<zrk::ShapeInstance>& shapeInstance,
+                                         bool visible) {
     const std::string id = PartOrSymbolId(InstanceOf(shapeInstance));
     if (id.empty()) return;
     for (const auto& callout : SnapshotInstance(id)) {
@@ -163,8 +164,8 @@ dg::Color Callouts::DimColor() const {
     return dimColor;
 }
 
-// Called under the write lock. The check counts as outstanding before it is sent; one whose magnifier has no camera
-// stays so until the kernel cancels its event.
+// Called under the write lock. The check counts as outstanding before it is sent; one whose magnifier has no
+// camera stays so until the kernel cancels its event.
 void Callouts::CheckLeader(const du::SmartPtr<zrk::ShapeView>& view, const CalloutPtr& callout,
                            unsigned int position, const dg::Camera3D& camera, const dg::Color& dimColor) {
     const auto shapeInstance = callout->GetShapeInstanceAtPos(position);
@@ -235,7 +236,8 @@ void Callouts::RequestAnchorPick(const CalloutPtr& callout) {
     }
 }
 
-void Callouts::OnReceivePick(const std::vector<zrk::PickResult>& results, CalloutPtr callout, int leaderIndex) {
+void Callouts::OnReceivePick(const std::vector<zrk::PickResult>& results, CalloutPtr callout,
+                             int leaderIndex) {
     if (!callout || leaderIndex < 0) return;
     for (const auto& result : results) {
         const auto object = result.GetObject();

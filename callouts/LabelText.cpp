@@ -50,8 +50,8 @@ du::SmartPtr<SbomInstance> RootScope(const du::SmartPtr<zrk::Instance>& instance
 
 }  // namespace
 
-LabelText::LabelText(du::SmartPtr<zrannotations::Callout> callout, du::SmartPtr<zritemlist::ItemList> itemList,
-                     du::SmartPtr<zrk::Scene> scene)
+LabelText::LabelText(du::SmartPtr<zrannotations::Callout> callout,
+                     du::SmartPtr<zritemlist::ItemList> itemList, du::SmartPtr<zrk::Scene> scene)
     : m_callout(std::move(callout)),
       m_itemList(std::move(itemList)),
       m_scene(std::move(scene)),
@@ -91,8 +91,9 @@ bool LabelText::OfItem(const zrannotations::LabelContent& content, std::string& 
 std::string LabelText::OfFileProperty(const zrannotations::LabelContent& content) const {
     const std::string& group = content.TextOrGroup();
     const std::string& name = content.PropertyName();
-    return content.ShownPart() == "Name" ? zrannotations::GetCalloutLabelFilePropertyName(group, name)
-                                         : zrannotations::GetCalloutLabelFilePropertyValue(m_scene, group, name);
+    return content.ShownPart() == "Name"
+               ? zrannotations::GetCalloutLabelFilePropertyName(group, name)
+               : zrannotations::GetCalloutLabelFilePropertyValue(m_scene, group, name);
 }
 
 std::string LabelText::OfPartProperty(const zrannotations::LabelContent& content) const {
@@ -101,8 +102,9 @@ std::string LabelText::OfPartProperty(const zrannotations::LabelContent& content
     const auto shapeInstance = m_callout->GetShapeInstanceAtPos(0);
     const du::Symbol source = shapeInstance ? shapeInstance->GetCurrentShapeSource() : du::Symbol::EMPTY;
     const std::string& group = content.TextOrGroup();
-    const auto property = sbom->QueryProperty(IsFilePropertiesGroup(group) ? du::Symbol::EMPTY : du::Symbol(group),
-                                              du::Symbol(content.PropertyName()), source);
+    const auto property =
+        sbom->QueryProperty(IsFilePropertiesGroup(group) ? du::Symbol::EMPTY : du::Symbol(group),
+                            du::Symbol(content.PropertyName()), source);
     if (!property) return {};
     du::Symbol text;
     if (content.ShownPart() == "Name") {
@@ -114,8 +116,8 @@ std::string LabelText::OfPartProperty(const zrannotations::LabelContent& content
 }
 
 bool LabelText::IsFilePropertiesGroup(const std::string& group) const {
-    return group == m_localizer.LocalizeMessage(kFilePropertiesMessage, 0) || group == "ZRS File Properties" ||
-           group == "__ZRS_PROPERTIES";
+    return group == m_localizer.LocalizeMessage(kFilePropertiesMessage, 0) ||
+           group == "ZRS File Properties" || group == "__ZRS_PROPERTIES";
 }
 
 du::SmartPtr<SbomInstance> LabelText::FindSbomInstance(const std::string& scope) const {

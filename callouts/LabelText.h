@@ -25,8 +25,8 @@ public:
     LabelText(du::SmartPtr<zrannotations::Callout> callout, du::SmartPtr<zritemlist::ItemList> itemList,
               du::SmartPtr<zrk::Scene> scene);
 
-    /// The text that `content` stands for: itself when literal, else the item data, file property or part property
-    /// it refers to. A part property that has no text gives the language's fallback text.
+    /// The text that `content` stands for: itself when literal, else the item data, file property or part
+    /// property it refers to. A part property that has no text gives the language's fallback text.
     std::string Of(const zrannotations::LabelContent& content) const;
 
 private:

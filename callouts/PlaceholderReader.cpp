@@ -7,8 +7,8 @@
 namespace zrcallouts {
 namespace {
 
-// As many digits as there are up to the first other character; none is 0. A number too large for an index names no
-// content, just as the largest one does.
+// As many digits as there are up to the first other character; none is 0. A number too large for an index
+// names no content, just as the largest one does.
 int LeadingInteger(std::string_view digits) {
     if (digits.starts_with('+')) digits.remove_prefix(1);
     int value = 0;

@@ -20,8 +20,8 @@ public:
     /// Requires: `text` outlives the reader and its pieces.
     explicit PlaceholderReader(std::string_view text) : m_text(text) {}
 
-    /// Fills `piece` with the next piece; false at the end. A lone "{" at the very end is dropped; a placeholder
-    /// without "}" makes the last character be read again as text.
+    /// Fills `piece` with the next piece; false at the end. A lone "{" at the very end is dropped; a
+    /// placeholder without "}" makes the last character be read again as text.
     bool Next(TemplatePiece& piece);
 
 private:

@@ -35,7 +35,8 @@ constexpr const char* kExamples =
 
 std::string KnownExtensions() {
     std::string known;
-    for (const auto extension : ExportExtensions()) known += (known.empty() ? "" : ", ") + std::string(extension);
+    for (const auto extension : ExportExtensions())
+        known += (known.empty() ? "" : ", ") + std::string(extension);
     return known;
 }
 
@@ -46,16 +47,17 @@ void ReadSize(const std::string& text, SheetOptions& options) {
     const bool isFit = isSize && options.width >= kLeastWidth && options.height >= kLeastHeight &&
                        options.width <= kMostPixels && options.height <= kMostPixels;
     if (!isFit) {
-        throw SheetError("size '" + text + "': give WIDTHxHEIGHT in pixels, from " + std::to_string(kLeastWidth) + "x" +
-                         std::to_string(kLeastHeight) + " to " + std::to_string(kMostPixels) + "x" +
-                         std::to_string(kMostPixels));
+        throw SheetError("size '" + text + "': give WIDTHxHEIGHT in pixels, from " +
+                         std::to_string(kLeastWidth) + "x" + std::to_string(kLeastHeight) + " to " +
+                         std::to_string(kMostPixels) + "x" + std::to_string(kMostPixels));
     }
 }
 
 void CheckOutputs(const MakeRequest& request) {
     for (const auto& output : request.outputs) {
         if (CanExport(output)) continue;
-        throw SheetError("output '" + output.string() + "': its format is not known; use one of " + KnownExtensions());
+        throw SheetError("output '" + output.string() + "': its format is not known; use one of " +
+                         KnownExtensions());
     }
 }
 
@@ -72,35 +74,44 @@ struct RawOptions {
 void DefineMake(CLI::App& make, MakeRequest& request, RawOptions& raw) {
     SheetOptions& options = request.options;
     make.add_option("MODEL", options.model, "The assembly: a glTF 2.0 file, .glb or .gltf")->required();
-    make.add_option("-o,--output", request.outputs, "A file to write; its extension chooses the format: " + KnownExtensions() +
-                                                        ". May be given several times")
+    make.add_option("-o,--output", request.outputs,
+                    "A file to write; its extension chooses the format: " + KnownExtensions() +
+                        ". May be given several times")
         ->required()
         ->allow_extra_args(false);
     make.add_option("--view", raw.view,
-                    "From where the model is seen: iso, front, back, left, right, top, bottom, or the direction of the look "
+                    "From where the model is seen: iso, front, back, left, right, top, bottom, or the "
+                    "direction of the look "
                     "as x,y,z (Y is up)")
         ->capture_default_str();
-    make.add_option("--size", raw.size, "The page in pixels; it grows when the callouts or the list need more")
+    make.add_option("--size", raw.size,
+                    "The page in pixels; it grows when the callouts or the list need more")
         ->capture_default_str();
-    make.add_option("--template", options.labelTemplate,
-                    "What balloons say: {item}, {quantity}, {tag}, {name}, {property:NAME} and any text around them")
+    make.add_option(
+            "--template", options.labelTemplate,
+            "What balloons say: {item}, {quantity}, {tag}, {name}, {property:NAME} and any text around them")
         ->capture_default_str();
-    auto* leaders = make.add_option_group("Leaders", "For a part that is there several times (at most one of these):");
-    leaders->add_flag("--draw-one", raw.drawOne, "one balloon with a leader to the instance seen best (the default)");
+    auto* leaders =
+        make.add_option_group("Leaders", "For a part that is there several times (at most one of these):");
+    leaders->add_flag("--draw-one", raw.drawOne,
+                      "one balloon with a leader to the instance seen best (the default)");
     leaders->add_flag("--combine", raw.combine, "one balloon with leaders to all instances");
     leaders->add_flag("--per-instance", raw.perInstance, "a balloon for every instance");
     leaders->require_option(0, 1);
-    make.add_option("--numbering", raw.numbering, "How items are numbered: flat (1, 2, 3) or hierarchical (1, 1.1, 1.2)")
+    make.add_option("--numbering", raw.numbering,
+                    "How items are numbered: flat (1, 2, 3) or hierarchical (1, 1.1, 1.2)")
         ->check(CLI::IsMember({"flat", "hierarchical"}))
         ->capture_default_str();
     make.add_option("--select", options.selection,
-                    "Only parts of this name, or with a slash this path; * stands for any characters. An assembly selects "
+                    "Only parts of this name, or with a slash this path; * stands for any characters. An "
+                    "assembly selects "
                     "all in it. May be given several times")
         ->allow_extra_args(false);
     make.add_option("--language", options.language, "Of the sheet's own texts: en, de, fr, es or ja")
         ->check(CLI::IsMember({"en", "de", "fr", "es", "ja"}))
         ->capture_default_str();
-    make.add_option("--report", request.report, "Write where everything stands on the page to this JSON file");
+    make.add_option("--report", request.report,
+                    "Write where everything stands on the page to this JSON file");
     make.add_option("--threads", options.threads, "Threads to work with; 0 for as many as the machine has")
         ->check(CLI::Range(0, 256))
         ->capture_default_str();

@@ -52,7 +52,9 @@ int main(int argc, char** argv) {
     try {
         Make(line.request);
     } catch (const std::bad_alloc&) {
-        return Fail("the memory of this machine is not enough for this model; close other programs or use a smaller --size");
+        return Fail(
+            "the memory of this machine is not enough for this model; close other programs or use a smaller "
+            "--size");
     } catch (const std::exception& error) {
         return Fail(error.what());
     }

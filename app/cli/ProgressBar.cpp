@@ -15,7 +15,8 @@ constexpr const char* kWipe = "\r\033[K";
 
 }  // namespace
 
-ProgressBar::ProgressBar() : m_isTerminal(isatty(STDERR_FILENO) == 1), m_start(std::chrono::steady_clock::now()) {}
+ProgressBar::ProgressBar()
+    : m_isTerminal(isatty(STDERR_FILENO) == 1), m_start(std::chrono::steady_clock::now()) {}
 
 ProgressBar::~ProgressBar() {
     if (m_isShown) std::fputs(kWipe, stderr);

@@ -8,7 +8,8 @@
 
 namespace zrsheet {
 
-/// Nothing is shown when standard error is no terminal, nor for work that is done within half a second. Any thread.
+/// Nothing is shown when standard error is no terminal, nor for work that is done within half a second. Any
+/// thread.
 class ProgressBar {
 public:
     ProgressBar();

@@ -17,7 +17,7 @@ using zrannotations::Callout;
 // Pixel numbers of the view name the middles of pixels, places on the page their corners.
 constexpr double kPixelMiddle = 0.5;
 constexpr double kBalloonHeight = 2.0;  // font sizes
-constexpr double kLabelPadding = 1.1;   // font sizes, both ends of a capsule together
+constexpr double kLabelPadding = 0.7;   // font sizes, both ends of a capsule together
 
 PagePoint OnPage(const dg::DPoint3D& pixel, const PageBox& figure) {
     return {figure.x0 + pixel.x + kPixelMiddle, figure.y0 + pixel.y + kPixelMiddle};
@@ -31,7 +31,8 @@ dg::DPoint3D AnchorPixel(const Callout& callout, unsigned position, const dg::Ca
     return point * location * camera.GetWorldToPixel();
 }
 
-SheetLeader LeaderOf(const Callout& callout, unsigned position, const dg::Camera3D& camera, const PageBox& figure) {
+SheetLeader LeaderOf(const Callout& callout, unsigned position, const dg::Camera3D& camera,
+                     const PageBox& figure) {
     SheetLeader leader;
     leader.anchor = OnPage(AnchorPixel(callout, position, camera), figure);
     leader.instance = callout.GetShapeInstanceIdAtPos(position);
@@ -42,10 +43,29 @@ SheetLeader LeaderOf(const Callout& callout, unsigned position, const dg::Camera
 /// Where the line from the balloon to the anchor leaves the balloon, whose ends are half circles.
 PagePoint RimTowards(const PageBox& box, const PagePoint& anchor) {
     const double radius = 0.5 * (box.y1 - box.y0);
-    const PagePoint core{std::clamp(anchor.x, box.x0 + radius, std::max(box.x1 - radius, box.x0 + radius)), 0.5 * (box.y0 + box.y1)};
+    const PagePoint core{std::clamp(anchor.x, box.x0 + radius, std::max(box.x1 - radius, box.x0 + radius)),
+                         0.5 * (box.y0 + box.y1)};
     const double distance = std::hypot(anchor.x - core.x, anchor.y - core.y);
     if (distance <= radius) return anchor;
-    return {core.x + (anchor.x - core.x) * radius / distance, core.y + (anchor.y - core.y) * radius / distance};
+    return {core.x + (anchor.x - core.x) * radius / distance,
+            core.y + (anchor.y - core.y) * radius / distance};
+}
+
+constexpr double kFrameDistance = 30.0;  // between the model and the middles of balloons, as the engine keeps
+
+/// Takes a balloon that still lies on the model to the nearest side of the frame around it.
+void MoveOut(Balloon& balloon, const PageBox& model) {
+    PagePoint& centre = balloon.centre;
+    if (centre.x <= model.x0 || centre.x >= model.x1 || centre.y <= model.y0 || centre.y >= model.y1) return;
+    const double toSide = std::min(centre.x - model.x0, model.x1 - centre.x);
+    const double toTop = std::min(centre.y - model.y0, model.y1 - centre.y);
+    if (toSide <= toTop) {
+        centre.x = centre.x - model.x0 <= model.x1 - centre.x ? model.x0 - kFrameDistance
+                                                              : model.x1 + kFrameDistance;
+    } else {
+        centre.y = centre.y - model.y0 <= model.y1 - centre.y ? model.y0 - kFrameDistance
+                                                              : model.y1 + kFrameDistance;
+    }
 }
 
 /// A legal XML name, the same from run to run.
@@ -76,8 +96,13 @@ CalloutPlates::CalloutPlates(const std::vector<du::SmartPtr<Callout>>& callouts,
             plate.leaders.push_back(LeaderOf(*callout, position, camera, figure));
         }
         const double width = TextWidth(plate.label, style.fontSize) + kLabelPadding * style.fontSize;
-        Balloon balloon{OnPage(label, figure), OnPage(label, figure), std::max(m_height, std::round(width)), m_height};
+        Balloon balloon{OnPage(label, figure), OnPage(label, figure), std::max(m_height, std::round(width)),
+                        m_height};
         if (!plate.leaders.empty()) balloon.anchor = plate.leaders.front().anchor;
+        // The engine laid the label out for the first instance; where another one is pointed at, the label
+        // follows.
+        const auto drawn = callout->GetDrawnLeaders();
+        if (!drawn.empty() && drawn.front() != 0) balloon.centre = balloon.anchor;
         m_balloons.push_back(balloon);
         m_callouts.push_back(std::move(plate));
     }
@@ -86,12 +111,13 @@ CalloutPlates::CalloutPlates(const std::vector<du::SmartPtr<Callout>>& callouts,
 
 void CalloutPlates::Place(SheetCallout& callout, const PagePoint& centre) const {
     const Balloon& balloon = m_balloons[static_cast<std::size_t>(&callout - m_callouts.data())];
-    callout.box = {centre.x - 0.5 * balloon.width, centre.y - 0.5 * balloon.height, centre.x + 0.5 * balloon.width,
-                   centre.y + 0.5 * balloon.height};
+    callout.box = {centre.x - 0.5 * balloon.width, centre.y - 0.5 * balloon.height,
+                   centre.x + 0.5 * balloon.width, centre.y + 0.5 * balloon.height};
     for (SheetLeader& leader : callout.leaders) leader.end = RimTowards(callout.box, leader.anchor);
 }
 
 void CalloutPlates::Tidy(const PageBox& model) {
+    for (Balloon& balloon : m_balloons) MoveOut(balloon, model);
     TidyBalloons(m_balloons, model, m_figure);
     Move({});
 }

@@ -37,7 +37,8 @@ private:
 
 }  // namespace
 
-Illustrator::Illustrator(ProductModel& model, const SheetOptions& options) : m_model(model), m_options(options) {
+Illustrator::Illustrator(ProductModel& model, const SheetOptions& options)
+    : m_model(model), m_options(options) {
     m_itemList = zritemlist::ItemList::GetItemListForScene(m_model.Scene());
     ListParts();
     LoadEngine();
@@ -51,7 +52,8 @@ void Illustrator::ListParts() {
     for (const unsigned id : Items()->GetItemIds()) {
         const auto instances = Items()->GetOrderedInstances(id);
         du::Symbol tag;
-        if (instances.front()->FindProperty(du::Symbol::EMPTY, du::Symbol(kTagProperty), du::Symbol::EMPTY, tag)) {
+        if (instances.front()->FindProperty(du::Symbol::EMPTY, du::Symbol(kTagProperty), du::Symbol::EMPTY,
+                                            tag)) {
             Items()->SetTag(id, tag.Text());
         }
     }
@@ -82,13 +84,15 @@ void Illustrator::CreateCallouts(const ProgressSink& progress) {
         if (!isListed || !IsSelected(instance->GetIdentifier().Text(), m_options.selection)) continue;
         selection.emplace_back(new SbomInstanceSelectionItem(instance));
     }
-    if (selection.empty()) throw SheetError("select: no part matches; patterns are names or paths such as 'Bolt*' or '/Pump/*'");
+    if (selection.empty())
+        throw SheetError("select: no part matches; patterns are names or paths such as 'Bolt*' or '/Pump/*'");
     const du::SmartPtr<zrk::AsyncEvent> event(new ProgressEvent(progress));
     zrcallouts::CalloutGenerator::CreateCallouts(m_engine, std::move(selection), event);
     zrk::World::GetWorld()->GetTaskPool()->WaitIdle();
 }
 
-// The first round of answers moves the leaders' ends onto the surfaces; the view's timer then asks what covers them.
+// The first round of answers moves the leaders' ends onto the surfaces; the view's timer then asks what
+// covers them.
 void Illustrator::AnswerPicks() {
     const auto kernel = zrk::Kernel::GetKernel();
     kernel->DispatchEvents();
@@ -101,7 +105,8 @@ std::vector<Illustrator::CalloutPtr> Illustrator::Callouts() const {
     m_model.Scene()->GetAnnoSet(annoSet);
     std::vector<CalloutPtr> callouts;
     for (const auto& annotation : annoSet->GetAnnotations()) {
-        if (const auto callout = du::DynamicCast<zrannotations::Callout>(annotation)) callouts.push_back(callout);
+        if (const auto callout = du::DynamicCast<zrannotations::Callout>(annotation))
+            callouts.push_back(callout);
     }
     const auto indexOf = [this](const CalloutPtr& callout) {
         unsigned id = 0;
@@ -109,8 +114,10 @@ std::vector<Illustrator::CalloutPtr> Illustrator::Callouts() const {
     };
     std::vector<std::pair<unsigned, CalloutPtr>> keyed;
     for (const auto& callout : callouts) keyed.emplace_back(indexOf(callout), callout);
-    std::stable_sort(keyed.begin(), keyed.end(), [](const auto& a, const auto& b) { return a.first < b.first; });
-    std::transform(keyed.begin(), keyed.end(), callouts.begin(), [](const auto& entry) { return entry.second; });
+    std::stable_sort(keyed.begin(), keyed.end(),
+                     [](const auto& a, const auto& b) { return a.first < b.first; });
+    std::transform(keyed.begin(), keyed.end(), callouts.begin(),
+                   [](const auto& entry) { return entry.second; });
     return callouts;
 }
 

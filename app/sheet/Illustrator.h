@@ -16,13 +16,14 @@ namespace zrsheet {
 /// From 0 to 100; called on any thread, one at a time.
 using ProgressSink = std::function<void(int percent)>;
 
-/// One for each model. The component is loaded by its name; its engine leaves the scene when the model closes.
+/// One for each model. The component is loaded by its name; its engine leaves the scene when the model
+/// closes.
 class Illustrator {
 public:
     using CalloutPtr = du::SmartPtr<zrannotations::Callout>;
 
-    /// Loads the component, lists the parts and binds an engine to the scene. Requires: `model` outlives this. Throws
-    /// SheetError when the component is missing or the template is wrong.
+    /// Loads the component, lists the parts and binds an engine to the scene. Requires: `model` outlives
+    /// this. Throws SheetError when the component is missing or the template is wrong.
     Illustrator(ProductModel& model, const SheetOptions& options);
 
     /// Creates the callouts in the task pool and waits. Throws SheetError when nothing is selected.
@@ -32,7 +33,9 @@ public:
 
     /// In the order of their items in the list.
     [[nodiscard]] std::vector<CalloutPtr> Callouts() const;
-    [[nodiscard]] const du::SmartPtr<zrk::illustration::ItemsList>& Items() const { return m_itemList->GetZrkItemList(); }
+    [[nodiscard]] const du::SmartPtr<zrk::illustration::ItemsList>& Items() const {
+        return m_itemList->GetZrkItemList();
+    }
 
 private:
     void ListParts();

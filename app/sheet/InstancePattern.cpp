@@ -19,7 +19,8 @@ std::string_view NameOf(std::string_view path) {
 }
 
 bool MatchesAt(std::string_view path, const std::string& pattern) {
-    return pattern.find('/') != std::string::npos ? MatchesGlob(path, pattern) : MatchesGlob(NameOf(path), pattern);
+    return pattern.find('/') != std::string::npos ? MatchesGlob(path, pattern)
+                                                  : MatchesGlob(NameOf(path), pattern);
 }
 
 }  // namespace
@@ -50,8 +51,9 @@ bool MatchesGlob(std::string_view text, std::string_view pattern) {
 bool IsSelected(std::string_view path, const std::vector<std::string>& patterns) {
     if (patterns.empty()) return true;
     while (!path.empty()) {
-        const bool isMatch = std::any_of(patterns.begin(), patterns.end(),
-                                         [path](const std::string& pattern) { return MatchesAt(path, pattern); });
+        const bool isMatch =
+            std::any_of(patterns.begin(), patterns.end(),
+                        [path](const std::string& pattern) { return MatchesAt(path, pattern); });
         if (isMatch) return true;
         path = path.substr(0, path.rfind('/'));
     }

@@ -26,8 +26,9 @@ Content Placeholder(const std::string& name, const std::string& labelTemplate) {
     if (name.starts_with(kPropertyPrefix) && name.size() > kPropertyPrefix.size()) {
         return Reference("", name.substr(kPropertyPrefix.size()));
     }
-    throw SheetError("template '" + labelTemplate + "': {" + name +
-                     "} is not known; use {item}, {quantity}, {tag}, {name} or {property:NAME}, and {{ for a brace");
+    throw SheetError(
+        "template '" + labelTemplate + "': {" + name +
+        "} is not known; use {item}, {quantity}, {tag}, {name} or {property:NAME}, and {{ for a brace");
 }
 
 /// Collects literal text between the placeholders.
@@ -61,7 +62,8 @@ private:
     }
 
     void FlushLiteral() {
-        if (!m_literal.empty()) m_contents.emplace_back(new LabelContent(m_literal, zrannotations::TextProperties()));
+        if (!m_literal.empty())
+            m_contents.emplace_back(new LabelContent(m_literal, zrannotations::TextProperties()));
         m_literal.clear();
     }
 

@@ -1,4 +1,5 @@
-// What balloons say, as the author writes it: literal text with {item}, {quantity}, {tag}, {name} and {property:NAME}.
+// What balloons say, as the author writes it: literal text with {item}, {quantity}, {tag}, {name} and
+// {property:NAME}.
 
 #pragma once
 

@@ -10,7 +10,7 @@ namespace {
 
 constexpr double kGap = 8.0;     // between balloons
 constexpr double kInset = 20.0;  // of balloons from the figure's ends
-constexpr int kMostSweeps = 40;    // of uncrossing; in practice a handful
+constexpr int kMostSweeps = 40;  // of uncrossing; in practice a handful
 
 /// The balloons of one side; `along` is the axis that the side runs along, 0 for x and 1 for y.
 struct Side {
@@ -51,8 +51,8 @@ double TightLength(const Side& side) {
     return length;
 }
 
-/// The places, in order and apart, whose squared distances to the wished ones add up to least: clusters that would overlap are
-/// merged until none does.
+/// The places, in order and apart, whose squared distances to the wished ones add up to least: clusters that
+/// would overlap are merged until none does.
 std::vector<double> Spread(const Side& side) {
     std::vector<Cluster> clusters;
     std::vector<double> before;  // the distance from the start of its cluster for each balloon
@@ -83,9 +83,11 @@ std::vector<double> Spread(const Side& side) {
     return places;
 }
 
-/// What the clamping at the ends pushed together is pushed apart, from the near end on and back from the far one.
+/// What the clamping at the ends pushed together is pushed apart, from the near end on and back from the far
+/// one.
 void KeepApart(const Side& side, std::vector<double>& places) {
-    for (std::size_t i = 1; i < places.size(); ++i) places[i] = std::max(places[i], places[i - 1] + Distance(side, i));
+    for (std::size_t i = 1; i < places.size(); ++i)
+        places[i] = std::max(places[i], places[i - 1] + Distance(side, i));
     if (places.empty() || places.back() <= side.greatest) return;
     places.back() = std::max(side.greatest, side.least + TightLength(side));
     for (std::size_t i = places.size() - 1; i > 0; --i) {
@@ -105,7 +107,8 @@ bool DoLeadersCross(const Balloon& p, const Balloon& q) {
 void Place(Side& side) {
     std::vector<double> places = Spread(side);
     KeepApart(side, places);
-    for (std::size_t i = 0; i < places.size(); ++i) Coordinate(side.balloons[i]->centre, side.along) = places[i];
+    for (std::size_t i = 0; i < places.size(); ++i)
+        Coordinate(side.balloons[i]->centre, side.along) = places[i];
 }
 
 /// Two crossing leaders swap their balloons, which shortens both; so the sweeps come to an end.

@@ -1,5 +1,5 @@
-// Puts the balloons of each side of the picture in good order: apart from each other, near what they point at, and with
-// leaders that do not cross.
+// Puts the balloons of each side of the picture in good order: apart from each other, near what they point
+// at, and with leaders that do not cross.
 
 #pragma once
 
@@ -17,8 +17,9 @@ struct Balloon {
     double height = 0.0;
 };
 
-/// `model` is the model's picture; balloons around it stay on the side where they lie. The room along the sides is that of
-/// `figure` and is left only when the balloons need more. O(n log n), and O(n^2) for the crossings of one side.
+/// `model` is the model's picture; balloons around it stay on the side where they lie. The room along the
+/// sides is that of `figure` and is left only when the balloons need more. O(n log n), and O(n^2) for the
+/// crossings of one side.
 void TidyBalloons(std::vector<Balloon>& balloons, const PageBox& model, const PageBox& figure);
 
 }  // namespace zrsheet

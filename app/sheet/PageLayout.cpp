@@ -40,8 +40,9 @@ PageLayout LayOutPage(int width, int height, const PartsTable& table, const Shee
     const double left = std::round(std::max(width - kMargin - tablesWidth, kMostTableShare * width));
     for (SheetTable& part : layout.tables) Shift(part.box, left, 0.0);
     layout.figure = {kMargin, top, left - kMargin, height - kMargin};
-    layout.width = std::max<double>(width, std::ceil(left + tablesWidth + kMargin));
-    layout.height = std::max<double>(height, std::ceil(top + table.Height(std::min(rows, table.RowCount())) + kMargin));
+    layout.width = std::max<double>(width, std::floor(left + tablesWidth + kMargin));
+    layout.height =
+        std::max<double>(height, std::ceil(top + table.Height(std::min(rows, table.RowCount())) + kMargin));
     return layout;
 }
 

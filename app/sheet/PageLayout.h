@@ -9,8 +9,8 @@
 
 namespace zrsheet {
 
-/// The parts list stands to the right of the picture, in as many tables as fit without taking more than half of the page.
-/// What does not fit makes the page higher.
+/// The parts list stands to the right of the picture, in as many tables as fit without taking more than half
+/// of the page. What does not fit makes the page higher.
 struct PageLayout {
     double width = 0.0;
     double height = 0.0;
@@ -22,8 +22,9 @@ struct PageLayout {
 /// Requires: the page is at least kLeastWidth x kLeastHeight.
 [[nodiscard]] PageLayout LayOutPage(int width, int height, const PartsTable& table, const SheetStyle& style);
 
-/// Makes the page larger and moves the tables until balloons that stand out of the figure have room, and moves the figure. Returns
-/// by how much everything in the figure moved right and down; `balloons` are page pixels.
+/// Makes the page larger and moves the tables until balloons that stand out of the figure have room, and
+/// moves the figure. Returns by how much everything in the figure moved right and down; `balloons` are page
+/// pixels.
 [[nodiscard]] PagePoint MakeRoom(PageLayout& layout, const std::vector<PageBox>& balloons);
 
 inline constexpr int kLeastWidth = 400;

@@ -28,16 +28,19 @@ Draft MakeDraft(const std::string& message, bool alignRight, double mostWidth) {
 void Fit(Draft& draft, const SheetStyle& style) {
     double width = TextWidth(draft.column.title, style.tableFontSize, true);
     for (TableCell& cell : draft.cells) {
-        cell.text = Ellipsize(cell.text, style.tableFontSize, std::max(draft.mostWidth - cell.indent, kIndent));
+        cell.text =
+            Ellipsize(cell.text, style.tableFontSize, std::max(draft.mostWidth - cell.indent, kIndent));
         width = std::max(width, cell.indent + TextWidth(cell.text, style.tableFontSize));
     }
     draft.column.width = width + 2.0 * style.cellPadding;
 }
 
 std::vector<Draft> DraftColumns(const std::vector<SheetItem>& items) {
-    std::vector<Draft> drafts{MakeDraft("item", false, kMostOtherWidth), MakeDraft("quantity", true, kMostOtherWidth),
+    std::vector<Draft> drafts{MakeDraft("item", false, kMostOtherWidth),
+                              MakeDraft("quantity", true, kMostOtherWidth),
                               MakeDraft("name", false, kMostNameWidth)};
-    const bool hasTags = std::any_of(items.begin(), items.end(), [](const auto& item) { return !item.tag.empty(); });
+    const bool hasTags =
+        std::any_of(items.begin(), items.end(), [](const auto& item) { return !item.tag.empty(); });
     if (hasTags) drafts.push_back(MakeDraft("tag", false, kMostOtherWidth));
     for (const SheetItem& item : items) {
         drafts[0].cells.push_back({item.label, 0.0});

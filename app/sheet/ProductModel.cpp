@@ -153,15 +153,17 @@ void ProductModel::LookAt(const ViewDirection& direction, int width, int height,
     const ScreenExtent extent = Measure(*m_scene, flat.GetWorldToPixel());
     const double spanX = std::max(extent.maxX - extent.minX, 1e-12);
     const double spanY = std::max(extent.maxY - extent.minY, 1e-12);
-    const double scale = std::min(std::max(width - 2.0 * margin, 1.0) / spanX, std::max(height - 2.0 * margin, 1.0) / spanY);
+    const double scale =
+        std::min(std::max(width - 2.0 * margin, 1.0) / spanX, std::max(height - 2.0 * margin, 1.0) / spanY);
     const dg::DPoint3D middle((extent.minX + extent.maxX) * 0.5, (extent.minY + extent.maxY) * 0.5,
                               (extent.minZ + extent.maxZ) * 0.5);
-    // That camera's depth covers one unit before and behind the target; twice the model's depth keeps planes off its ends.
+    // That camera's depth covers one unit before and behind the target; twice the model's depth keeps planes
+    // off its ends.
     const double depth = std::max(2.0 * (extent.maxZ - extent.minZ), 1e-9 + spanX + spanY);
-    m_view->SetCamera(dg::Camera3D::Orthographic(middle * flat.GetPixelToWorld(), direction.look, direction.up, scale, width,
-                                                 height, depth));
-    m_screenBox = {0.5 * (width - spanX * scale), 0.5 * (height - spanY * scale), 0.5 * (width + spanX * scale),
-                   0.5 * (height + spanY * scale)};
+    m_view->SetCamera(dg::Camera3D::Orthographic(middle * flat.GetPixelToWorld(), direction.look,
+                                                 direction.up, scale, width, height, depth));
+    m_screenBox = {0.5 * (width - spanX * scale), 0.5 * (height - spanY * scale),
+                   0.5 * (width + spanX * scale), 0.5 * (height + spanY * scale)};
 }
 
 std::string ProductModel::NameOf(const SbomInstance& instance) {

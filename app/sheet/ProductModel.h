@@ -1,4 +1,5 @@
-// The model inside the host: its scene, its engineering and service structures, and the view that looks at it.
+// The model inside the host: its scene, its engineering and service structures, and the view that looks at
+// it.
 
 #pragma once
 
@@ -34,7 +35,9 @@ public:
     /// The model's rectangle in the viewport, as LookAt left it.
     [[nodiscard]] const PageBox& ScreenBox() const { return m_screenBox; }
 
-    [[nodiscard]] const du::SmartPtr<zrk::illustration::Illustration3dScene>& Scene() const { return m_scene; }
+    [[nodiscard]] const du::SmartPtr<zrk::illustration::Illustration3dScene>& Scene() const {
+        return m_scene;
+    }
     [[nodiscard]] const du::SmartPtr<zrk::ShapeView>& View() const { return m_view; }
     /// The product itself.
     [[nodiscard]] const SbomPtr& Root() const { return m_root; }

@@ -1,5 +1,5 @@
-// The finished sheet as plain data: what the exporters write and nothing else. All places are page pixels, origin top
-// left, y downwards; whoever fills it in has already laid everything out.
+// The finished sheet as plain data: what the exporters write and nothing else. All places are page pixels,
+// origin top left, y downwards; whoever fills it in has already laid everything out.
 
 #pragma once
 
@@ -34,7 +34,8 @@ struct SheetLeader {
     bool visible = true;   // false: the anchor is covered; the leader is drawn dashed and dimmed
 };
 
-/// A balloon: a circle, or a capsule as wide as its label asks for. `box` bounds it; its ends are half circles.
+/// A balloon: a circle, or a capsule as wide as its label asks for. `box` bounds it; its ends are half
+/// circles.
 struct SheetCallout {
     std::string id;  // legal XML name, stable from run to run
     bool hasItem = false;

@@ -1,4 +1,5 @@
-// Thrown when what the author asked for cannot be done: one line that says what, where, and what to do about it.
+// Thrown when what the author asked for cannot be done: one line that says what, where, and what to do about
+// it.
 
 #pragma once
 

@@ -19,7 +19,8 @@
 namespace zrsheet {
 namespace {
 
-// The engine frames the model 30 pixels off and keeps as much free at the window's border; a balloon's half comes on top.
+// The engine frames the model 30 pixels off and keeps as much free at the window's border; a balloon's half
+// comes on top.
 constexpr double kModelMargin = 76.0;
 
 /// Measures the stages that follow each other.
@@ -71,7 +72,8 @@ void Shift(PageBox& box, const PagePoint& move) {
 }
 
 SheetModel Describe(const ProductModel& model, const PageBox& figure) {
-    SheetModel description{model.Name(), model.ScreenBox(), model.PartCount(), model.LeafCount(), model.TriangleCount()};
+    SheetModel description{model.Name(), model.ScreenBox(), model.PartCount(), model.LeafCount(),
+                           model.TriangleCount()};
     Shift(description.box, {figure.x0, figure.y0});
     return description;
 }
@@ -95,8 +97,8 @@ Sheet MakeSheet(Assembly assembly, const SheetOptions& options, const StageSink&
     const PartsTable table(sheet.items, sheet.style);
     PageLayout layout = LayOutPage(options.width, options.height, table, sheet.style);
     const PageBox& figure = layout.figure;
-    model.LookAt(options.view, static_cast<int>(figure.x1 - figure.x0), static_cast<int>(figure.y1 - figure.y0),
-                 kModelMargin);
+    model.LookAt(options.view, static_cast<int>(figure.x1 - figure.x0),
+                 static_cast<int>(figure.y1 - figure.y0), kModelMargin);
     sheet.seconds.load = watch.Lap();
 
     illustrator.CreateCallouts([&sink](int percent) { sink("Creating callouts", percent); });

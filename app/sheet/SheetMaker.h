@@ -14,8 +14,8 @@ namespace zrsheet {
 /// Told what is being done and how far it is, from 0 to 100. Called on any thread, one at a time.
 using StageSink = std::function<void(std::string_view stage, int percent)>;
 
-/// Starts the host, illustrates the model and stops the host again. The same model and options give the same sheet, whatever
-/// the number of threads. Throws SheetError. One at a time in a process.
+/// Starts the host, illustrates the model and stops the host again. The same model and options give the same
+/// sheet, whatever the number of threads. Throws SheetError. One at a time in a process.
 [[nodiscard]] Sheet MakeSheet(Assembly assembly, const SheetOptions& options, const StageSink& sink);
 
 }  // namespace zrsheet

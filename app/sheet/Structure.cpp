@@ -19,7 +19,8 @@ Matrix Product(const Matrix& a, const Matrix& b) {
     Matrix product{};
     for (std::size_t row = 0; row < 4; ++row) {
         for (std::size_t column = 0; column < 4; ++column) {
-            for (std::size_t k = 0; k < 4; ++k) product[row * 4 + column] += a[row * 4 + k] * b[k * 4 + column];
+            for (std::size_t k = 0; k < 4; ++k)
+                product[row * 4 + column] += a[row * 4 + k] * b[k * 4 + column];
         }
     }
     return product;
@@ -38,11 +39,17 @@ std::string_view WithoutCounter(std::string_view name) {
     return end == std::string_view::npos ? std::string_view() : name.substr(0, end + 1);
 }
 
-/// Names that programs give, which tell nothing of the part.
+/// Names that programs give, which tell nothing of the part: kinds of nodes, and the features that a body was
+/// made with.
 bool IsGeneric(std::string_view name) {
-    static constexpr std::array<std::string_view, 13> kGeneric{"",     "part",  "solid", "body",   "mesh",  "compound", "shape",
-                                                               "node", "object", "group", "product", "brep", "component"};
-    const std::string base = Lower(WithoutCounter(name));
+    static constexpr std::array<std::string_view, 25> kGeneric{
+        "",      "part",   "solid",  "body",    "mesh",    "compound",   "shape",     "node",    "object",
+        "group", "brep",   "model",  "scene",   "root",    "assembly",   "component", "product", "unnamed",
+        "pad",   "pocket", "fillet", "chamfer", "extrude", "revolution", "cut"};
+    static constexpr std::string_view kSolidMark = " (solid)";
+    std::string base = Lower(name);
+    if (base.ends_with(kSolidMark)) base.resize(base.size() - kSolidMark.size());
+    base = WithoutCounter(base);
     return name.starts_with("=>") || std::find(kGeneric.begin(), kGeneric.end(), base) != kGeneric.end();
 }
 
@@ -69,7 +76,8 @@ std::vector<int> ChildCounts(const Assembly& assembly) {
 std::string CommonBeginning(std::string_view a, std::string_view b) {
     const auto end = std::mismatch(a.begin(), a.end(), b.begin(), b.end()).first;
     std::size_t length = static_cast<std::size_t>(end - a.begin());
-    while (length > 0 && length < a.size() && (static_cast<unsigned char>(a[length]) & 0xC0U) == 0x80U) --length;
+    while (length > 0 && length < a.size() && (static_cast<unsigned char>(a[length]) & 0xC0U) == 0x80U)
+        --length;
     return std::string(WithoutCounter(a.substr(0, length)));
 }
 
@@ -84,8 +92,8 @@ void AppendMatrix(std::string& key, const Matrix& matrix) {
 
 }  // namespace
 
-// Parents stand before their children, so that one pass in order meets every wrapper before what it wraps; chains of them fold
-// up step by step.
+// Parents stand before their children, so that one pass in order meets every wrapper before what it wraps;
+// chains of them fold up step by step.
 Assembly WithoutWrappers(Assembly assembly) {
     const std::vector<int> counts = ChildCounts(assembly);
     std::vector<int> kept(assembly.nodes.size(), -1);
@@ -110,7 +118,8 @@ Assembly WithoutWrappers(Assembly assembly) {
 Assembly WithProductAtTop(Assembly assembly) {
     const auto isRoot = [](const AssemblyNode& node) { return node.parent < 0; };
     const auto& nodes = assembly.nodes;
-    if (nodes.empty() || nodes.front().part >= 0 || std::count_if(nodes.begin(), nodes.end(), isRoot) != 1) return assembly;
+    if (nodes.empty() || nodes.front().part >= 0 || std::count_if(nodes.begin(), nodes.end(), isRoot) != 1)
+        return assembly;
     const AssemblyNode product = nodes.front();
     if (!IsGeneric(product.name)) assembly.name = product.name;
     assembly.nodes.erase(assembly.nodes.begin());

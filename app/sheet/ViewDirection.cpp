@@ -57,15 +57,17 @@ std::span<const std::string_view> ViewNames() {
 
 ViewDirection ParseViewDirection(const std::string& text) {
     const auto& views = NamedViews();
-    const auto named = std::find_if(views.begin(), views.end(), [&](const auto& view) { return view.name == text; });
+    const auto named =
+        std::find_if(views.begin(), views.end(), [&](const auto& view) { return view.name == text; });
     if (named != views.end()) return named->view;
     std::array<double, 3> numbers{};
     const bool isDirection = ParseNumbers(text, numbers);
     ViewDirection view;
     view.look = {numbers[0], numbers[1], numbers[2]};
     if (!isDirection || std::hypot(numbers[0], numbers[1], numbers[2]) == 0.0) {
-        throw SheetError("view '" + text +
-                         "': not known; give iso, front, back, left, right, top, bottom or a direction such as -1,-1,-1");
+        throw SheetError(
+            "view '" + text +
+            "': not known; give iso, front, back, left, right, top, bottom or a direction such as -1,-1,-1");
     }
     const dg::DVec3 look = view.look.Normalized();
     // Straight down or up, "up" on the page is the model's back or front.

@@ -18,8 +18,8 @@ bool IsSpacing(Align_Mode mode) { return mode == SpaceX || mode == SpaceY; }
 bool IsDistributing(Align_Mode mode) { return mode == DistributeX || mode == DistributeY; }
 
 int AxisOf(Align_Mode mode) {
-    const bool isVertical =
-        mode == AlignMinY || mode == AlignMaxY || mode == AlignCenterY || mode == DistributeY || mode == SpaceY;
+    const bool isVertical = mode == AlignMinY || mode == AlignMaxY || mode == AlignCenterY ||
+                            mode == DistributeY || mode == SpaceY;
     return isVertical ? 1 : 0;
 }
 
@@ -75,8 +75,10 @@ void Align::SortByPixel() {
         const dg::DPoint3D pixel = callout ? PixelOf(*callout) : dg::DPoint3D();
         keyed.emplace_back(pixel[m_idx], annotation);
     }
-    std::stable_sort(keyed.begin(), keyed.end(), [](const auto& a, const auto& b) { return a.first < b.first; });
-    std::transform(keyed.begin(), keyed.end(), m_annotations.begin(), [](const auto& entry) { return entry.second; });
+    std::stable_sort(keyed.begin(), keyed.end(),
+                     [](const auto& a, const auto& b) { return a.first < b.first; });
+    std::transform(keyed.begin(), keyed.end(), m_annotations.begin(),
+                   [](const auto& entry) { return entry.second; });
 }
 
 // When the list begins with something else than a callout, the measures start from their initial zero.
@@ -98,7 +100,8 @@ bool Align::Execute() {
     const dg::DMat44 pixelToWorld = m_ObjToPx.Invert();
     dg::DPoint3D previous;
     for (std::size_t i = 0; i < m_annotations.size(); ++i) {
-        if (const auto callout = du::DynamicCast<Callout>(m_annotations[i])) Move(callout, i, previous, pixelToWorld);
+        if (const auto callout = du::DynamicCast<Callout>(m_annotations[i]))
+            Move(callout, i, previous, pixelToWorld);
     }
     if (m_operation) zrk::RecordOperation(m_operation);
     return true;
@@ -125,19 +128,27 @@ bool Align::Target(std::size_t index, dg::DPoint3D& previous, dg::DPoint3D& pixe
     double& coordinate = pixel[m_idx];
     switch (m_mode) {
         case AlignMinX:
-        case AlignMinY: coordinate = m_minimum; return true;
+        case AlignMinY:
+            coordinate = m_minimum;
+            return true;
         case AlignMaxX:
-        case AlignMaxY: coordinate = m_maximum; return true;
+        case AlignMaxY:
+            coordinate = m_maximum;
+            return true;
         case AlignCenterX:
-        case AlignCenterY: coordinate = (m_maximum + m_minimum) * 0.5; return true;
+        case AlignCenterY:
+            coordinate = (m_maximum + m_minimum) * 0.5;
+            return true;
         case DistributeX:
         case DistributeY:
             coordinate = m_minimum + (m_maximum - m_minimum) * static_cast<double>(index) /
                                          static_cast<double>(m_annotations.size() - 1);
             return true;
         case SpaceX:
-        case SpaceY: break;
-        default: return false;
+        case SpaceY:
+            break;
+        default:
+            return false;
     }
     if (index > 0) {
         const double distance = coordinate - previous[m_idx];

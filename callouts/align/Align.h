@@ -17,8 +17,8 @@
 
 namespace zrcallouts {
 
-/// One command: built, executed once and let go. Positions are pixels of the view. Annotations that are no callouts stay where
-/// they are, but count. O(n log n).
+/// One command: built, executed once and let go. Positions are pixels of the view. Annotations that are no
+/// callouts stay where they are, but count. O(n log n).
 class ZRCALLOUTS_API Align : public du::RefCounted {
 public:
     /// Requires: `annotations` outlives this. Distributing and spacing sort it.
@@ -31,7 +31,8 @@ public:
     Align(Align&&) = default;
     ~Align() override;
 
-    /// False, and nothing changed, without a view or with too few annotations: lining up needs 2, distributing 3.
+    /// False, and nothing changed, without a view or with too few annotations: lining up needs 2,
+    /// distributing 3.
     bool Execute();
 
 private:
@@ -45,7 +46,8 @@ private:
     bool HasEnough() const;
     void SortByPixel();
     void Measure();
-    void Move(const CalloutPtr& callout, std::size_t index, dg::DPoint3D& previous, const dg::DMat44& pixelToWorld);
+    void Move(const CalloutPtr& callout, std::size_t index, dg::DPoint3D& previous,
+              const dg::DMat44& pixelToWorld);
     bool Target(std::size_t index, dg::DPoint3D& previous, dg::DPoint3D& pixel) const;
 
     std::vector<AnnotationPtr>& m_annotations;
@@ -56,8 +58,8 @@ private:
     double m_maximum = 0.0;
     double m_gap = 30.0;  // pixels that spacing keeps between neighbours
 
-    // What the run under way measures with, shared by the sort and the moves. One per thread: the layout of new callouts runs
-    // in the task pool while the user aligns others.
+    // What the run under way measures with, shared by the sort and the moves. One per thread: the layout of
+    // new callouts runs in the task pool while the user aligns others.
     static thread_local dg::DMat44 m_ObjToPx;
     static thread_local int m_idx;
 };

@@ -6,7 +6,8 @@
 
 namespace zrcallouts {
 
-/// The values are kept in documents and scripts: x and y list minimum, centre and maximum in different orders.
+/// The values are kept in documents and scripts: x and y list minimum, centre and maximum in different
+/// orders.
 enum Align_Mode : std::uint32_t {
     AlignMinX = 0,
     AlignCenterX = 1,

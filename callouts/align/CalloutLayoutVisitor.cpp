@@ -16,7 +16,8 @@ dg::FBox BoxOf(const zrk::Instance& instance, const zrk::ShapeInstance& part) {
 
 }  // namespace
 
-CalloutLayoutVisitor::CalloutLayoutVisitor(du::SmartPtr<zrk::ShapeScene> scene, const dg::DMat44& worldToPixel)
+CalloutLayoutVisitor::CalloutLayoutVisitor(du::SmartPtr<zrk::ShapeScene> scene,
+                                           const dg::DMat44& worldToPixel)
     : m_scene(std::move(scene)), m_worldToPixel(worldToPixel) {}
 
 CalloutLayoutVisitor::~CalloutLayoutVisitor() = default;

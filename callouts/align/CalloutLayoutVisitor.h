@@ -11,7 +11,8 @@
 
 namespace zrcallouts {
 
-/// Encloses the boxes of all parts that the scene has, hidden ones too, so that showing one does not move every label.
+/// Encloses the boxes of all parts that the scene has, hidden ones too, so that showing one does not move
+/// every label.
 class CalloutLayoutVisitor : public zrk::InstanceVisitor {
 public:
     CalloutLayoutVisitor(du::SmartPtr<zrk::ShapeScene> scene, const dg::DMat44& worldToPixel);

@@ -9,7 +9,9 @@ constexpr int kWorldPlacement = 1;
 
 }  // namespace
 
-bool IsWorldPlaced(const zrannotations::Callout& callout) { return callout.GetPlacementKind() == kWorldPlacement; }
+bool IsWorldPlaced(const zrannotations::Callout& callout) {
+    return callout.GetPlacementKind() == kWorldPlacement;
+}
 
 bool WorldToLabel(const zrannotations::Callout& callout, dg::DMat44& toLocal) {
     dg::Location part;

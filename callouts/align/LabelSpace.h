@@ -9,8 +9,8 @@ namespace zrcallouts {
 
 /// Whether the label is kept in world coordinates, not relative to a part.
 bool IsWorldPlaced(const zrannotations::Callout& callout);
-/// From the world to the frame of the first leader's part: its place and scale, without its rotation. False, and `toLocal`
-/// untouched, when the part is gone.
+/// From the world to the frame of the first leader's part: its place and scale, without its rotation. False,
+/// and `toLocal` untouched, when the part is gone.
 bool WorldToLabel(const zrannotations::Callout& callout, dg::DMat44& toLocal);
 
 }  // namespace zrcallouts

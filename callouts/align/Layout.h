@@ -19,8 +19,8 @@
 
 namespace zrcallouts {
 
-/// Every label goes to the nearest side of the model's rectangle on the screen, then the labels of a side are spaced. Records
-/// nothing for undo.
+/// Every label goes to the nearest side of the model's rectangle on the screen, then the labels of a side are
+/// spaced. Records nothing for undo.
 class ZRCALLOUTS_API Layout : public du::RefCounted {
 public:
     Layout(du::SmartPtr<Callouts> engine, du::SmartPtr<zrk::ShapeView> view);

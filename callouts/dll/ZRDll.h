@@ -1,4 +1,5 @@
-// The component's only entry points: the host loads the library by name and asks for an engine by three words.
+// The component's only entry points: the host loads the library by name and asks for an engine by three
+// words.
 
 #pragma once
 
@@ -16,8 +17,9 @@ extern "C" {
 ZRCALLOUTS_API void ZRDllInit();
 /// Unloading has none either.
 ZRCALLOUTS_API void ZRDllTerminate();
-/// For "create", "callouts", "calloutengine" (exactly so) puts a new engine without scene into `out`, releasing what
-/// it held, and returns true; `out` is null then when the pool is exhausted. Other words: false, `out` untouched.
+/// For "create", "callouts", "calloutengine" (exactly so) puts a new engine without scene into `out`,
+/// releasing what it held, and returns true; `out` is null then when the pool is exhausted. Other words:
+/// false, `out` untouched.
 ZRCALLOUTS_API bool ZRDllCreateComponent(const std::string& verb, const std::string& family,
                                          const std::string& kind, du::SmartPtr<du::RefCounted>& out);
 }

@@ -39,8 +39,8 @@ du::SmartPtr<zrk::ShapeInstance> CalloutAnchorVisibleEvent::FirstHit() const {
 }
 
 bool CalloutAnchorVisibleEvent::IsLeadersPart(const du::SmartPtr<zrk::ShapeInstance>& hit) const {
-    const auto assembly = du::DynamicCast<zrk::illustration::SbomInstance>(
-        m_callout->GetAssemblyInstanceAtPos(m_leaderIndex));
+    const auto assembly =
+        du::DynamicCast<zrk::illustration::SbomInstance>(m_callout->GetAssemblyInstanceAtPos(m_leaderIndex));
     if (!assembly) return m_callout->GetShapeInstanceAtPos(m_leaderIndex) == hit;
     std::set<du::SmartPtr<zrk::Instance>> members;
     std::set<du::SmartPtr<zrk::Instance>> others;

@@ -9,8 +9,9 @@
 
 namespace zrcallouts {
 
-/// With the flag on every leader is drawn dashed and none dimmed; with it off covered leaders are. Building the step
-/// changes nothing: Redo sets the state, Undo its opposite. The step makes no history entry of its own.
+/// With the flag on every leader is drawn dashed and none dimmed; with it off covered leaders are. Building
+/// the step changes nothing: Redo sets the state, Undo its opposite. The step makes no history entry of its
+/// own.
 class ZRCALLOUTS_API CalloutsDrawWhenHiddenOperationStep : public zrk::OperationStep {
 public:
     static const du::Symbol type;

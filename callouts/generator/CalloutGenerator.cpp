@@ -26,7 +26,8 @@ bool AreTextsLocalized() {
     const auto world = zrk::World::GetWorld();
     if (!world) return false;
     const auto container = du::DynamicCast<zrkapp::illustration::IllMultiRootContainer>(world->GetMRC());
-    const auto info = container ? container->GetFileInfo() : du::SmartPtr<zrkapp::illustration::KorvanFileInfo>();
+    const auto info =
+        container ? container->GetFileInfo() : du::SmartPtr<zrkapp::illustration::KorvanFileInfo>();
     return info && info->GetLocalizationSettings()->GetNotes();
 }
 
@@ -45,7 +46,8 @@ du::SmartPtr<zrk::Instance> FirstInstanceOf(const Callout& callout) {
 
 /// The part that the callout is about: the assembly it stands for, else the part of its first leader.
 CalloutGenerator::SbomPtr SbomInstanceOf(const Callout& callout) {
-    const auto assembly = du::DynamicCast<zrk::illustration::SbomInstance>(callout.GetAssemblyInstanceAtPos(0));
+    const auto assembly =
+        du::DynamicCast<zrk::illustration::SbomInstance>(callout.GetAssemblyInstanceAtPos(0));
     if (assembly) return assembly;
     const auto instance = FirstInstanceOf(callout);
     return instance ? CalloutGenerator::SbomPtr(instance->GetSbomInstance()) : nullptr;
@@ -53,7 +55,8 @@ CalloutGenerator::SbomPtr SbomInstanceOf(const Callout& callout) {
 
 bool NeedsNumber(const Callout& callout) {
     const auto definition = callout.GetDefinition();
-    return definition && definition->RequiresItemList() && callout.GetType() != zrannotations::CALLOUT_TYPE_FREE;
+    return definition && definition->RequiresItemList() &&
+           callout.GetType() != zrannotations::CALLOUT_TYPE_FREE;
 }
 
 }  // namespace
@@ -93,7 +96,8 @@ du::SmartPtr<zrk::illustration::ItemsList> CalloutGenerator::KernelItems() const
 }
 
 void CalloutGenerator::InitializeSelected(const Selection& selection, const OperationPtr& operation) {
-    const auto definition = m_callouts ? m_callouts->GetTemplate() : du::SmartPtr<zrannotations::TAnnotation>();
+    const auto definition =
+        m_callouts ? m_callouts->GetTemplate() : du::SmartPtr<zrannotations::TAnnotation>();
     if (definition) {
         m_requiresItemList = definition->RequiresItemList();
         m_requiresPropertyVisitor = !m_requiresItemList && definition->RequiresPropertyVisitor();
@@ -159,7 +163,9 @@ void CalloutGenerator::PerformLayout() {
     Layout(m_callouts, du::DynamicCast<zrk::ShapeView>(m_view)).Execute(m_createdCallouts);
 }
 
-void CalloutGenerator::ShowCreatedCallouts(const OperationPtr& operation) { ShowCallouts(m_createdCallouts, operation); }
+void CalloutGenerator::ShowCreatedCallouts(const OperationPtr& operation) {
+    ShowCallouts(m_createdCallouts, operation);
+}
 
 void CalloutGenerator::ShowCallouts(const std::set<CalloutPtr>& callouts, const OperationPtr& operation) {
     std::vector<CalloutPtr> shown;

@@ -1,5 +1,5 @@
-// Creates callouts for one request: it makes them, registers them with the engine, lays them out and shows them as one
-// operation that can be undone.
+// Creates callouts for one request: it makes them, registers them with the engine, lays them out and shows
+// them as one operation that can be undone.
 
 #pragma once
 
@@ -25,8 +25,8 @@
 
 namespace zrcallouts {
 
-/// Built, used for one request and let go, on one thread. What is missing (template, item list, view ...) narrows the work
-/// without a message.
+/// Built, used for one request and let go, on one thread. What is missing (template, item list, view ...)
+/// narrows the work without a message.
 class ZRCALLOUTS_API CalloutGenerator : public zrk::ObjectWithRWLock {
 public:
     using CalloutPtr = du::SmartPtr<zrannotations::Callout>;
@@ -41,19 +41,19 @@ public:
 
     const zrk::ClassType& GetClassType() const override { return CLASS_TYPE; }
 
-    /// Lets the task pool create the callouts for the selection, which is taken over; returns at once. `event` (may be null)
-    /// hears of progress and of completion on the pool's thread.
+    /// Lets the task pool create the callouts for the selection, which is taken over; returns at once.
+    /// `event` (may be null) hears of progress and of completion on the pool's thread.
     static void CreateCallouts(const du::SmartPtr<Callouts>& callouts, Selection&& selection,
                                const du::SmartPtr<zrk::AsyncEvent>& event);
 
-    /// Creates the callouts for the selection, one pass for each component, property value or item that its parts fall into,
-    /// and shows them as one recorded operation. O(instances x log instances).
+    /// Creates the callouts for the selection, one pass for each component, property value or item that its
+    /// parts fall into, and shows them as one recorded operation. O(instances x log instances).
     void AddOnSelected(const Selection& selection, const du::SmartPtr<zrk::AsyncEvent>& event);
-    /// The same for callouts that the user is about to place: they are laid out, but neither labelled nor shown nor recorded.
-    /// An empty operation is made; what the item list needed is a step of it.
+    /// The same for callouts that the user is about to place: they are laid out, but neither labelled nor
+    /// shown nor recorded. An empty operation is made; what the item list needed is a step of it.
     void CreateManuallyOnSelected(const Selection& selection, OperationPtr& operation);
-    /// Numbers, registers and shows callouts that were made elsewhere. An empty operation is made when there is something to
-    /// record.
+    /// Numbers, registers and shows callouts that were made elsewhere. An empty operation is made when there
+    /// is something to record.
     void AddCallouts(const std::vector<CalloutPtr>& callouts, OperationPtr& operation);
     void ShowCreatedCallouts(const OperationPtr& operation);
     const std::set<CalloutPtr>& GetCreatedCallouts() const { return m_createdCallouts; }
@@ -79,7 +79,8 @@ protected:
 
     void AddOnSelectedCategory(const Run& run);
     void AddOnSelectedCategory(const Run& run, std::vector<CalloutPtr>& created);
-    du::SmartPtr<zrk::Instance> FindValidInstance(const InstanceSet& first, const InstanceSet& second, bool leafOrWeld);
+    du::SmartPtr<zrk::Instance> FindValidInstance(const InstanceSet& first, const InstanceSet& second,
+                                                  bool leafOrWeld);
 
     void FinalizeCallouts(const std::vector<CalloutPtr>& callouts);
     void PerformLayout();

@@ -12,7 +12,8 @@ namespace zrcallouts {
 
 using zrannotations::Callout;
 
-/// Tells the caller's event how far a run is: before each hundredth item of the selection, counted over all passes.
+/// Tells the caller's event how far a run is: before each hundredth item of the selection, counted over all
+/// passes.
 class CalloutGenerator::ProgressReport {
 public:
     ProgressReport(const du::SmartPtr<zrk::AsyncEvent>& event, std::size_t passes, std::size_t itemsPerPass)
@@ -38,7 +39,8 @@ private:
     std::size_t m_counter = 0;
 };
 
-unsigned int CalloutGenerator::ComputeNumberOfVariants(const Selection& selection, const OperationPtr& operation) {
+unsigned int CalloutGenerator::ComputeNumberOfVariants(const Selection& selection,
+                                                       const OperationPtr& operation) {
     if (m_requiresItemList && !m_itemList) return 0;
     if (m_requiresPropertyVisitor) {
         zrannotations::TAnnotation::Contents contents;
@@ -86,7 +88,8 @@ void CalloutGenerator::CountItems(const SbomPtr& instance, const InstanceSet& ga
     }
 }
 
-// One walk files every instance under its key; walking the selection again for each key would give the same runs.
+// One walk files every instance under its key; walking the selection again for each key would give the same
+// runs.
 CalloutGenerator::Runs CalloutGenerator::CollectRuns(const Selection& selection) const {
     Runs runs;
     const SelectionWalk walk(KernelItems());
@@ -102,11 +105,13 @@ void CalloutGenerator::FileInstance(const SbomPtr& instance, const InstanceSet& 
     if (m_plainCategory && !gathered.empty()) {
         runs.byComponent[(*gathered.begin())->GetComponentNode()].insert(instance);
     } else if (m_requiresPropertyVisitor && !gathered.empty()) {
-        if (const auto value = LookUpProperties(instance)) runs.byProperty[value->GetSymbol()].insert(instance);
+        if (const auto value = LookUpProperties(instance))
+            runs.byProperty[value->GetSymbol()].insert(instance);
     } else if (const auto items = m_requiresItemList ? KernelItems() : nullptr) {
         for (const auto& candidate : SelectionWalk::Candidates(instance, gathered)) {
             unsigned int id = 0;
-            if (items->GetItemIdForInstance(candidate, id) && items->GetItemized(id)) runs.byItem[id].insert(candidate);
+            if (items->GetItemIdForInstance(candidate, id) && items->GetItemized(id))
+                runs.byItem[id].insert(candidate);
         }
     }
 }
@@ -204,7 +209,8 @@ bool CalloutGenerator::FindTarget(const SbomPtr& instance, Target& target) {
 /// Null when the pool is exhausted or the part has no point to lead to.
 CalloutGenerator::CalloutPtr CalloutGenerator::MakeCallout(const Target& target) const {
     CalloutPtr callout(new Callout);
-    if (!callout || !callout->Initialize(m_callouts->GetTemplate(), target.shapeInstance, false, target.baseInstance)) {
+    if (!callout ||
+        !callout->Initialize(m_callouts->GetTemplate(), target.shapeInstance, false, target.baseInstance)) {
         return nullptr;
     }
     if (m_requiresItemList && m_itemIdIt != m_itemIdEnd) callout->SetItemId(*m_itemIdIt);
@@ -228,8 +234,8 @@ bool CalloutGenerator::IsVisiblePart(const du::SmartPtr<zrk::Instance>& instance
 }
 
 // Among the listed members of a weld an itemized one is preferred.
-du::SmartPtr<zrk::Instance> CalloutGenerator::FindValidInstance(const InstanceSet& first, const InstanceSet& second,
-                                                                bool leafOrWeld) {
+du::SmartPtr<zrk::Instance> CalloutGenerator::FindValidInstance(const InstanceSet& first,
+                                                                const InstanceSet& second, bool leafOrWeld) {
     const auto scene = du::DynamicCast<zrk::ShapeScene>(m_scene);
     if (!scene) return nullptr;
     for (const auto& instance : first) {

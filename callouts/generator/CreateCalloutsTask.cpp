@@ -18,7 +18,8 @@ void CreateCalloutsTask::Run() {
     {
         const auto itemList = m_callouts ? m_callouts->GetItemsList() : du::SmartPtr<zritemlist::ItemList>();
         const du::SmartPtr<zrk::Observable> items =
-            itemList ? du::SmartPtr<zrk::Observable>(itemList->GetZrkItemList()) : du::SmartPtr<zrk::Observable>();
+            itemList ? du::SmartPtr<zrk::Observable>(itemList->GetZrkItemList())
+                     : du::SmartPtr<zrk::Observable>();
         // The list's observers hear of the whole run at once.
         const zrk::Observable::UpdateGroup group(items);
         generator.AddOnSelected(m_selection, m_event);

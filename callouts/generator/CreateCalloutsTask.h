@@ -15,7 +15,8 @@ class CreateCalloutsTask : public du::Task {
 public:
     using Selection = std::vector<du::SmartPtr<zrk::illustration::SbomInstanceSelectionItem>>;
 
-    CreateCalloutsTask(du::SmartPtr<Callouts> engine, Selection selection, du::SmartPtr<zrk::AsyncEvent> event);
+    CreateCalloutsTask(du::SmartPtr<Callouts> engine, Selection selection,
+                       du::SmartPtr<zrk::AsyncEvent> event);
     ~CreateCalloutsTask() override;
 
     const char* GetName() const override { return "zrcallouts::CreateCalloutsTask"; }

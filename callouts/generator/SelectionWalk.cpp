@@ -48,7 +48,8 @@ bool SelectionWalk::UseParent(const SbomPtr& instance) const {
     return parent && m_items->GetItemIdForInstance(parent, id) && m_items->GetItemized(id);
 }
 
-// On an explicit stack, for structures may be deep; an assembly comes up a second time when all below it is done.
+// On an explicit stack, for structures may be deep; an assembly comes up a second time when all below it is
+// done.
 void SelectionWalk::Walk(const SbomPtr& instance, const Receiver& receive) const {
     struct Visit {
         SbomPtr instance;

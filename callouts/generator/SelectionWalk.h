@@ -1,5 +1,5 @@
-// Walks over selected parts the way callouts are made for them: welds stand for their members, parents for parts that are not
-// listed themselves, assemblies for the listed parts below.
+// Walks over selected parts the way callouts are made for them: welds stand for their members, parents for
+// parts that are not listed themselves, assemblies for the listed parts below.
 
 #pragma once
 
@@ -20,7 +20,8 @@ public:
     using SbomPtr = du::SmartPtr<zrk::illustration::SbomInstance>;
     using SelectionItemPtr = du::SmartPtr<zrk::illustration::SbomInstanceSelectionItem>;
     using InstanceSet = zrk::illustration::SbomInstance::InstanceSet;
-    /// Called with an instance and the engineering instances gathered for it; none for an assembly that is no weld.
+    /// Called with an instance and the engineering instances gathered for it; none for an assembly that is no
+    /// weld.
     using Receiver = std::function<void(const SbomPtr&, const InstanceSet&)>;
 
     /// `items` may be null: nothing is listed then.
@@ -33,7 +34,8 @@ public:
     /// Hands over the instance and, before it, the listed parts below an assembly. O(instances visited).
     void Walk(const SbomPtr& instance, const Receiver& receive) const;
 
-    /// The instances whose items count for `instance`: itself, and those of what was gathered; no members of welds.
+    /// The instances whose items count for `instance`: itself, and those of what was gathered; no members of
+    /// welds.
     static std::set<SbomPtr> Candidates(const SbomPtr& instance, const InstanceSet& gathered);
 
 private:

@@ -23,8 +23,8 @@ public:
 private:
     du::SmartPtr<zrannotations::Callout> LockCallout() const;
 
-    // Guards m_callout. The callout's destructor calls OnDestroy, which waits here until a reference that is just
-    // being taken is safe.
+    // Guards m_callout. The callout's destructor calls OnDestroy, which waits here until a reference that is
+    // just being taken is safe.
     mutable std::mutex m_mutex;
     zrannotations::Callout* m_callout;
     EngineLink m_owner;

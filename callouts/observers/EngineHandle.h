@@ -1,5 +1,5 @@
-// The one way from the engine's observers back to their engine. The host keeps observers longer than the engine lives
-// and notifies them on any thread; a bare pointer would then reach a dead engine.
+// The one way from the engine's observers back to their engine. The host keeps observers longer than the
+// engine lives and notifies them on any thread; a bare pointer would then reach a dead engine.
 
 #pragma once
 

@@ -38,7 +38,8 @@ private:
     std::vector<du::SmartPtr<zrannotations::Callout>> GetCallouts() const;
     du::SmartPtr<zrk::ShapeView> GetMainView() const;
 
-    mutable std::mutex m_mutex;  // guards m_inset, which the engine drops while a notification may be in flight
+    mutable std::mutex
+        m_mutex;  // guards m_inset, which the engine drops while a notification may be in flight
     du::SmartPtr<zrannotations::Inset> m_inset;
     EngineLink m_owner;
 };

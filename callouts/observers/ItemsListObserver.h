@@ -18,9 +18,9 @@ public:
     /// A new item has no callouts yet.
     void OnItemAdded(unsigned int) override {}
     void OnItemRemoved(unsigned int itemId) override;
-    void OnItemContentChanged(unsigned int itemId,
-                              const std::set<du::SmartPtr<zrk::illustration::SbomInstance>>& added,
-                              const std::set<du::SmartPtr<zrk::illustration::SbomInstance>>& removed) override;
+    void OnItemContentChanged(
+        unsigned int itemId, const std::set<du::SmartPtr<zrk::illustration::SbomInstance>>& added,
+        const std::set<du::SmartPtr<zrk::illustration::SbomInstance>>& removed) override;
 
     EngineLink m_owner;
 };

@@ -34,7 +34,8 @@ public:
     EngineLink m_owner;
 
 private:
-    mutable std::mutex m_mutex;  // guards m_tree: the tree may go on one thread while the engine detaches on another
+    mutable std::mutex
+        m_mutex;  // guards m_tree: the tree may go on one thread while the engine detaches on another
     du::SmartPtr<zrk::Tree> m_tree;
     std::atomic<bool> m_changed{false};
 };

@@ -7,8 +7,8 @@
 namespace zrcallouts {
 namespace {
 
-// One for all engines: held while a language change is forwarded and while an observer is detached, so that no
-// engine is entered through an observer that is going. Always taken before an engine's lock.
+// One for all engines: held while a language change is forwarded and while an observer is detached, so that
+// no engine is entered through an observer that is going. Always taken before an engine's lock.
 constinit dp::SpinLock ownerLock;
 
 class OwnerGuard {
@@ -24,7 +24,8 @@ public:
 WorldObserver::~WorldObserver() = default;
 
 void WorldObserver::OnLanguageChanged() {
-    // Released after the spin lock: it may be the last reference, and freeing an engine detaches its observer.
+    // Released after the spin lock: it may be the last reference, and freeing an engine detaches its
+    // observer.
     du::SmartPtr<Callouts> engine;
     const OwnerGuard guard;
     engine = m_owner.Lock();

@@ -19,8 +19,8 @@ public:
     void OnPreferencesChanged() override {}
     void OnLanguageChanged() override;
 
-    /// Forgets the engine; a language change that is being forwarded is waited for. Requires: the caller holds no
-    /// engine lock, for the forward needs one.
+    /// Forgets the engine; a language change that is being forwarded is waited for. Requires: the caller
+    /// holds no engine lock, for the forward needs one.
     void Detach();
     bool IsDetached() const { return m_owner.IsDetached(); }
 
