@@ -23,9 +23,9 @@ Axes AxesOf(const DVec3& direction, const DVec3& up) {
 /// World coordinates relative to `origin`, along the axes.
 DMat44 ToEye(const DPoint3D& origin, const Axes& axes) {
     const DVec3 o(origin.x, origin.y, origin.z);
-    return DMat44({axes.right.x, axes.down.x, axes.forward.x, 0,            //
-                   axes.right.y, axes.down.y, axes.forward.y, 0,            //
-                   axes.right.z, axes.down.z, axes.forward.z, 0,            //
+    return DMat44({axes.right.x, axes.down.x, axes.forward.x, 0,  //
+                   axes.right.y, axes.down.y, axes.forward.y, 0,  //
+                   axes.right.z, axes.down.z, axes.forward.z, 0,  //
                    -o.Dot(axes.right), -o.Dot(axes.down), -o.Dot(axes.forward), 1});
 }
 
@@ -57,18 +57,19 @@ DPoint3D Centre(const FBox& box) {
 Camera3D::Camera3D(const DMat44& worldToPixel, int width, int height)
     : m_worldToPixel(worldToPixel), m_pixelToWorld(worldToPixel.Invert()), m_width(width), m_height(height) {}
 
-Camera3D Camera3D::Orthographic(const DPoint3D& target, const DVec3& direction, const DVec3& up, double pixelsPerUnit,
-                                int width, int height, double depthRange) {
-    const DMat44 toPixel({pixelsPerUnit, 0, 0, 0, 0, pixelsPerUnit, 0, 0, 0, 0, 0.5 / depthRange, 0, 0.5 * width,
-                          0.5 * height, 0.5, 1});
+Camera3D Camera3D::Orthographic(const DPoint3D& target, const DVec3& direction, const DVec3& up,
+                                double pixelsPerUnit, int width, int height, double depthRange) {
+    const DMat44 toPixel({pixelsPerUnit, 0, 0, 0, 0, pixelsPerUnit, 0, 0, 0, 0, 0.5 / depthRange, 0,
+                          0.5 * width, 0.5 * height, 0.5, 1});
     return {ToEye(target, AxesOf(direction, up)) * toPixel, width, height};
 }
 
-Camera3D Camera3D::FitOrthographic(const FBox& world, const DVec3& direction, const DVec3& up, int width, int height,
-                                   int margin) {
+Camera3D Camera3D::FitOrthographic(const FBox& world, const DVec3& direction, const DVec3& up, int width,
+                                   int height, int margin) {
     const Extent half = HalfExtent(world, AxesOf(direction, up));
     const double radius = std::hypot(half.right, half.down, half.forward);
-    if (world.IsEmpty() || radius <= 0.0) return Orthographic(DPoint3D(), direction, up, 1.0, width, height, 1.0);
+    if (world.IsEmpty() || radius <= 0.0)
+        return Orthographic(DPoint3D(), direction, up, 1.0, width, height, 1.0);
     const double freeWidth = std::max(0.5 * width - margin, 1.0);
     const double freeHeight = std::max(0.5 * height - margin, 1.0);
     // A flat model seen edge-on has no extent one way; its size the other way decides then.
@@ -77,12 +78,13 @@ Camera3D Camera3D::FitOrthographic(const FBox& world, const DVec3& direction, co
     return Orthographic(Centre(world), direction, up, scale, width, height, 2.0 * radius);
 }
 
-Camera3D Camera3D::Perspective(const DPoint3D& eye, const DPoint3D& target, const DVec3& up, double fieldOfView,
-                               double nearDistance, double farDistance, int width, int height) {
+Camera3D Camera3D::Perspective(const DPoint3D& eye, const DPoint3D& target, const DVec3& up,
+                               double fieldOfView, double nearDistance, double farDistance, int width,
+                               int height) {
     const double focal = 0.5 * height / std::tan(0.5 * fieldOfView);
     const double depthScale = farDistance / (farDistance - nearDistance);
-    const DMat44 toPixel({focal, 0, 0, 0,                             //
-                          0, focal, 0, 0,                             //
+    const DMat44 toPixel({focal, 0, 0, 0,                            //
+                          0, focal, 0, 0,                            //
                           0.5 * width, 0.5 * height, depthScale, 1,  //
                           0, 0, -nearDistance * depthScale, 0});
     return {ToEye(eye, AxesOf(target - eye, up)) * toPixel, width, height};

@@ -1,7 +1,7 @@
 // How a view looks at the world: a matrix to pixels and the size of its viewport.
 //
-// Pixel space has its origin at the viewport's top left, x to the right, y downwards, and z from 0 (nearest) to 1. Whole
-// coordinates are sample points: the ray of the pixel (3, 4) goes exactly through (3.0, 4.0).
+// Pixel space has its origin at the viewport's top left, x to the right, y downwards, and z from 0 (nearest)
+// to 1. Whole coordinates are sample points: the ray of the pixel (3, 4) goes exactly through (3.0, 4.0).
 
 #pragma once
 
@@ -18,16 +18,18 @@ public:
     /// No viewport and the identity as matrix.
     Camera3D() = default;
 
-    /// A parallel projection along `direction` whose viewport has `target` in its middle. Depth covers `depthRange` world
-    /// units before and behind the target. Requires: `direction` and `up` not parallel.
+    /// A parallel projection along `direction` whose viewport has `target` in its middle. Depth covers
+    /// `depthRange` world units before and behind the target. Requires: `direction` and `up` not parallel.
     static Camera3D Orthographic(const DPoint3D& target, const DVec3& direction, const DVec3& up,
                                  double pixelsPerUnit, int width, int height, double depthRange);
-    /// A parallel projection that shows the whole box as large as the viewport less `margin` pixels on each side allows.
-    static Camera3D FitOrthographic(const FBox& world, const DVec3& direction, const DVec3& up, int width, int height,
-                                    int margin);
+    /// A parallel projection that shows the whole box as large as the viewport less `margin` pixels on each
+    /// side allows.
+    static Camera3D FitOrthographic(const FBox& world, const DVec3& direction, const DVec3& up, int width,
+                                    int height, int margin);
     /// A central projection. Requires: 0 < nearDistance < farDistance.
-    static Camera3D Perspective(const DPoint3D& eye, const DPoint3D& target, const DVec3& up, double fieldOfView,
-                                double nearDistance, double farDistance, int width, int height);
+    static Camera3D Perspective(const DPoint3D& eye, const DPoint3D& target, const DVec3& up,
+                                double fieldOfView, double nearDistance, double farDistance, int width,
+                                int height);
 
     const DMat44& GetWorldToPixel() const { return m_worldToPixel; }
     const DMat44& GetPixelToWorld() const { return m_pixelToWorld; }
@@ -35,8 +37,8 @@ public:
     int GetViewportHeight() const { return m_height; }
     void SetViewport(int width, int height);
 
-    /// The same view magnified: what lies at the pixel `from` appears at the pixel `to`, and everything around it `factor`
-    /// times as large. Depth stays.
+    /// The same view magnified: what lies at the pixel `from` appears at the pixel `to`, and everything
+    /// around it `factor` times as large. Depth stays.
     Camera3D Magnified(const DPoint3D& from, const DPoint3D& to, double factor) const;
 
     /// From the nearest plane through the pixel coordinate, away from the eye.

@@ -16,7 +16,9 @@ public:
     /// Row by row.
     constexpr explicit DMat44(const std::array<double, 16>& values) : m_values(values) {}
 
-    constexpr double operator()(std::size_t row, std::size_t column) const { return m_values[row * 4 + column]; }
+    constexpr double operator()(std::size_t row, std::size_t column) const {
+        return m_values[row * 4 + column];
+    }
     constexpr double& operator()(std::size_t row, std::size_t column) { return m_values[row * 4 + column]; }
 
     /// The inverse; the identity when there is none.

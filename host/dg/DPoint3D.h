@@ -27,8 +27,12 @@ struct DPoint3D {
 
     friend DPoint3D operator*(DPoint3D point, const DMat44& matrix) { return point *= matrix; }
     friend DPoint3D operator*(DPoint3D point, const Location& location) { return point *= location; }
-    friend constexpr DPoint3D operator+(const DPoint3D& p, const DVec3& v) { return {p.x + v.x, p.y + v.y, p.z + v.z}; }
-    friend constexpr DVec3 operator-(const DPoint3D& a, const DPoint3D& b) { return {a.x - b.x, a.y - b.y, a.z - b.z}; }
+    friend constexpr DPoint3D operator+(const DPoint3D& p, const DVec3& v) {
+        return {p.x + v.x, p.y + v.y, p.z + v.z};
+    }
+    friend constexpr DVec3 operator-(const DPoint3D& a, const DPoint3D& b) {
+        return {a.x - b.x, a.y - b.y, a.z - b.z};
+    }
     friend constexpr bool operator==(const DPoint3D&, const DPoint3D&) = default;
 };
 

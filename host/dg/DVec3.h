@@ -25,8 +25,12 @@ struct DVec3 {
         return length > 0.0 ? DVec3(x / length, y / length, z / length) : *this;
     }
 
-    friend constexpr DVec3 operator+(const DVec3& a, const DVec3& b) { return {a.x + b.x, a.y + b.y, a.z + b.z}; }
-    friend constexpr DVec3 operator-(const DVec3& a, const DVec3& b) { return {a.x - b.x, a.y - b.y, a.z - b.z}; }
+    friend constexpr DVec3 operator+(const DVec3& a, const DVec3& b) {
+        return {a.x + b.x, a.y + b.y, a.z + b.z};
+    }
+    friend constexpr DVec3 operator-(const DVec3& a, const DVec3& b) {
+        return {a.x - b.x, a.y - b.y, a.z - b.z};
+    }
     friend constexpr DVec3 operator*(const DVec3& v, double s) { return {v.x * s, v.y * s, v.z * s}; }
     friend constexpr bool operator==(const DVec3&, const DVec3&) = default;
 };

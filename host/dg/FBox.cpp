@@ -10,7 +10,8 @@ FBox MoveCorners(const FBox& box, MovePoint movePoint) {
     FBox moved;
     if (box.IsEmpty()) return moved;
     for (unsigned corner = 0; corner < 8; ++corner) {
-        moved.Enclose(movePoint((corner & 1U) != 0 ? box.max.x : box.min.x, (corner & 2U) != 0 ? box.max.y : box.min.y,
+        moved.Enclose(movePoint((corner & 1U) != 0 ? box.max.x : box.min.x,
+                                (corner & 2U) != 0 ? box.max.y : box.min.y,
                                 (corner & 4U) != 0 ? box.max.z : box.min.z));
     }
     return moved;
@@ -32,7 +33,8 @@ void FBox::Enclose(const FBox& box) {
 FBox FBox::operator*(const Location& location) const {
     const DMat44 xform = location.GetXform();
     return MoveCorners(*this, [&xform](float x, float y, float z) {
-        const DPoint3D p = DPoint3D(static_cast<double>(x), static_cast<double>(y), static_cast<double>(z)) * xform;
+        const DPoint3D p =
+            DPoint3D(static_cast<double>(x), static_cast<double>(y), static_cast<double>(z)) * xform;
         return FPoint3D(static_cast<float>(p.x), static_cast<float>(p.y), static_cast<float>(p.z));
     });
 }

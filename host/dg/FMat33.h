@@ -21,7 +21,9 @@ public:
         return FMat33({scale.x, 0, 0, 0, scale.y, 0, 0, 0, scale.z});
     }
 
-    constexpr float operator()(std::size_t row, std::size_t column) const { return m_values[row * 3 + column]; }
+    constexpr float operator()(std::size_t row, std::size_t column) const {
+        return m_values[row * 3 + column];
+    }
 
     friend constexpr bool operator==(const FMat33&, const FMat33&) = default;
 

@@ -14,7 +14,8 @@ public:
     static const Location IDENTITY;
 
     constexpr Location() = default;
-    constexpr Location(const FMat33& matrix, const DPoint3D& position) : m_matrix(matrix), m_position(position) {}
+    constexpr Location(const FMat33& matrix, const DPoint3D& position)
+        : m_matrix(matrix), m_position(position) {}
     /// The affine part of a matrix.
     explicit Location(const DMat44& matrix);
 

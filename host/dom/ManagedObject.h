@@ -39,9 +39,9 @@ public:
 private:
     class Keeper;
 
-    mutable std::mutex m_mutex;  // guards m_keeper and m_manager
-    std::shared_ptr<Keeper> m_keeper;   // of what this object manages
-    std::weak_ptr<Keeper> m_manager;    // of the object that manages this one
+    mutable std::mutex m_mutex;        // guards m_keeper and m_manager
+    std::shared_ptr<Keeper> m_keeper;  // of what this object manages
+    std::weak_ptr<Keeper> m_manager;   // of the object that manages this one
     std::atomic<int> m_registrations{0};
 };
 

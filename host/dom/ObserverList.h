@@ -1,5 +1,5 @@
-// The observers of one object. Notifications go over a counted copy with no lock held, so an observer may register and
-// unregister anybody, itself included, or let the observed object go.
+// The observers of one object. Notifications go over a counted copy with no lock held, so an observer may
+// register and unregister anybody, itself included, or let the observed object go.
 
 #pragma once
 

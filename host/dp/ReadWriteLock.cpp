@@ -19,9 +19,8 @@ void ReadWriteLock::ReadLock() {
     }
     if (m_owner != me) {
         ++m_waiters;
-        m_changed.wait(hold, [this] {
-            return m_owner == kNobody && m_waitingUpgraders == 0 && m_waitingWriters == 0;
-        });
+        m_changed.wait(
+            hold, [this] { return m_owner == kNobody && m_waitingUpgraders == 0 && m_waitingWriters == 0; });
         --m_waiters;
         ++m_activeReaders;
     }
@@ -69,9 +68,8 @@ void ReadWriteLock::WaitAsUpgrader(std::unique_lock<std::mutex>& hold) {
 void ReadWriteLock::WaitAsWriter(std::unique_lock<std::mutex>& hold) {
     ++m_waitingWriters;
     ++m_waiters;
-    m_changed.wait(hold, [this] {
-        return m_owner == kNobody && m_activeReaders == 0 && m_waitingUpgraders == 0;
-    });
+    m_changed.wait(hold,
+                   [this] { return m_owner == kNobody && m_activeReaders == 0 && m_waitingUpgraders == 0; });
     --m_waiters;
     --m_waitingWriters;
 }

@@ -1,9 +1,9 @@
-// A reader-writer lock that a thread may take again while it holds it, in any mix: read under read, write under write, read
-// under write, and write under read (an upgrade), by several threads at once.
+// A reader-writer lock that a thread may take again while it holds it, in any mix: read under read, write
+// under write, read under write, and write under read (an upgrade), by several threads at once.
 //
-// An upgrading reader steps back ("suspends") until the other active readers are done or have suspended too, so any
-// number of upgraders finish one after the other. The price: another upgrader may have written in between. Code that
-// upgrades must therefore not rely on what it read before; walks go over copies.
+// An upgrading reader steps back ("suspends") until the other active readers are done or have suspended too,
+// so any number of upgraders finish one after the other. The price: another upgrader may have written in
+// between. Code that upgrades must therefore not rely on what it read before; walks go over copies.
 
 #pragma once
 
@@ -15,8 +15,8 @@
 
 namespace dp {
 
-/// Fresh readers queue behind waiting writers; a thread that holds the lock already never waits for them. Upgraders go
-/// before fresh writers. Unlocking what one does not hold ends the process.
+/// Fresh readers queue behind waiting writers; a thread that holds the lock already never waits for them.
+/// Upgraders go before fresh writers. Unlocking what one does not hold ends the process.
 class ReadWriteLock {
 public:
     ReadWriteLock() = default;

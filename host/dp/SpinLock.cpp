@@ -15,7 +15,8 @@ thread_local char threadTag;
 void SpinLock::Lock() {
     const void* const me = &threadTag;
     while (m_isHeld.exchange(true, std::memory_order_acquire)) {
-        DU_ASSERT(m_holder.load(std::memory_order_relaxed) != me, "A thread waits for a spin lock that it holds.");
+        DU_ASSERT(m_holder.load(std::memory_order_relaxed) != me,
+                  "A thread waits for a spin lock that it holds.");
         std::this_thread::yield();
     }
     m_holder.store(me, std::memory_order_relaxed);

@@ -18,7 +18,8 @@ public:
 
 private:
     std::atomic<bool> m_isHeld{false};
-    std::atomic<const void*> m_holder{nullptr};  // a tag of the thread; tells a self-deadlock from waiting for another thread
+    std::atomic<const void*> m_holder{
+        nullptr};  // a tag of the thread; tells a self-deadlock from waiting for another thread
 };
 
 }  // namespace dp

@@ -19,8 +19,8 @@ public:
     /// Sends one line, formatted as by printf. Lower levels matter more.
     void operator()(int level, const char* format, ...) const __attribute__((format(printf, 3, 4)));
 
-    /// Who hears the lines of all tracers; an empty sink, nobody. The sink is called on the tracing thread, with no lock
-    /// held.
+    /// Who hears the lines of all tracers; an empty sink, nobody. The sink is called on the tracing thread,
+    /// with no lock held.
     static void SetSink(Sink sink);
 
 private:

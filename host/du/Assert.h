@@ -5,7 +5,8 @@
 namespace du {
 
 /// Prints the condition, the sentence and the place, then aborts.
-[[noreturn]] void FailAssertion(const char* condition, const char* sentence, const char* file, int line) noexcept;
+[[noreturn]] void FailAssertion(const char* condition, const char* sentence, const char* file,
+                                int line) noexcept;
 
 }  // namespace du
 

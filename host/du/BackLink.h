@@ -1,4 +1,5 @@
-// A way back to an owner that may go first: what is owned must neither keep its owner alive nor reach a dead one.
+// A way back to an owner that may go first: what is owned must neither keep its owner alive nor reach a dead
+// one.
 
 #pragma once
 

@@ -7,13 +7,14 @@
 
 namespace du {
 
-/// Looks up the messages of one module ("zrbase:zrmodulesStrings"). Catalogues are loaded when first asked for. Any thread.
+/// Looks up the messages of one module ("zrbase:zrmodulesStrings"). Catalogues are loaded when first asked
+/// for. Any thread.
 class Localizer {
 public:
     explicit Localizer(const std::string& module);
 
-    /// The message in the current language, else in English. When there is none, actionOnFailure 0 gives "". Never
-    /// throws.
+    /// The message in the current language, else in English. When there is none, actionOnFailure 0 gives "".
+    /// Never throws.
     std::string LocalizeMessage(const std::string& id, int actionOnFailure = 0) const;
 
     /// "en", "de", "fr", "es", "ja"; an unknown language shows English.

@@ -6,7 +6,8 @@
 
 namespace du {
 
-/// Counts start at 0: an object belongs to nobody until the first SmartPtr takes it. Mostly a virtual base. Any thread.
+/// Counts start at 0: an object belongs to nobody until the first SmartPtr takes it. Mostly a virtual base.
+/// Any thread.
 class RefCounted {
 public:
     RefCounted() = default;
@@ -17,7 +18,8 @@ public:
 
     /// `owner` tags the holder (the address of its slot) and is not dereferenced.
     void AddReference(const void* owner) const;
-    /// Like AddReference, but fails for an object whose count is 0: one that nobody holds or that is being freed.
+    /// Like AddReference, but fails for an object whose count is 0: one that nobody holds or that is being
+    /// freed.
     bool TryAddReference(const void* owner) const;
     /// True when this was the last reference; the caller then asks ZeroReferenceCountHook.
     bool RemoveReference(const void* owner) const;

@@ -18,8 +18,7 @@ public:
     SmartPtr(const SmartPtr& other) : m_object(other.m_object) { Take(); }
     SmartPtr(SmartPtr&& other) noexcept : m_object(std::exchange(other.m_object, nullptr)) {}
     template <class U>
-        requires std::is_convertible_v<U*, T*>
-    SmartPtr(const SmartPtr<U>& other) : m_object(other.get()) {
+    requires std::is_convertible_v<U*, T*> SmartPtr(const SmartPtr<U>& other) : m_object(other.get()) {
         Take();
     }
     ~SmartPtr() { Release(m_object); }

@@ -9,8 +9,8 @@
 
 namespace du {
 
-/// One table for the whole process, never destroyed. Making a symbol from text costs one hash look-up under a lock: keep
-/// it out of inner loops. Any thread.
+/// One table for the whole process, never destroyed. Making a symbol from text costs one hash look-up under a
+/// lock: keep it out of inner loops. Any thread.
 class Symbol {
 public:
     /// The empty text.
@@ -27,7 +27,9 @@ public:
 
     friend bool operator==(const Symbol& a, const Symbol& b) { return a.m_text == b.m_text; }
     /// By text, bytewise.
-    friend bool operator<(const Symbol& a, const Symbol& b) { return a.m_text != b.m_text && a.Text() < b.Text(); }
+    friend bool operator<(const Symbol& a, const Symbol& b) {
+        return a.m_text != b.m_text && a.Text() < b.Text();
+    }
 
 private:
     friend struct std::hash<Symbol>;

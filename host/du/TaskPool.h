@@ -26,9 +26,11 @@ public:
     TaskPool& operator=(const TaskPool&) = delete;
     ~TaskPool();
 
-    /// Queues the task and returns at once; false after Shutdown. The pool drops its reference when the task is done.
+    /// Queues the task and returns at once; false after Shutdown. The pool drops its reference when the task
+    /// is done.
     bool InsertTask(const SmartPtr<Task>& task);
-    /// Waits until nothing is queued or running, then throws the first exception that a task left behind, if any.
+    /// Waits until nothing is queued or running, then throws the first exception that a task left behind, if
+    /// any.
     void WaitIdle();
     /// Aborts what is queued, waits for what runs. Requires: not called from a task.
     void Shutdown();

@@ -19,13 +19,16 @@ dg::DPoint3D Vertex(const zrg::Shape& shape, std::uint32_t index) {
             static_cast<double>(positions[at + 2])};
 }
 
-/// Twice the area that the triangle takes on the screen; y points down, so a triangle that faces the eye is negative.
+/// Twice the area that the triangle takes on the screen; y points down, so a triangle that faces the eye is
+/// negative.
 double ScreenArea(const dg::DPoint3D& a, const dg::DPoint3D& b, const dg::DPoint3D& c) {
     return (b.x - a.x) * (c.y - a.y) - (b.y - a.y) * (c.x - a.x);
 }
 
-/// The middle of the triangle that takes the largest area on the screen, those that face the eye before others.
-dg::DPoint3D MiddleOfLargestTriangle(const zrg::Shape& shape, const dg::DMat44& localToPixel, bool isMirrored) {
+/// The middle of the triangle that takes the largest area on the screen, those that face the eye before
+/// others.
+dg::DPoint3D MiddleOfLargestTriangle(const zrg::Shape& shape, const dg::DMat44& localToPixel,
+                                     bool isMirrored) {
     const auto indices = shape.GetIndices();
     dg::DPoint3D best = Vertex(shape, indices[0]);
     double bestScore = -1.0;

@@ -104,7 +104,8 @@ void Callout::ReleaseCalloutTemplate() {
     std::swap(released, m_definition);
 }
 
-void Callout::RegisterTemplateObserver(const du::SmartPtr<zrk::illustration::CalloutTemplateObserver>& observer) {
+void Callout::RegisterTemplateObserver(
+    const du::SmartPtr<zrk::illustration::CalloutTemplateObserver>& observer) {
     UnregisterTemplateObserver();
     const auto definition = GetDefinition();
     {
@@ -201,7 +202,8 @@ bool Callout::IsAnchorPointCalculated() const {
 }
 
 bool Callout::IsHiddenAtPos(unsigned position) const {
-    return ReadLeader(position, [](const CalloutLeader& leader) { return leader.m_isHidden || leader.m_isClipped; });
+    return ReadLeader(position,
+                      [](const CalloutLeader& leader) { return leader.m_isHidden || leader.m_isClipped; });
 }
 
 bool Callout::IsHiddenAsDashedAtPos(unsigned position) const {
@@ -254,7 +256,8 @@ bool Callout::GetInstanceLocationAtPos(dg::Location& out, unsigned position) con
 
 std::vector<unsigned> Callout::GetDrawnLeaders() const {
     const auto leaders = Leaders();
-    const auto firstPart = leaders.empty() ? du::SmartPtr<zrk::ShapeInstance>() : leaders.front()->m_shapeInstance;
+    const auto firstPart =
+        leaders.empty() ? du::SmartPtr<zrk::ShapeInstance>() : leaders.front()->m_shapeInstance;
     const auto map = firstPart ? VisibilityOf(*firstPart) : nullptr;
     std::vector<unsigned> drawn;
     bool isAnyCollapsed = false;
@@ -276,13 +279,14 @@ std::vector<unsigned> Callout::GetDrawnLeaders() const {
     return isAnyCollapsed ? std::vector<unsigned>{best} : drawn;
 }
 
-bool Callout::CalculateAnchor(const du::SmartPtr<zrk::ShapeInstance>& shapeInstance, dg::DPoint3D& out) const {
+bool Callout::CalculateAnchor(const du::SmartPtr<zrk::ShapeInstance>& shapeInstance,
+                              dg::DPoint3D& out) const {
     return shapeInstance && FindAnchor(*shapeInstance, out);
 }
 
-du::SmartPtr<CalloutLeader> Callout::CreateCalloutLeader(const dg::DPoint3D& anchor,
-                                                         const du::SmartPtr<zrk::ShapeInstance>& shapeInstance,
-                                                         const du::SmartPtr<zrk::BaseInstance>& assembly) const {
+du::SmartPtr<CalloutLeader> Callout::CreateCalloutLeader(
+    const dg::DPoint3D& anchor, const du::SmartPtr<zrk::ShapeInstance>& shapeInstance,
+    const du::SmartPtr<zrk::BaseInstance>& assembly) const {
     return du::SmartPtr<CalloutLeader>(new CalloutLeader(anchor, shapeInstance, assembly));
 }
 
@@ -290,8 +294,9 @@ void Callout::ConnectLeader(const du::SmartPtr<CalloutLeader>& leader) {
     if (!leader) return;
     {
         const std::lock_guard hold(m_mutex);
-        const auto waiting = leader->m_shapeInstance ? m_leaders.begin() + static_cast<std::ptrdiff_t>(ResolvedCount())
-                                                     : m_leaders.end();
+        const auto waiting = leader->m_shapeInstance
+                                 ? m_leaders.begin() + static_cast<std::ptrdiff_t>(ResolvedCount())
+                                 : m_leaders.end();
         m_leaders.insert(waiting, leader);
     }
     NotifyModified();

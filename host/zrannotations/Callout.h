@@ -30,9 +30,9 @@ enum CALLOUT_TYPE {
     CALLOUT_TYPE_ASSEMBLY = 2,  // on parts that stand for an assembly
 };
 
-/// Any thread: a lock of its own guards all but the localisable text (see GetLocalizableString), and is not held while others are
-/// called. Leaders are counted from 0, those whose part is loaded before those that wait for theirs; operations on a leader
-/// that is gone by then do nothing.
+/// Any thread: a lock of its own guards all but the localisable text (see GetLocalizableString), and is not
+/// held while others are called. Leaders are counted from 0, those whose part is loaded before those that
+/// wait for theirs; operations on a leader that is gone by then do nothing.
 class Callout : public Annotation {
 public:
     using SymbolMap = std::map<du::SmartPtr<zrk::Instance>, du::SmartPtr<zrk::Annotation>>;
@@ -44,10 +44,12 @@ public:
     du::Symbol GetClass() const override;
     unsigned GetCountMask() const override { return 0x4000; }
 
-    /// Makes the first leader, to `shapeInstance`, ending where the part is seen best; the label lies there too until it is
-    /// moved. `assembly` is what the part stands for, null for itself. False without a part that has geometry.
-    bool Initialize(const du::SmartPtr<TAnnotation>& definition, const du::SmartPtr<zrk::ShapeInstance>& shapeInstance,
-                    bool isKit, const du::SmartPtr<zrk::BaseInstance>& assembly);
+    /// Makes the first leader, to `shapeInstance`, ending where the part is seen best; the label lies there
+    /// too until it is moved. `assembly` is what the part stands for, null for itself. False without a part
+    /// that has geometry.
+    bool Initialize(const du::SmartPtr<TAnnotation>& definition,
+                    const du::SmartPtr<zrk::ShapeInstance>& shapeInstance, bool isKit,
+                    const du::SmartPtr<zrk::BaseInstance>& assembly);
     /// A callout with a label at `position` (world coordinates) and no leader.
     void InitializeFree(const du::SmartPtr<TAnnotation>& definition, const dg::DPoint3D& position);
     bool IsInitialized() const;
@@ -65,7 +67,8 @@ public:
     du::SmartPtr<TAnnotation> GetDefinition() const;
     void UpdateDefinition(const du::SmartPtr<TAnnotation>& definition);
     void ReleaseCalloutTemplate();
-    /// There is one observer of the template; a second one takes the place of the first, which hears of its end.
+    /// There is one observer of the template; a second one takes the place of the first, which hears of its
+    /// end.
     void RegisterTemplateObserver(const du::SmartPtr<zrk::illustration::CalloutTemplateObserver>& observer);
     void UnregisterTemplateObserver();
 
@@ -93,7 +96,8 @@ public:
     void RemoveLeaderAtPos(unsigned position);
     /// From the part's local to world coordinates.
     bool GetInstanceLocationAtPos(dg::Location& out, unsigned position) const;
-    /// The leaders to draw. Where some are collapsed it is one alone: to the part that is seen best. O(leaders).
+    /// The leaders to draw. Where some are collapsed it is one alone: to the part that is seen best.
+    /// O(leaders).
     std::vector<unsigned> GetDrawnLeaders() const;
 
     /// Where on the part a leader should end, in the part's local coordinates; false without geometry.
@@ -111,10 +115,12 @@ public:
     void SetText(const du::Symbol& text, bool localized);
     /// What the label shows.
     du::Symbol GetMarkupText() const;
-    /// Whether the callout comes from an old document and keeps the text it was saved with, whatever is generated.
+    /// Whether the callout comes from an old document and keeps the text it was saved with, whatever is
+    /// generated.
     virtual bool CheckDynamicTextForLegacyCallout(const std::string& generated) const;
     void SetLegacyText(const du::Symbol& text);
-    /// Not guarded: written before the callout is shown and under the engine's write lock, read under its lock.
+    /// Not guarded: written before the callout is shown and under the engine's write lock, read under its
+    /// lock.
     du::LocalizableString& GetLocalizableString() { return m_localizable; }
     /// Gives a callout without localisable text its own as the source.
     void SetupLocalizationIfNecessary(bool isLocalized);
@@ -135,7 +141,8 @@ public:
     void OnShapeInstanceLocation(const du::SmartPtr<zrk::ShapeInstance>& shapeInstance);
     /// Shows or hides the leaders to the part; all of them for "".
     void SetVisible(const std::string& instanceId, bool visible);
-    /// The leaders to the part (all for "") belong to what the scene shows: those hidden with their part appear.
+    /// The leaders to the part (all for "") belong to what the scene shows: those hidden with their part
+    /// appear.
     bool AttachSubsetScene(const du::SmartPtr<zrk::Scene>& scene, const std::string& instanceId);
     /// Later ones lie before earlier ones.
     void BringToFront();
@@ -143,7 +150,8 @@ public:
     /// Hides leaders that end outside the inset and shows those inside; null: nothing.
     void SetVisibleWithinInsetBounds(const du::SmartPtr<Inset>& inset);
 
-    /// 1: the label is kept in world coordinates; 0: relative to the first leader's part, which it follows without turning.
+    /// 1: the label is kept in world coordinates; 0: relative to the first leader's part, which it follows
+    /// without turning.
     int GetPlacementKind() const;
     /// In the coordinates of the placement kind.
     dg::DPoint3D GetPosition() const;
@@ -180,7 +188,8 @@ private:
 
     mutable std::mutex m_mutex;  // guards all below but m_localizable
     std::vector<LeaderPtr> m_leaders;
-    std::map<std::string, du::SmartPtr<zrk::ShapeInstance>> m_loaded;  // parts met since leaders began to wait
+    std::map<std::string, du::SmartPtr<zrk::ShapeInstance>>
+        m_loaded;  // parts met since leaders began to wait
     du::SmartPtr<TAnnotation> m_definition;
     std::string m_definitionId;
     du::SmartPtr<zrk::illustration::CalloutTemplateObserver> m_templateObserver;

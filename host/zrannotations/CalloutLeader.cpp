@@ -16,9 +16,13 @@ std::string IdOf(const du::SmartPtr<zrk::ShapeInstance>& shapeInstance) {
 
 }  // namespace
 
-CalloutLeader::CalloutLeader(const dg::DPoint3D& anchor, const du::SmartPtr<zrk::ShapeInstance>& shapeInstance,
+CalloutLeader::CalloutLeader(const dg::DPoint3D& anchor,
+                             const du::SmartPtr<zrk::ShapeInstance>& shapeInstance,
                              const du::SmartPtr<zrk::BaseInstance>& assembly)
-    : m_anchor(anchor), m_shapeInstance(shapeInstance), m_assembly(assembly), m_instanceId(IdOf(shapeInstance)) {}
+    : m_anchor(anchor),
+      m_shapeInstance(shapeInstance),
+      m_assembly(assembly),
+      m_instanceId(IdOf(shapeInstance)) {}
 
 CalloutLeader::CalloutLeader(const dg::DPoint3D& anchor, const std::string& instanceId)
     : m_anchor(anchor), m_instanceId(instanceId) {}

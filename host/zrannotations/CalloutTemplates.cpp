@@ -28,7 +28,8 @@ std::vector<du::SmartPtr<TAnnotation>> GetCalloutTemplates() {
 du::SmartPtr<TAnnotation> FindCalloutTemplate(const std::string& id) {
     const std::lock_guard hold(TheRegistry().mutex);
     const auto place = TheRegistry().places.find(id);
-    return place != TheRegistry().places.end() ? TheRegistry().inOrder[place->second] : du::SmartPtr<TAnnotation>();
+    return place != TheRegistry().places.end() ? TheRegistry().inOrder[place->second]
+                                               : du::SmartPtr<TAnnotation>();
 }
 
 void AddCalloutTemplate(const du::SmartPtr<TAnnotation>& definition) {

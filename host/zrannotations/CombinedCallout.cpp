@@ -26,8 +26,9 @@ bool CombinedCallout::GetItemId(unsigned& id) const {
 }
 
 du::SmartPtr<Callout> CombinedCallout::RemoveItemId(unsigned id) {
-    const auto place = std::find_if(m_members.begin(), m_members.end(),
-                                    [id](const auto& member) { return member && member->ReferencesItemId(id); });
+    const auto place = std::find_if(m_members.begin(), m_members.end(), [id](const auto& member) {
+        return member && member->ReferencesItemId(id);
+    });
     if (place == m_members.end()) return nullptr;
     const du::SmartPtr<Callout> removed = *place;
     m_members.erase(place);

@@ -9,8 +9,9 @@
 
 namespace zrannotations {
 
-/// The first member stands for the combined callout itself and lends it its leaders. The list of members is not guarded: the
-/// engine reads and changes it under its write lock, while the callout enters or leaves the scene.
+/// The first member stands for the combined callout itself and lends it its leaders. The list of members is
+/// not guarded: the engine reads and changes it under its write lock, while the callout enters or leaves the
+/// scene.
 class CombinedCallout : public Callout {
 public:
     explicit CombinedCallout(std::vector<du::SmartPtr<Callout>> members);

@@ -82,7 +82,8 @@ void Inset::Displace(const dg::DVec3& displacement, bool temporary) {
         const std::lock_guard hold(m_mutex);
         m_glass.centre = m_glass.centre + displacement;
     }
-    m_observers.NotifyAll([&](InsetObserver& observer) { observer.OnInsetDisplaced(displacement, temporary); });
+    m_observers.NotifyAll(
+        [&](InsetObserver& observer) { observer.OnInsetDisplaced(displacement, temporary); });
 }
 
 void Inset::SetRadius(double radius) {
@@ -100,7 +101,8 @@ void Inset::SetFactor(float factor, bool temporary) {
         former = m_glass.factor;
         m_glass.factor = factor;
     }
-    m_observers.NotifyAll([&](InsetObserver& observer) { observer.OnMagnifierChanged(former, factor, temporary); });
+    m_observers.NotifyAll(
+        [&](InsetObserver& observer) { observer.OnMagnifierChanged(former, factor, temporary); });
 }
 
 }  // namespace zrannotations

@@ -18,8 +18,8 @@ namespace zrannotations {
 
 class Callout;
 
-/// A round glass: it shows what lies around `source` of the main view, `factor` times as large, in a disc of `radius` pixels
-/// around `centre`. All in pixels of the main view. Any thread.
+/// A round glass: it shows what lies around `source` of the main view, `factor` times as large, in a disc of
+/// `radius` pixels around `centre`. All in pixels of the main view. Any thread.
 class Inset : public Annotation {
 public:
     struct Glass {
@@ -45,7 +45,8 @@ public:
     virtual du::SmartPtr<du::RefCounted> AttachCallout(const du::SmartPtr<Callout>& callout);
     bool IsAttached(const Callout& callout) const;
 
-    /// The view through the glass; null without a main view. Its camera follows the main view's when asked for.
+    /// The view through the glass; null without a main view. Its camera follows the main view's when asked
+    /// for.
     du::SmartPtr<zrk::ShapeView> GetInsetView();
     /// False, and `out` untouched, without a main view.
     bool GetMagnifierCamera(dg::Camera3D& out) const;

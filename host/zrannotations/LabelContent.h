@@ -18,7 +18,10 @@ public:
         : m_textOrGroup(std::move(text)), m_textProperties(textProperties) {}
     /// The value of a property.
     LabelContent(std::string group, std::string name, const TextProperties& textProperties)
-        : m_kind(1), m_textOrGroup(std::move(group)), m_propertyName(std::move(name)), m_textProperties(textProperties) {}
+        : m_kind(1),
+          m_textOrGroup(std::move(group)),
+          m_propertyName(std::move(name)),
+          m_textProperties(textProperties) {}
     /// An aspect of a property ("Value", "Name" ...) of the part, of its "Parent" or of its "Root".
     LabelContent(std::string group, std::string name, std::string shownPart, std::string scope,
                  const TextProperties& textProperties)

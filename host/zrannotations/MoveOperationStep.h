@@ -11,8 +11,9 @@ namespace zrannotations {
 
 class MoveOperationStep : public zrk::OperationStep {
 public:
-    /// The places are in the coordinates in which the annotation keeps its label. `index` names the label of annotations that
-    /// have several, 0 for callouts; `isLabel` tells that the label moved, not the annotation's part.
+    /// The places are in the coordinates in which the annotation keeps its label. `index` names the label of
+    /// annotations that have several, 0 for callouts; `isLabel` tells that the label moved, not the
+    /// annotation's part.
     MoveOperationStep(const du::SmartPtr<Annotation>& annotation, unsigned index, const dg::Location& from,
                       const dg::Location& to, bool isLabel);
     ~MoveOperationStep() override;

@@ -26,7 +26,8 @@ template <class Test>
 bool AnyContent(const TAnnotation& definition, Test test) {
     TAnnotation::Contents contents;
     definition.GetTextContent(contents);
-    return std::any_of(contents.begin(), contents.end(), [test](const auto& content) { return test(*content); });
+    return std::any_of(contents.begin(), contents.end(),
+                       [test](const auto& content) { return test(*content); });
 }
 
 }  // namespace
@@ -54,14 +55,16 @@ void TAnnotation::SetTextContent(Contents contents) {
         const std::lock_guard hold(m_mutex);
         m_contents.swap(contents);
     }
-    m_observers.NotifyAll([](zrk::illustration::CalloutTemplateObserver& observer) { observer.OnTemplateModified(); });
+    m_observers.NotifyAll(
+        [](zrk::illustration::CalloutTemplateObserver& observer) { observer.OnTemplateModified(); });
 }
 
 void TAnnotation::RegisterObserver(const du::SmartPtr<zrk::illustration::CalloutTemplateObserver>& observer) {
     m_observers.Register(observer);
 }
 
-void TAnnotation::UnregisterObserver(const du::SmartPtr<zrk::illustration::CalloutTemplateObserver>& observer) {
+void TAnnotation::UnregisterObserver(
+    const du::SmartPtr<zrk::illustration::CalloutTemplateObserver>& observer) {
     m_observers.Unregister(observer);
 }
 

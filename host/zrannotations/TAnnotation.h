@@ -21,7 +21,8 @@ public:
     using Contents = std::vector<du::SmartPtr<LabelContent>>;
 
     /// `item` is the template's entry in its collection; null for one in no collection.
-    TAnnotation(std::string id, Contents contents, const du::SmartPtr<zrk::illustration::CollectionItem>& item);
+    TAnnotation(std::string id, Contents contents,
+                const du::SmartPtr<zrk::illustration::CollectionItem>& item);
     ~TAnnotation() override;
 
     du::Symbol GetClass() const override;

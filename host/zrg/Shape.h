@@ -14,7 +14,8 @@ namespace zrg {
 /// Never changes once made, so any thread may read it.
 class Shape : public virtual du::RefCounted {
 public:
-    /// `positions` holds x, y, z of each vertex, `indices` three of them a triangle. Requires: every index names a vertex.
+    /// `positions` holds x, y, z of each vertex, `indices` three of them a triangle. Requires: every index
+    /// names a vertex.
     Shape(std::vector<float> positions, std::vector<std::uint32_t> indices);
     ~Shape() override;
 

@@ -27,8 +27,8 @@ public:
 
     const du::SmartPtr<zrk::illustration::ItemsList>& GetZrkItemList() const { return m_items; }
 
-    /// The item that holds the instance already, or a new one. An empty label gives the next number; `manual` marks what was
-    /// entered by hand.
+    /// The item that holds the instance already, or a new one. An empty label gives the next number; `manual`
+    /// marks what was entered by hand.
     unsigned AddInstance(const SbomPtr& instance, const du::SmartPtr<zrk::Operation>& operation, bool manual,
                          const std::string& label);
     bool GetItemLabel(unsigned id, std::string& label, bool& isCustom) const;
@@ -37,8 +37,8 @@ public:
     /// An empty operation is made first.
     void DeleteItem(unsigned id, du::SmartPtr<zrk::Operation>& operation);
 
-    /// One item for all instances of a part. With hierarchical numbering sub-assemblies get items too, and parts are told
-    /// apart by the item they are below. Items that are there already stay. O(instances).
+    /// One item for all instances of a part. With hierarchical numbering sub-assemblies get items too, and
+    /// parts are told apart by the item they are below. Items that are there already stay. O(instances).
     void GenerateFromStructure(const SbomPtr& root, const du::SmartPtr<zrk::Operation>& operation);
 
 private:

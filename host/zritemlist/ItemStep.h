@@ -12,8 +12,8 @@ class ItemStep : public zrk::OperationStep {
 public:
     enum class Change { kAdded, kDeleted };
 
-    ItemStep(du::SmartPtr<zrk::illustration::ItemsList> items, unsigned id, zrk::illustration::ItemsList::Item item,
-             Change change);
+    ItemStep(du::SmartPtr<zrk::illustration::ItemsList> items, unsigned id,
+             zrk::illustration::ItemsList::Item item, Change change);
     ~ItemStep() override;
 
     const char* GetDebugClassName() const override { return "zritemlist::ItemStep"; }

@@ -12,7 +12,8 @@ struct Visit {
 
 void PushChildren(std::vector<Visit>& pending, const StructureItems::SbomPtr& instance, std::size_t above) {
     const auto& children = instance->GetChildren();
-    for (auto child = children.rbegin(); child != children.rend(); ++child) pending.push_back({*child, above});
+    for (auto child = children.rbegin(); child != children.rend(); ++child)
+        pending.push_back({*child, above});
 }
 
 }  // namespace

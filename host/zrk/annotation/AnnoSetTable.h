@@ -15,8 +15,12 @@ public:
     AnnoSetTable();
     ~AnnoSetTable() override;
 
-    void RegisterObserver(const du::SmartPtr<AnnoSetTableObserver>& observer) { m_observers.Register(observer); }
-    void UnregisterObserver(const du::SmartPtr<AnnoSetTableObserver>& observer) { m_observers.Unregister(observer); }
+    void RegisterObserver(const du::SmartPtr<AnnoSetTableObserver>& observer) {
+        m_observers.Register(observer);
+    }
+    void UnregisterObserver(const du::SmartPtr<AnnoSetTableObserver>& observer) {
+        m_observers.Unregister(observer);
+    }
 
     void BeginUpdate();
     void EndUpdate();

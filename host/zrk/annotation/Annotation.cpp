@@ -38,7 +38,8 @@ void Annotation::NotifyModified() {
     const auto scene = GetScene();
     if (!scene) return;
     const du::SmartPtr<Annotation> self(this);
-    scene->GetObservers().NotifyAll([&](SceneObserver& observer) { observer.OnAnnotationModified(self, true); });
+    scene->GetObservers().NotifyAll(
+        [&](SceneObserver& observer) { observer.OnAnnotationModified(self, true); });
 }
 
 }  // namespace zrk

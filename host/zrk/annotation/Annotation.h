@@ -41,7 +41,8 @@ public:
     void SetViewId(unsigned viewId) { m_viewId.store(viewId, std::memory_order_relaxed); }
 
 protected:
-    /// Tells the scene's observers that the user changed the annotation; nothing outside a set. Call without a lock.
+    /// Tells the scene's observers that the user changed the annotation; nothing outside a set. Call without
+    /// a lock.
     void NotifyModified();
 
 private:

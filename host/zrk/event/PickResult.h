@@ -12,7 +12,8 @@ namespace zrk {
 
 class PickResult {
 public:
-    PickResult(du::SmartPtr<Object> object, const dg::DPoint3D& point) : m_object(std::move(object)), m_point(point) {}
+    PickResult(du::SmartPtr<Object> object, const dg::DPoint3D& point)
+        : m_object(std::move(object)), m_point(point) {}
 
     const du::SmartPtr<Object>& GetObject() const { return m_object; }
     /// In world coordinates.

@@ -9,7 +9,8 @@ CalloutEngineMgr& CalloutEngineMgr::Instance() {
     return manager;
 }
 
-du::SmartPtr<Callouts> CalloutEngineMgr::GetCalloutsEngineForScene(const du::SmartPtr<zrk::ShapeScene>& scene) const {
+du::SmartPtr<Callouts> CalloutEngineMgr::GetCalloutsEngineForScene(
+    const du::SmartPtr<zrk::ShapeScene>& scene) const {
     const std::lock_guard hold(m_mutex);
     const auto entry = m_engines.find(scene.get());
     return entry != m_engines.end() ? entry->second : du::SmartPtr<Callouts>();

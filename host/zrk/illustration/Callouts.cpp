@@ -15,7 +15,8 @@ Callouts::~Callouts() = default;
 
 void Callouts::Initialize(const du::SmartPtr<zrk::ShapeScene>& scene) {
     if (!scene) return;
-    // A constructor may call this, while nobody holds the engine yet; the manager's reference comes first of all.
+    // A constructor may call this, while nobody holds the engine yet; the manager's reference comes first of
+    // all.
     CalloutEngineMgr::Instance().Register(scene, this);
     const du::SmartPtr<EngineForwarder> forwarder(new EngineForwarder(scene));
     {

@@ -32,7 +32,8 @@ public:
     explicit Callouts(const du::SmartPtr<zrk::ReadWriteLock>& lock);
     ~Callouts() override;
 
-    /// Joins the scene: the engine is found there by CalloutEngineMgr, which keeps it alive, and hears of its changes.
+    /// Joins the scene: the engine is found there by CalloutEngineMgr, which keeps it alive, and hears of its
+    /// changes.
     virtual void Initialize(const du::SmartPtr<zrk::ShapeScene>& scene);
     /// The views' timers, sizes and background colours reach the engine from then on.
     virtual void InitializeShapeViewObserver();

@@ -17,7 +17,8 @@ du::SmartPtr<Callouts> EngineForwarder::Engine() const {
 du::SmartPtr<Callouts> EngineForwarder::EngineOf(const du::SmartPtr<zrk::ShapeView>& view) const {
     const auto scene = m_scene->Lock();
     const bool isMainView = scene && scene->GetView(0) == du::SmartPtr<zrk::View>(view);
-    return isMainView && m_forwardsViews.load(std::memory_order_relaxed) ? Engine() : du::SmartPtr<Callouts>();
+    return isMainView && m_forwardsViews.load(std::memory_order_relaxed) ? Engine()
+                                                                         : du::SmartPtr<Callouts>();
 }
 
 void EngineForwarder::OnShapeInstanceCreated(const du::SmartPtr<zrk::ShapeInstance>& part) {
@@ -28,7 +29,8 @@ void EngineForwarder::OnShapeInstanceMoved(const du::SmartPtr<zrk::ShapeInstance
     if (const auto engine = Engine()) engine->OnShapeInstanceLocation(part);
 }
 
-void EngineForwarder::OnShapeInstanceVisibilityChanged(const du::SmartPtr<zrk::ShapeInstance>& part, bool visible) {
+void EngineForwarder::OnShapeInstanceVisibilityChanged(const du::SmartPtr<zrk::ShapeInstance>& part,
+                                                       bool visible) {
     if (const auto engine = Engine()) engine->OnShapeInstanceVisibility(part, visible);
 }
 

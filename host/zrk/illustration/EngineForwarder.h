@@ -22,7 +22,8 @@ public:
 
     void OnShapeInstanceCreated(const du::SmartPtr<zrk::ShapeInstance>& part) override;
     void OnShapeInstanceMoved(const du::SmartPtr<zrk::ShapeInstance>& part) override;
-    void OnShapeInstanceVisibilityChanged(const du::SmartPtr<zrk::ShapeInstance>& part, bool visible) override;
+    void OnShapeInstanceVisibilityChanged(const du::SmartPtr<zrk::ShapeInstance>& part,
+                                          bool visible) override;
     void OnShapeInstanceRemoved(const du::SmartPtr<zrk::ShapeInstance>& part) override;
     void OnAnnotationAdded(const du::SmartPtr<zrk::Annotation>& annotation) override;
     void OnAnnotationRemoved(const du::SmartPtr<zrk::Annotation>& annotation) override;

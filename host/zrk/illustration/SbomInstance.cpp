@@ -74,7 +74,8 @@ du::SmartPtr<zrk::Property> SbomInstance::QueryProperty(const du::Symbol& group,
     du::Symbol value;
     const bool isFound = FindProperty(group, name, shapeSource, value) ||
                          (m_ebom && m_ebom->FindProperty(group, name, shapeSource, value));
-    return isFound ? du::SmartPtr<zrk::Property>(new zrk::Property(name, value)) : du::SmartPtr<zrk::Property>();
+    return isFound ? du::SmartPtr<zrk::Property>(new zrk::Property(name, value))
+                   : du::SmartPtr<zrk::Property>();
 }
 
 }  // namespace zrk::illustration

@@ -14,8 +14,8 @@
 
 namespace zrk::illustration {
 
-/// The structure is built on one thread before others see it and keeps its shape from then on; properties and the mark
-/// of carrying an item may change on any thread.
+/// The structure is built on one thread before others see it and keeps its shape from then on; properties and
+/// the mark of carrying an item may change on any thread.
 class SbomInstance : public zrk::BaseInstance {
 public:
     using InstanceSet = std::set<du::SmartPtr<zrk::Instance>>;
@@ -48,8 +48,9 @@ public:
     bool IsWeldMember() const;
     /// The topmost weld among the instance and its ancestors; null when there is none. O(depth).
     du::SmartPtr<SbomInstance> GetTopWeld() const;
-    /// Adds to `first` the engineering instances that the instance stands for: its own, or for an assembly or weld those
-    /// of all parts below; to `second` those of parts below that are listed by themselves. O(parts below).
+    /// Adds to `first` the engineering instances that the instance stands for: its own, or for an assembly or
+    /// weld those of all parts below; to `second` those of parts below that are listed by themselves. O(parts
+    /// below).
     void GetEbomInstancesForWeld(InstanceSet& first, InstanceSet& second) const;
 
     /// Null when there is none. The empty group is that of the part's own properties.

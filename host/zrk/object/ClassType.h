@@ -4,7 +4,8 @@
 
 namespace zrk {
 
-/// One constant per class, in static storage; compared by id. The parent is the type of the base class, null at the top.
+/// One constant per class, in static storage; compared by id. The parent is the type of the base class, null
+/// at the top.
 class ClassType {
 public:
     constexpr ClassType(unsigned id, const char* name, const ClassType* parent)
@@ -14,9 +15,7 @@ public:
     constexpr const char* GetName() const { return m_name; }
     constexpr const ClassType* GetParent() const { return m_parent; }
     /// Whether this is the class with the id or derives from it.
-    constexpr bool IsA(unsigned id) const {
-        return m_id == id || (m_parent != nullptr && m_parent->IsA(id));
-    }
+    constexpr bool IsA(unsigned id) const { return m_id == id || (m_parent != nullptr && m_parent->IsA(id)); }
 
     friend constexpr bool operator==(const ClassType& a, const ClassType& b) { return a.m_id == b.m_id; }
 

@@ -24,7 +24,8 @@ std::size_t RoundUp(std::size_t size) { return (size + kAlignment - 1) / kAlignm
 class Pool {
 public:
     Pool() {
-        void* range = mmap(nullptr, kRange, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS | MAP_NORESERVE, -1, 0);
+        void* range =
+            mmap(nullptr, kRange, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS | MAP_NORESERVE, -1, 0);
         if (range == MAP_FAILED) return;
         m_next = static_cast<std::byte*>(range);
         m_end = m_next + kRange;

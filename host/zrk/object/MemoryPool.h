@@ -1,5 +1,6 @@
-// The memory of the kernel's objects: one reserved range of addresses, handed out upwards. On a fresh run the order of
-// addresses is therefore the order of creation, and sets ordered by address come out the same every time.
+// The memory of the kernel's objects: one reserved range of addresses, handed out upwards. On a fresh run the
+// order of addresses is therefore the order of creation, and sets ordered by address come out the same every
+// time.
 
 #pragma once
 
@@ -8,8 +9,8 @@
 
 namespace zrk {
 
-/// Blocks that were freed are used again for the same size, lowest address first. Any thread. Never destroyed: objects in
-/// static storage are freed late.
+/// Blocks that were freed are used again for the same size, lowest address first. Any thread. Never
+/// destroyed: objects in static storage are freed late.
 class MemoryPool {
 public:
     /// Null when the range is exhausted or a failure was asked for.

@@ -11,7 +11,8 @@ Object::Object() = default;
 Object::~Object() = default;
 
 void Object::GetClassTypes(std::vector<const ClassType*>& out) const {
-    for (const ClassType* type = &GetClassType(); type != nullptr; type = type->GetParent()) out.push_back(type);
+    for (const ClassType* type = &GetClassType(); type != nullptr; type = type->GetParent())
+        out.push_back(type);
 }
 
 Object::Attached& Object::Attachments() {

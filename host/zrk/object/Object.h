@@ -52,7 +52,7 @@ private:
 
     Attached& Attachments();
 
-    mutable std::mutex m_attachedMutex;  // guards m_attached
+    mutable std::mutex m_attachedMutex;    // guards m_attached
     std::unique_ptr<Attached> m_attached;  // made when first used: most objects carry none
 };
 

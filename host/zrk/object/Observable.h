@@ -18,8 +18,8 @@ namespace zrk {
 /// Any thread.
 class Observable : public virtual du::RefCounted {
 public:
-    /// While a group is open notifications wait, equal ones once. When the outermost group closes they are delivered, framed by
-    /// begin and end, on the closing thread.
+    /// While a group is open notifications wait, equal ones once. When the outermost group closes they are
+    /// delivered, framed by begin and end, on the closing thread.
     class UpdateGroup {
     public:
         explicit UpdateGroup(const du::SmartPtr<Observable>& observable);

@@ -16,7 +16,8 @@ public:
     ~Property() override;
 
     void GetName(du::Symbol& name) const { name = m_name; }
-    /// `shownPart` picks an aspect of the value; an aspect that the property does not know gives the plain value.
+    /// `shownPart` picks an aspect of the value; an aspect that the property does not know gives the plain
+    /// value.
     virtual bool GetValue(du::Symbol& value, const std::string& shownPart) const;
 
 private:

@@ -20,7 +20,8 @@ PickScene::PickScene(const std::vector<du::SmartPtr<ShapeInstance>>& parts) {
         if (shape == nullptr || shape->GetTriangleCount() == 0 || !part->IsVisible()) continue;
         dg::Location location;
         part->GetLocation(location);
-        const std::uint32_t placement = m_rays.Add(shape, location, part->IsPhantom() ? kPhantomMask : kSolidMask);
+        const std::uint32_t placement =
+            m_rays.Add(shape, location, part->IsPhantom() ? kPhantomMask : kSolidMask);
         m_placements.emplace(part.get(), placement);
         m_parts.push_back(part);
     }
@@ -37,7 +38,8 @@ std::vector<PickResult> PickScene::Pick(const dg::Ray& ray, du::Flags flags) con
     return ResultOf(m_rays.Nearest(ray, MaskOf(flags)));
 }
 
-std::vector<PickResult> PickScene::PickOnly(const ShapeInstance& part, const dg::Ray& ray, du::Flags flags) const {
+std::vector<PickResult> PickScene::PickOnly(const ShapeInstance& part, const dg::Ray& ray,
+                                            du::Flags flags) const {
     const auto placement = m_placements.find(&part);
     if (placement == m_placements.end() || (flags.Has(PICK_EXCLUDE_PHANTOM) && part.IsPhantom())) return {};
     return ResultOf(m_rays.NearestOf(ray, placement->second));

@@ -40,7 +40,8 @@ public:
     void UnregisterObserver(const du::SmartPtr<SceneObserver>& observer) { m_observers.Unregister(observer); }
     const dom::ObserverList<SceneObserver>& GetObservers() const { return m_observers; }
 
-    /// Tells the observers and lets go of history, annotations and views, which hold the scene. Call before the last use.
+    /// Tells the observers and lets go of history, annotations and views, which hold the scene. Call before
+    /// the last use.
     void Close();
 
     const std::shared_ptr<du::BackLink<Scene>>& GetLink() const { return m_link; }

@@ -45,8 +45,8 @@ public:
 private:
     friend class ShapeScene;
 
-    ShapeInstance(const du::SmartPtr<Instance>& instance, const du::Symbol& shapeSource, std::uint64_t sequence,
-                  std::shared_ptr<du::BackLink<ShapeScene>> scene);
+    ShapeInstance(const du::SmartPtr<Instance>& instance, const du::Symbol& shapeSource,
+                  std::uint64_t sequence, std::shared_ptr<du::BackLink<ShapeScene>> scene);
 
     const du::SmartPtr<Instance> m_instance;
     const du::SmartPtr<Shape> m_shape;

@@ -10,7 +10,8 @@ ShapeScene::ShapeScene() : m_shapeLink(std::make_shared<du::BackLink<ShapeScene>
 
 ShapeScene::~ShapeScene() { m_shapeLink->Close(); }
 
-void ShapeScene::GetShapeInstance(const du::ConstSmartPtr<Instance>& instance, du::SmartPtr<ShapeInstance>& out) const {
+void ShapeScene::GetShapeInstance(const du::ConstSmartPtr<Instance>& instance,
+                                  du::SmartPtr<ShapeInstance>& out) const {
     du::SmartPtr<ShapeInstance> found;
     {
         const std::shared_lock hold(m_partsMutex);
@@ -45,7 +46,8 @@ du::SmartPtr<ShapeInstance> ShapeScene::CreateShapeInstance(const du::SmartPtr<I
 }
 
 void ShapeScene::RemoveShapeInstance(const du::SmartPtr<ShapeInstance>& shapeInstance) {
-    const du::SmartPtr<ShapeInstance> part = shapeInstance;  // the argument may be the last reference, in our own map
+    const du::SmartPtr<ShapeInstance> part =
+        shapeInstance;  // the argument may be the last reference, in our own map
     {
         const std::unique_lock hold(m_partsMutex);
         if (m_inOrder.erase(part->GetSequence()) == 0) return;

@@ -29,7 +29,8 @@ public:
     const ClassType& GetClassType() const override { return CLASS_TYPE; }
 
     /// The part that shows the instance, null when there is none. O(1).
-    void GetShapeInstance(const du::ConstSmartPtr<Instance>& instance, du::SmartPtr<ShapeInstance>& out) const;
+    void GetShapeInstance(const du::ConstSmartPtr<Instance>& instance,
+                          du::SmartPtr<ShapeInstance>& out) const;
     /// All parts in the order in which they were made.
     std::vector<du::SmartPtr<ShapeInstance>> GetShapeInstances() const;
 

@@ -54,7 +54,8 @@ void ShapeView::Pick(int x, int y, du::Flags flags, PickEvent* event) {
     Pick(camera, x, y, flags, event);
 }
 
-void ShapeView::Pick(const du::SmartPtr<ShapeInstance>& only, int x, int y, du::Flags flags, PickEvent* event) {
+void ShapeView::Pick(const du::SmartPtr<ShapeInstance>& only, int x, int y, du::Flags flags,
+                     PickEvent* event) {
     dg::Camera3D camera;
     GetCamera(camera);
     const dg::Ray ray = camera.PixelRay(x, y);
@@ -82,7 +83,8 @@ void ShapeView::SetBackgroundColors(const dg::Color& top, const dg::Color& botto
     SetDirty();
     const du::SmartPtr<ShapeView> self(this);
     if (const auto scene = GetScene()) {
-        scene->GetObservers().NotifyAll([&](SceneObserver& observer) { observer.OnBackgroundColorChanged(self); });
+        scene->GetObservers().NotifyAll(
+            [&](SceneObserver& observer) { observer.OnBackgroundColorChanged(self); });
     }
 }
 
@@ -106,7 +108,8 @@ void ShapeView::OnTimer() {
     }
     const du::SmartPtr<ShapeView> self(this);
     if (const auto scene = GetScene()) {
-        scene->GetObservers().NotifyAll([&](SceneObserver& observer) { observer.OnViewTimeout(self, lastChecked); });
+        scene->GetObservers().NotifyAll(
+            [&](SceneObserver& observer) { observer.OnViewTimeout(self, lastChecked); });
     }
     const std::lock_guard hold(m_timerMutex);
     m_lastChecked = lastChecked;

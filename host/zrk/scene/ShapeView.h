@@ -16,8 +16,9 @@
 
 namespace zrk {
 
-/// Any thread. Picks are queued with the kernel and answered when it dispatches; `event` then completes with status 0 and
-/// what the eye meets first, or with another status when the kernel stops before. Nothing is met behind hidden parts only.
+/// Any thread. Picks are queued with the kernel and answered when it dispatches; `event` then completes with
+/// status 0 and what the eye meets first, or with another status when the kernel stops before. Nothing is met
+/// behind hidden parts only.
 class ShapeView : public View {
 public:
     static const ClassType CLASS_TYPE;

@@ -24,8 +24,8 @@ Ids CastIds(const zrg::RayScene& rays, const dg::Camera3D& camera, std::size_t w
     return ids;
 }
 
-/// For each pixel the number of steps (sideways, up or down) to the nearest pixel of another part; the picture's border
-/// counts as one. Two sweeps.
+/// For each pixel the number of steps (sideways, up or down) to the nearest pixel of another part; the
+/// picture's border counts as one. Two sweeps.
 std::vector<int> BorderDistances(const Ids& ids, std::size_t width, std::size_t height) {
     std::vector<int> distances(ids.size());
     const auto relax = [&](std::size_t pixel, std::size_t neighbour) {
@@ -70,7 +70,8 @@ Area Flood(const Ids& ids, const std::vector<int>& distances, std::size_t width,
         pending.pop_back();
         ++area.size;
         const bool isDeeper = distances[pixel] > distances[area.deepest];
-        if (isDeeper || (distances[pixel] == distances[area.deepest] && pixel < area.deepest)) area.deepest = pixel;
+        if (isDeeper || (distances[pixel] == distances[area.deepest] && pixel < area.deepest))
+            area.deepest = pixel;
         if (pixel % width > 0) enter(pixel, pixel - 1);
         if (pixel % width + 1 < width) enter(pixel, pixel + 1);
         if (pixel >= width) enter(pixel, pixel - width);
@@ -105,9 +106,13 @@ VisibilityMap::VisibilityMap(const PickScene& scene, const dg::Camera3D& camera)
     for (std::size_t i = 0; i < areas.size(); ++i) {
         if (areas[i].size == 0) continue;
         const std::size_t pixel = areas[i].deepest;
-        VisibleSpot spot{static_cast<int>(pixel % width), static_cast<int>(pixel / width), {}, areas[i].size,
+        VisibleSpot spot{static_cast<int>(pixel % width),
+                         static_cast<int>(pixel / width),
+                         {},
+                         areas[i].size,
                          distances[pixel]};
-        const auto hit = scene.GetRays().NearestOf(camera.PixelRay(spot.x, spot.y), static_cast<std::uint32_t>(i));
+        const auto hit =
+            scene.GetRays().NearestOf(camera.PixelRay(spot.x, spot.y), static_cast<std::uint32_t>(i));
         if (!hit) continue;
         spot.world = hit.point;
         m_spots.emplace(scene.GetParts()[i].get(), spot);

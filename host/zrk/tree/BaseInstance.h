@@ -29,8 +29,8 @@ public:
     virtual bool HasChildren() const = 0;
     /// Unique in the structure and the same from session to session.
     virtual du::Symbol GetIdentifier() const { return m_identifier; }
-    /// The values of all pairs (groups[i], names[i]) in order, joined by the unit separator; null when one is missing.
-    /// No pairs at all: the empty value. O(pairs x log properties).
+    /// The values of all pairs (groups[i], names[i]) in order, joined by the unit separator; null when one is
+    /// missing. No pairs at all: the empty value. O(pairs x log properties).
     virtual du::SmartPtr<PropertyValue> LookUpProperty(const std::vector<du::Symbol>& groups,
                                                        const std::vector<du::Symbol>& names,
                                                        const du::Symbol& source) const;
@@ -40,7 +40,8 @@ public:
     void SetProperty(const du::Symbol& group, const du::Symbol& name, const du::Symbol& value,
                      const du::Symbol& source = du::Symbol::EMPTY);
     /// False, and `value` untouched, when there is none.
-    bool FindProperty(const du::Symbol& group, const du::Symbol& name, const du::Symbol& source, du::Symbol& value) const;
+    bool FindProperty(const du::Symbol& group, const du::Symbol& name, const du::Symbol& source,
+                      du::Symbol& value) const;
 
     using PropertyKey = std::tuple<du::Symbol, du::Symbol, du::Symbol>;  // group, name, source
     std::map<PropertyKey, du::Symbol> GetProperties() const;

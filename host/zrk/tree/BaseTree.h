@@ -33,8 +33,8 @@ public:
     du::SmartPtr<Instance> GetRoot() const;
 
     /// Changes a property and tells the observers. Requires: between BeginUpdate and EndUpdate.
-    void ChangeProperty(const du::SmartPtr<Instance>& instance, const du::Symbol& group, const du::Symbol& name,
-                        const du::Symbol& value);
+    void ChangeProperty(const du::SmartPtr<Instance>& instance, const du::Symbol& group,
+                        const du::Symbol& name, const du::Symbol& value);
     /// Frames changes that belong together.
     void BeginUpdate();
     void EndUpdate();

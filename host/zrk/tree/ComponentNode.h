@@ -15,7 +15,8 @@ namespace zrk {
 class ComponentNode : public Object {
 public:
     /// Without a shape: an assembly.
-    ComponentNode(std::string name, du::SmartPtr<Shape> shape) : m_name(std::move(name)), m_shape(std::move(shape)) {}
+    ComponentNode(std::string name, du::SmartPtr<Shape> shape)
+        : m_name(std::move(name)), m_shape(std::move(shape)) {}
     ~ComponentNode() override;
 
     std::string GetObjectName() const override { return m_name; }

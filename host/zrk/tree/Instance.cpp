@@ -13,8 +13,8 @@ du::Symbol SymbolIdentifier(const ComponentInstance& symbol) {
 
 constinit const ClassType Instance::CLASS_TYPE(11, "zrk::Instance", &BaseInstance::CLASS_TYPE);
 
-Instance::Instance(const du::Symbol& identifier, const std::string& name, const du::SmartPtr<ComponentNode>& node,
-                   const dg::Location& location)
+Instance::Instance(const du::Symbol& identifier, const std::string& name,
+                   const du::SmartPtr<ComponentNode>& node, const dg::Location& location)
     : BaseInstance(identifier, name), m_node(node), m_location(location) {}
 
 Instance::Instance(const du::SmartPtr<ComponentInstance>& symbol, const std::string& name,

@@ -18,7 +18,8 @@ class SbomInstance;
 
 namespace zrk {
 
-/// The structure is built on one thread before it is shown to others (Tree::SetRoot) and keeps its shape from then on.
+/// The structure is built on one thread before it is shown to others (Tree::SetRoot) and keeps its shape from
+/// then on.
 class Instance : public BaseInstance {
 public:
     static const ClassType CLASS_TYPE;
@@ -35,8 +36,8 @@ public:
     bool HasChildren() const override { return !m_children.empty(); }
 
     bool Is3dSymbol() const { return static_cast<bool>(m_symbol); }
-    /// The node of the service structure that shows this instance; null when there is none. Not counted: the service
-    /// structure owns its nodes and outlives the use.
+    /// The node of the service structure that shows this instance; null when there is none. Not counted: the
+    /// service structure owns its nodes and outlives the use.
     illustration::SbomInstance* GetSbomInstance() const { return m_sbom.load(std::memory_order_acquire); }
     void SetSbomInstance(illustration::SbomInstance* sbom) { m_sbom.store(sbom, std::memory_order_release); }
     /// Null for what is not a 3-D symbol.
@@ -53,7 +54,8 @@ public:
 
     /// From local to world coordinates. O(depth).
     dg::Location GetWorldLocation() const;
-    /// The box that the instance's source file gives for its shape, in local coordinates; empty when it gives none.
+    /// The box that the instance's source file gives for its shape, in local coordinates; empty when it gives
+    /// none.
     dg::FBox GetShapeSourceBBox() const { return m_sourceBox; }
     void SetShapeSourceBBox(const dg::FBox& box) { m_sourceBox = box; }
 

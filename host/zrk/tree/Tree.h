@@ -10,8 +10,8 @@ class Tree : public BaseTree {
 public:
     ~Tree() override;
 
-    /// `first`: before those already registered. Trees tell their observers in the order of registration only, so
-    /// that asking for it changes nothing.
+    /// `first`: before those already registered. Trees tell their observers in the order of registration
+    /// only, so that asking for it changes nothing.
     void RegisterObserver(const du::SmartPtr<TreeObserver>& observer, bool first);
 };
 

@@ -11,7 +11,8 @@ namespace {
 /// Where this library lies: components are installed beside it.
 std::filesystem::path KernelFolder() {
     Dl_info info{};
-    if (dladdr(reinterpret_cast<const void*>(&KernelFolder), &info) == 0 || info.dli_fname == nullptr) return {};
+    if (dladdr(reinterpret_cast<const void*>(&KernelFolder), &info) == 0 || info.dli_fname == nullptr)
+        return {};
     return std::filesystem::path(info.dli_fname).parent_path();
 }
 
@@ -26,7 +27,8 @@ std::string FindFile(const std::string& name) {
 
 ComponentLibrary::ComponentLibrary(const std::string& name) : m_file(FindFile(name)) {
     m_library = dlopen(m_file.c_str(), RTLD_NOW | RTLD_LOCAL | RTLD_NODELETE);
-    if (m_library == nullptr) throw std::runtime_error("cannot load the component " + m_file + ": " + dlerror());
+    if (m_library == nullptr)
+        throw std::runtime_error("cannot load the component " + m_file + ": " + dlerror());
     const auto init = Find<Entry>("ZRDllInit");
     m_terminate = Find<Entry>("ZRDllTerminate");
     m_create = Find<CreateEntry>("ZRDllCreateComponent");
@@ -42,7 +44,8 @@ template <class Function>
 Function ComponentLibrary::Find(const char* entry) const {
     void* address = dlsym(m_library, entry);
     if (address == nullptr) {
-        throw std::runtime_error("the component " + m_file + " has no entry " + entry + "; it belongs to another version");
+        throw std::runtime_error("the component " + m_file + " has no entry " + entry +
+                                 "; it belongs to another version");
     }
     return reinterpret_cast<Function>(address);
 }

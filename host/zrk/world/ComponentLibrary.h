@@ -9,11 +9,12 @@
 
 namespace zrk {
 
-/// Stays loaded until the process ends: objects of the component may outlive every owner of this. Any thread once made.
+/// Stays loaded until the process ends: objects of the component may outlive every owner of this. Any thread
+/// once made.
 class ComponentLibrary {
 public:
-    /// Loads lib<name>.so from beside the kernel's own library, or from where the loader looks. Throws std::runtime_error
-    /// with one line that says what is missing.
+    /// Loads lib<name>.so from beside the kernel's own library, or from where the loader looks. Throws
+    /// std::runtime_error with one line that says what is missing.
     explicit ComponentLibrary(const std::string& name);
     ComponentLibrary(const ComponentLibrary&) = delete;
     ComponentLibrary& operator=(const ComponentLibrary&) = delete;

@@ -31,7 +31,8 @@ void World::Stop() {
     ExchangeWorld(nullptr);
 }
 
-World::World(unsigned poolThreads) : m_tree(new Tree), m_annoSetTable(new AnnoSetTable), m_taskPool(poolThreads) {}
+World::World(unsigned poolThreads)
+    : m_tree(new Tree), m_annoSetTable(new AnnoSetTable), m_taskPool(poolThreads) {}
 
 World::~World() = default;
 
@@ -40,7 +41,9 @@ du::Symbol World::GetObjectClass() const {
     return kClass;
 }
 
-void World::RegisterObserver(const du::SmartPtr<WorldObserver>& observer, bool) { m_observers.Register(observer); }
+void World::RegisterObserver(const du::SmartPtr<WorldObserver>& observer, bool) {
+    m_observers.Register(observer);
+}
 
 du::SmartPtr<MultiRootContainer> World::GetMRC() const {
     const std::lock_guard hold(m_mutex);

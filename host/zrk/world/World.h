@@ -41,8 +41,8 @@ public:
     du::SmartPtr<MultiRootContainer> GetMRC() const;
     void SetMRC(const du::SmartPtr<MultiRootContainer>& container);
 
-    /// Switches the language of the user interface ("en", "de" ...) and tells the observers. False, and nothing happens, for
-    /// a language that has no texts.
+    /// Switches the language of the user interface ("en", "de" ...) and tells the observers. False, and
+    /// nothing happens, for a language that has no texts.
     bool SetLanguage(const std::string& language);
 
 private:

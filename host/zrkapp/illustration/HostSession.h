@@ -11,7 +11,8 @@ public:
     explicit HostSession(unsigned poolThreads);
     HostSession(const HostSession&) = delete;
     HostSession& operator=(const HostSession&) = delete;
-    /// Stops them in the opposite order: running tasks are waited for, events without an answer are cancelled.
+    /// Stops them in the opposite order: running tasks are waited for, events without an answer are
+    /// cancelled.
     ~HostSession();
 };
 

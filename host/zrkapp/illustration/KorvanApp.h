@@ -22,7 +22,9 @@ public:
     ~KorvanApp() override;
 
     void RegisterObserver(const du::SmartPtr<KorvanAppObserver>& observer) { m_observers.Register(observer); }
-    void UnregisterObserver(const du::SmartPtr<KorvanAppObserver>& observer) { m_observers.Unregister(observer); }
+    void UnregisterObserver(const du::SmartPtr<KorvanAppObserver>& observer) {
+        m_observers.Unregister(observer);
+    }
     const dom::ObserverList<KorvanAppObserver>& GetObservers() const { return m_observers; }
 
     /// Whether documents are being published unattended, with the texts that they were saved with.
