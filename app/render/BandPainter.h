@@ -24,12 +24,18 @@ public:
 
 private:
     class Band;
+    /// Weight of a sample in a pixel, along one axis; `offset` counts from the pixel's first sample.
+    struct Tap {
+        int offset = 0;
+        double weight = 0.0;
+    };
 
     void RemoveSpecks(Band& band) const;
     bool IsSpeck(const Band& band, int x, int y, bool isVertical) const;
     void DrawLines(Band& band) const;
     void DrawLine(Band& band, int x, int y, bool isVertical) const;
     void Resolve(const Band& band, int first, int last, Raster& raster) const;
+    double ToneAt(const Band& band, int x, int y) const;
     double ToneOf(const SurfaceSample& sample) const;
 
     const SurfaceSampler& m_sampler;
@@ -37,6 +43,7 @@ private:
     const PartSurvey& m_survey;
     const PictureStyle& m_style;
     dg::DVec3 m_towardsLight;
+    std::vector<Tap> m_taps;
     int m_samples;  // per pixel and axis
     int m_margin;   // rows of samples around a band whose lines reach into it
 };

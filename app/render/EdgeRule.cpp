@@ -9,9 +9,9 @@ namespace {
 
 // How far the crossing of two facets may lie outside the step between their samples, in steps: room for a
 // facet that falls between the samples and for rounding.
-constexpr float kCrossingSlack = 0.5F;
+constexpr float kCrossingSlack = 1.0F;
 // In pixels. A surface that falls back by less has no visible step.
-constexpr double kLeastStep = 0.5;
+constexpr double kLeastStep = 0.8;
 // In pixels. From the nearer on, a line between parts grows from contact to overlap.
 constexpr double kContactGap = 1.5;
 constexpr double kOverlapGap = 9.0;
