@@ -1,0 +1,48 @@
+// The parts list as CSV and as JSON.
+
+#include <gtest/gtest.h>
+
+#include <nlohmann/json.hpp>
+
+#include "app/export/CsvExporter.h"
+#include "app/export/JsonExporter.h"
+#include "tests/app/export/SampleSheet.h"
+
+namespace zrsheet::test {
+namespace {
+
+TEST(CsvExporter, HasAColumnForEveryPropertyOfAnyItem) {
+    EXPECT_EQ(CsvText(SampleSheet()),
+              "Item,Quantity,Name,Tag,Mass,Material\r\n"
+              "1,1,Pump housing,T-7,,Cast iron\r\n"
+              "2,4,Screw,,0.2,\r\n");
+}
+
+TEST(CsvExporter, QuotesWhatWouldBreakARecord) {
+    Sheet sheet;
+    sheet.items = {
+        {7, "7,a", -1, "1/2\" valve", "two\r\nlines", 0, {{"a,b", "=1+1"}, {"\u9600", "a\nb"}}, {}}};
+    EXPECT_EQ(CsvText(sheet),
+              "Item,Quantity,Name,Tag,\"a,b\",\u9600\r\n"
+              "\"7,a\",-1,\"1/2\"\" valve\",\"two\r\nlines\",=1+1,\"a\nb\"\r\n");
+}
+
+TEST(JsonExporter, HoldsTheItemsInOrder) {
+    const auto json = nlohmann::ordered_json::parse(JsonText(SampleSheet()));
+    EXPECT_EQ(json.dump(),
+              R"({"schema":1,"title":"Pump","language":"en","items":[)"
+              R"({"itemId":1,"label":"1","quantity":1,"name":"Pump housing","tag":"T-7","level":0,)"
+              R"("properties":{"Material":"Cast iron"},"instances":["root/pump"]},)"
+              R"({"itemId":2,"label":"2","quantity":4,"name":"Screw","tag":"","level":1,)"
+              R"("properties":{"Mass":"0.2"},"instances":["root/screw 1","root/screw 2"]}]})");
+}
+
+// Names come from files of all kinds; one bad byte must not cost the user the list.
+TEST(JsonExporter, SurvivesTextThatIsNotUtf8) {
+    Sheet sheet = SampleSheet();
+    sheet.items[0].name = "Geh\xE4use \x01 \"x\"";
+    EXPECT_EQ(nlohmann::json::parse(JsonText(sheet))["items"][0]["name"], "Geh\uFFFDuse \x01 \"x\"");
+}
+
+}  // namespace
+}  // namespace zrsheet::test

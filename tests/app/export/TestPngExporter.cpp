@@ -1,0 +1,81 @@
+#include "app/export/PngExporter.h"
+
+#include <gtest/gtest.h>
+#include <png.h>
+
+#include <array>
+
+#include "app/export/ExportError.h"
+#include "tests/app/export/SampleSheet.h"
+
+namespace zrsheet::test {
+namespace {
+
+using Rgb = std::array<int, 3>;
+constexpr Rgb kWhite{255, 255, 255};
+constexpr Rgb kPicture{200, 200, 200};
+
+Raster Decode(const std::string& bytes) {
+    png_image image{};
+    image.version = PNG_IMAGE_VERSION;
+    png_image_begin_read_from_memory(&image, bytes.data(), bytes.size());
+    image.format = PNG_FORMAT_RGB;
+    Raster raster{static_cast<int>(image.width), static_cast<int>(image.height), {}};
+    raster.pixels.resize(PNG_IMAGE_SIZE(image));
+    png_image_finish_read(&image, nullptr, raster.pixels.data(), 0, nullptr);
+    return raster;
+}
+
+Rgb PixelAt(const Raster& raster, int x, int y) {
+    const std::size_t at = 3 * static_cast<std::size_t>(y * raster.width + x);
+    return {raster.pixels[at], raster.pixels[at + 1], raster.pixels[at + 2]};
+}
+
+bool HasInk(const Raster& raster, const PageBox& box, int scale) {
+    for (int y = static_cast<int>(box.y0) * scale; y < static_cast<int>(box.y1) * scale; ++y) {
+        for (int x = static_cast<int>(box.x0) * scale; x < static_cast<int>(box.x1) * scale; ++x) {
+            if (PixelAt(raster, x, y)[0] < 100) return true;
+        }
+    }
+    return false;
+}
+
+// The page at twice the scale is the same page: everything lies where it lay.
+TEST(PngExporter, DrawsThePageAtAnyScale) {
+    for (const int scale : {1, 2}) {
+        const Raster page = Decode(PngBytes(SampleSheet(), scale));
+        const auto at = [&](double x, double y) {
+            return PixelAt(page, static_cast<int>(x * scale), static_cast<int>(y * scale));
+        };
+        ASSERT_EQ(page.width, 400 * scale);
+        ASSERT_EQ(page.height, 200 * scale);
+        EXPECT_EQ(at(2, 190), kWhite);
+        EXPECT_EQ(at(100.5, 159), kPicture);
+        EXPECT_EQ(at(199.5, 41), kPicture);
+        EXPECT_EQ(at(201, 41), kWhite);
+        EXPECT_LT(at(120.4, 90)[0], 20) << "the dot of a leader";
+        EXPECT_LT(at(35, 20)[0], 140) << "the top of a balloon";
+        EXPECT_EQ(at(88, 102), kWhite) << "outside the round end of a capsule";
+        EXPECT_TRUE(HasInk(page, {30, 28, 40, 42}, scale)) << "a label";
+        EXPECT_TRUE(HasInk(page, {10, 2, 60, 16}, scale)) << "the title";
+        EXPECT_TRUE(HasInk(page, {262, 44, 275, 58}, scale)) << "a number, at the right of its column";
+        EXPECT_FALSE(HasInk(page, {224, 44, 260, 58}, scale)) << "and not at the left";
+    }
+}
+
+TEST(PngExporter, DrawsACoveredLeaderDim) {
+    Sheet sheet = SampleSheet();
+    sheet.callouts[0].leaders[0] = {{90, 185}, {10, 185}, "x", false};
+    const Raster page = Decode(PngBytes(sheet));
+    EXPECT_FALSE(HasInk(page, {10, 180, 90, 190}, 1));
+    EXPECT_NE(PixelAt(page, 90, 185), kWhite);
+}
+
+TEST(PngExporter, RefusesABitmapThatIsTooLarge) {
+    Sheet sheet = SampleSheet();
+    sheet.width = 40000;
+    EXPECT_THROW((void)PngBytes(sheet), ExportError);
+}
+
+}  // namespace
+}  // namespace zrsheet::test

@@ -1,0 +1,39 @@
+#include "app/export/ReportExporter.h"
+
+#include <gtest/gtest.h>
+
+#include <nlohmann/json.hpp>
+
+#include "tests/app/export/SampleSheet.h"
+
+namespace zrsheet::test {
+namespace {
+
+TEST(ReportExporter, TellsPlacesInPagePixelsRoundedToHundredths) {
+    Sheet sheet = SampleSheet();
+    sheet.callouts.resize(1);
+    sheet.items.resize(1);
+    sheet.callouts[0].leaders[0].end.y = -0.001;
+    const TemporaryFolder folder;
+    ExportReport(sheet, folder / "report.json");
+    const auto json = nlohmann::ordered_json::parse(ReadFile(folder / "report.json"));
+    EXPECT_EQ(
+        json.dump(),
+        R"({"schema":1,"page":{"width":400.0,"height":200.0},)"
+        R"("model":{"box":[105.0,45.0,195.0,155.0],"parts":2,"instances":5,"triangles":1234},)"
+        R"("callouts":[{"id":"callout-1","itemId":1,"label":"1","box":[20.0,20.0,50.0,50.0],)"
+        R"("leaders":[{"anchor":[120.46,90.0],"end":[50.0,0.0],"instance":"root/pump","visible":true}]}],)"
+        R"("items":[{"itemId":1,"label":"1","quantity":1,"name":"Pump housing","instances":["root/pump"]}],)"
+        R"("seconds":{"load":0.13,"create":1.0,"pick":0.0,"render":2.5,"write":0.0}})");
+}
+
+TEST(ReportExporter, NamesNoItemForACalloutWithoutOne) {
+    Sheet sheet = SampleSheet();
+    sheet.callouts[0].hasItem = false;
+    const auto json = nlohmann::json::parse(ReportText(sheet));
+    EXPECT_FALSE(json["callouts"][0].contains("itemId"));
+    EXPECT_EQ(json["callouts"][1]["leaders"][1]["visible"], false);
+}
+
+}  // namespace
+}  // namespace zrsheet::test

@@ -1,0 +1,122 @@
+#include "app/export/SvgExporter.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <pugixml.hpp>
+#include <set>
+#include <vector>
+
+#include "app/render/TextMetrics.h"
+#include "tests/app/export/SampleSheet.h"
+
+namespace zrsheet::test {
+namespace {
+
+using ::testing::ElementsAre;
+using ::testing::MatchesRegex;
+using ::testing::StartsWith;
+
+/// An SVG read back.
+class ReadSvg {
+public:
+    explicit ReadSvg(const Sheet& sheet) : m_isRead(m_document.load_string(SvgText(sheet).c_str())) {}
+
+    bool IsRead() const { return m_isRead; }
+    pugi::xml_node Find(const char* path) const { return m_document.select_node(path).node(); }
+    std::vector<std::string> All(const char* path) const {
+        std::vector<std::string> values;
+        for (const auto& found : m_document.select_nodes(path)) {
+            values.emplace_back(found.attribute() ? found.attribute().value() : found.node().text().get());
+        }
+        return values;
+    }
+
+private:
+    pugi::xml_document m_document;
+    bool m_isRead;
+};
+
+TEST(SvgExporter, GroupsEachCalloutWithItsLeadersAndItsLabel) {
+    const ReadSvg svg(SampleSheet());
+    EXPECT_THAT(svg.All("//g[@class='callout']/@id"), ElementsAre("callout-1", "callout-2"));
+    EXPECT_THAT(svg.All("//g[@class='callout']/@data-item"), ElementsAre("1", "2"));
+    EXPECT_THAT(svg.All("//g[@class='callout']/@data-instances"),
+                ElementsAre("root/pump", "root/screw 1|root/screw 2"));
+    EXPECT_EQ(svg.All("//g[@id='callout-2']/g[@class='leader']").size(), 2U);
+    EXPECT_THAT(svg.All("//g[@class='callout']/g[@class='label']/text"), ElementsAre("1", "2 (4x)"));
+    EXPECT_TRUE(svg.Find("//g[@id='callout-1']/g[@class='label']/circle"));
+    EXPECT_EQ(svg.Find("//g[@id='callout-2']/g[@class='label']/rect").attribute("rx").as_double(), 15.0);
+}
+
+// A covered part is pointed at in another way, and the line must still read over the model's dark edges.
+TEST(SvgExporter, DrawsLeadersOverAWhiteHaloAndCoveredOnesDashedAndDim) {
+    const SheetStyle style;
+    const ReadSvg svg(SampleSheet());
+    EXPECT_THAT(svg.All("//g[@id='callout-2']/g[@class='leader']/line/@stroke"),
+                ElementsAre("#ffffff", style.inkColor, "#ffffff", style.dimColor));
+    EXPECT_THAT(svg.All("//g[@id='callout-2']/g[@class='leader']/circle/@fill"),
+                ElementsAre("#ffffff", style.inkColor, "#ffffff", style.dimColor));
+    EXPECT_EQ(svg.All("//line[@stroke-dasharray]").size(), 1U);
+    const pugi::xml_node line = svg.Find("//g[@id='callout-1']//line[2]");
+    EXPECT_EQ(line.attribute("x2").as_string(), std::string("120.46"));
+    EXPECT_GT(svg.Find("//g[@id='callout-1']//line[1]").attribute("stroke-width").as_double(),
+              style.leaderWidth + 1);
+}
+
+TEST(SvgExporter, CentresTheLabelByTheHeightOfItsDigits) {
+    const pugi::xml_node text = ReadSvg(SampleSheet()).Find("//g[@id='callout-1']/g[@class='label']/text");
+    EXPECT_EQ(text.attribute("x").as_double(), 35.0);
+    EXPECT_EQ(text.attribute("text-anchor").value(), std::string("middle"));
+    EXPECT_NEAR(text.attribute("y").as_double() - 0.5 * CapHeight(SheetStyle().fontSize), 35.0, 0.01);
+}
+
+TEST(SvgExporter, DrawsTheTableWithRealTextUnderItsHead) {
+    const ReadSvg svg(SampleSheet());
+    EXPECT_THAT(svg.All("//g[@class='parts-list']/text"),
+                ElementsAre("Item", "Name", "1", "Pump housing", "2", "Screw"));
+    EXPECT_THAT(svg.All("//g[@class='parts-list']/text/@x"),
+                ElementsAre("274", "286", "274", "286", "274", "294"));
+    EXPECT_THAT(svg.All("//g[@class='parts-list']/text[@text-anchor='end']"), ElementsAre("Item", "1", "2"));
+    EXPECT_THAT(svg.All("//g[@class='parts-list']/text[@font-weight='bold']"), ElementsAre("Item", "Name"));
+    EXPECT_EQ(svg.All("//g[@class='parts-list']/line").size(), 4U);
+}
+
+TEST(SvgExporter, CarriesTitleSizeAndPicture) {
+    const ReadSvg svg(SampleSheet());
+    EXPECT_EQ(svg.Find("/svg").attribute("viewBox").value(), std::string("0 0 400 200"));
+    EXPECT_EQ(svg.Find("/svg").attribute("width").value(), std::string("400px"));
+    EXPECT_THAT(svg.All("/svg/title"), ElementsAre("Pump"));
+    EXPECT_THAT(svg.Find("//image").attribute("xlink:href").value(),
+                StartsWith("data:image/png;base64,iVBORw0KGgo"));
+    EXPECT_EQ(svg.Find("//image").attribute("height").as_double(), 120.0);
+}
+
+TEST(SvgExporter, WritesAnyTextAsValidXml) {
+    const std::string nasty = "<&\"'\x01 ]]> \u9600\xFF";
+    Sheet sheet = SampleSheet();
+    sheet.title = sheet.callouts[0].label = sheet.callouts[0].leaders[0].instance =
+        sheet.table.rows[0][1].text = nasty;
+    const std::string clean = "<&\"' ]]> \u9600\uFFFD";
+    const ReadSvg svg(sheet);
+    ASSERT_TRUE(svg.IsRead());
+    EXPECT_EQ(svg.All("/svg/title").at(0), clean);
+    EXPECT_EQ(svg.All("//g[@class='label']/text").at(0), clean);
+    EXPECT_EQ(svg.All("//g[@class='callout']/@data-instances").at(0), clean);
+    EXPECT_EQ(SvgText(sheet).find('\x01'), std::string::npos);
+}
+
+TEST(SvgExporter, GivesLegalIdsOfWhichNoTwoAreAlike) {
+    Sheet sheet = SampleSheet();
+    for (const char* id : {"a b", "a_b", "callout-1", "\u9600<", ""}) {
+        sheet.callouts.push_back(sheet.callouts[0]);
+        sheet.callouts.back().id = id;
+    }
+    const std::vector<std::string> ids = ReadSvg(sheet).All("//@id");
+    EXPECT_EQ(ids.size(), sheet.callouts.size());
+    EXPECT_EQ(std::set<std::string>(ids.begin(), ids.end()).size(), ids.size());
+    for (const std::string& id : ids) EXPECT_THAT(id, MatchesRegex("callout-[-_.A-Za-z0-9]*"));
+}
+
+}  // namespace
+}  // namespace zrsheet::test
