@@ -97,16 +97,14 @@ double SurfaceSampler::SamplesPerDepth(const SurfaceSample& sample, int x, int y
                            m_camera.GetPixelToWorld());
 }
 
-// Compares steps of the same size in the world: along x and along depth, which in a central view is not even.
+// Compares what a step along x and one along depth come to in the world, which in a central view is another
+// ratio at every place.
 double SurfaceSampler::SamplesPerDepth(const dg::DPoint3D& point) const {
-    const dg::DPoint3D pixel = point * m_camera.GetWorldToPixel();
     const dg::DMat44& m = m_camera.GetPixelToWorld();
-    const double w = pixel.x * m(0, 3) + pixel.y * m(1, 3) + pixel.z * m(2, 3) + m(3, 3);
     const auto step = [&](std::size_t row) {
         return dg::DVec3(m(row, 0) - m(row, 3) * point.x, m(row, 1) - m(row, 3) * point.y,
                          m(row, 2) - m(row, 3) * point.z)
-                   .Length() /
-               std::abs(w);
+            .Length();
     };
     return step(2) / step(0) * m_samplesPerPixel;
 }

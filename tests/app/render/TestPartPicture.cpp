@@ -75,6 +75,15 @@ TEST(PartPicture, DrawsEdgesOfAPrismButNotFacetsOfACylinder) {
     EXPECT_EQ(linesInside(20), 0U);
 }
 
+// Towards its limb a surface falls away faster than many a part lies behind another.
+TEST(PartPicture, DrawsNothingBesideTheOutlineOfARoundSurface) {
+    ModelStage stage(1000, 40, 10.0);
+    stage.Add(0, Mantle(45, 10, 300), Turned({1, 0, 0}, 90));
+    const Raster raster = stage.Render();
+    EXPECT_THAT(LinesAcross(raster, 20, 0, 999), ElementsAre(DoubleNear(50, 1), DoubleNear(950, 1)));
+    EXPECT_EQ(InkIn(raster, 53, 10, 947, 30), 0);
+}
+
 // The tones of a cylinder run on where its facets meet.
 TEST(PartPicture, ShadesACylinderWithoutSteps) {
     ModelStage stage(200, 100);
@@ -100,6 +109,15 @@ TEST(PartPicture, ClosesHairlineCracksOfTheMesh) {
     const dg::Location tilt = Turned({0, 0, 1}, 33.0);
     stage.Add(0, Box({-70, -70, 0}, {-0.02, 70, 10}), tilt);
     stage.Add(0, Box({0.02, -70, 0}, {70, 70, 10}), tilt);
+    EXPECT_EQ(InkIn(stage.Render(), 70, 70, 130, 130), 0);
+}
+
+TEST(PartPicture, ClosesCracksThatShowMoreOfThePart) {
+    ModelStage stage(200, 200);
+    const dg::Location tilt = Turned({0, 0, 1}, 33.0);
+    stage.Add(0, Box({-70, -70, 0}, {-0.02, 70, 10}), tilt);
+    stage.Add(0, Box({0.02, -70, 0}, {70, 70, 10}), tilt);
+    stage.Add(0, Plate(100, 100, 1, 1), dg::Location(dg::FMat33(), {0, 0, -30}));
     EXPECT_EQ(InkIn(stage.Render(), 70, 70, 130, 130), 0);
 }
 
