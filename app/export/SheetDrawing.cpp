@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <cstddef>
 
-#include "app/export/CleanText.h"
+#include "app/render/CleanText.h"
 #include "app/render/TextMetrics.h"
 
 namespace zrsheet {

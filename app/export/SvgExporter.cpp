@@ -11,7 +11,7 @@
 #include <sstream>
 #include <string_view>
 
-#include "app/export/CleanText.h"
+#include "app/render/CleanText.h"
 #include "app/export/SheetDrawing.h"
 #include "app/render/TextMetrics.h"
 

@@ -1,7 +1,9 @@
 #include "app/render/TextLine.h"
 
 #include <cmath>
+#include <string>
 
+#include "app/render/CleanText.h"
 #include "app/render/TextMetrics.h"
 
 namespace zrsheet {
@@ -40,7 +42,8 @@ TextLine::TextLine(double size, bool bold)
 }
 
 void TextLine::SetText(std::string_view text) {
-    pango_layout_set_text(m_layout.get(), text.data(), static_cast<int>(text.size()));
+    const std::string clean = CleanText(text);
+    pango_layout_set_text(m_layout.get(), clean.data(), static_cast<int>(clean.size()));
 }
 
 double TextLine::GetWidth() const {

@@ -16,7 +16,7 @@ public:
     /// `size` in pixels.
     TextLine(double size, bool bold);
 
-    /// UTF-8; bytes that are none read as U+FFFD.
+    /// Cleans it: see CleanText.
     void SetText(std::string_view text);
 
     double GetWidth() const;

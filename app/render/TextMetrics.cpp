@@ -2,6 +2,7 @@
 
 #include <cstddef>
 
+#include "app/render/CleanText.h"
 #include "app/render/TextLine.h"
 
 namespace zrsheet {
@@ -39,24 +40,24 @@ double CapHeight(double size, bool bold) {
 
 // Widths grow with the length, so the longest beginning that fits is found by halving.
 std::string Ellipsize(std::string_view text, double size, double maxWidth, bool bold) {
+    const std::string clean = CleanText(text);
     TextLine line(size, bold);
-    line.SetText(text);
-    if (line.GetWidth() <= maxWidth) return std::string(text);
-    const std::string ellipsis = "\u2026";
-    const auto fits = [&](std::size_t length) {
-        line.SetText(std::string(text.substr(0, length)) + ellipsis);
+    const auto fits = [&](const std::string& candidate) {
+        line.SetText(candidate);
         return line.GetWidth() <= maxWidth;
     };
-    if (!fits(0)) return {};
+    if (fits(clean)) return clean;
+    const std::string ellipsis = "\u2026";
+    if (!fits(ellipsis)) return {};
     std::size_t good = 0;
-    std::size_t bad = text.size();
+    std::size_t bad = clean.size();
     while (good + 1 < bad) {
         const std::size_t middle = good + (bad - good) / 2;
-        (fits(CutBefore(text, middle)) ? good : bad) = middle;
+        (fits(clean.substr(0, CutBefore(clean, middle)) + ellipsis) ? good : bad) = middle;
     }
-    good = CutBefore(text, good);
-    while (good > 0 && text[good - 1] == ' ') --good;
-    return std::string(text.substr(0, good)) + ellipsis;
+    good = CutBefore(clean, good);
+    while (good > 0 && clean[good - 1] == ' ') --good;
+    return clean.substr(0, good) + ellipsis;
 }
 
 }  // namespace zrsheet

@@ -55,7 +55,7 @@ TEST(PngExporter, DrawsThePageAtAnyScale) {
         EXPECT_EQ(at(201, 41), kWhite);
         EXPECT_LT(at(120.4, 90)[0], 20) << "the dot of a leader";
         EXPECT_LT(at(35, 20)[0], 140) << "the top of a balloon";
-        EXPECT_EQ(at(88, 102), kWhite) << "outside the round end of a capsule";
+        EXPECT_EQ(at(89.5, 100.5), kWhite) << "outside the round end of a capsule";
         EXPECT_TRUE(HasInk(page, {30, 28, 40, 42}, scale)) << "a label";
         EXPECT_TRUE(HasInk(page, {10, 2, 60, 16}, scale)) << "the title";
         EXPECT_TRUE(HasInk(page, {262, 44, 275, 58}, scale)) << "a number, at the right of its column";

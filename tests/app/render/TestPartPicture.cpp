@@ -65,6 +65,31 @@ TEST(PartPicture, DrawsTheEdgeWhereAPartHidesItself) {
                 ElementsAre(DoubleNear(70, 0.5), DoubleNear(130, 0.5)));
 }
 
+// Depth is not even in a central view, so what a pixel's depth is differs from place to place.
+TEST(PartPicture, JudgesStepsOfDepthByTheirSizeOnThePicture) {
+    const dg::Camera3D cameras[] = {
+        dg::Camera3D::Orthographic({700, 0, 0}, {0, 0, -1}, {0, 1, 0}, 1.0, 200, 100, 1000.0),
+        dg::Camera3D::Perspective({700, 0, 1000}, {700, 0, 0}, {0, 1, 0}, 0.1, 10, 5000, 200, 100)};
+    for (const dg::Camera3D& camera : cameras) {
+        for (const bool isStep : {false, true}) {
+            ModelStage stage(200, 100);
+            const dg::Location lift(dg::FMat33(), {0, 0, isStep ? 4.0 : 0.2});
+            stage.Add(0, Plate(4000, 300, 1, 1));
+            stage.Add(0, Box({-20, -80, -1}, {700, 80, 0}), lift);
+            stage.SetCamera(camera);
+            EXPECT_THAT(LinesAcross(stage.Render(), 50, 90, 190), SizeIs(isStep ? 1 : 0)) << isStep;
+        }
+    }
+}
+
+TEST(PartPicture, DrawsACreaseExactlyWhereItIs) {
+    ModelStage stage(200, 100);
+    stage.Add(0, Box({-40, -80, -40}, {40, 80, 40}), Turned({0, 1, 0}, 45));
+    const Raster raster = stage.Render();
+    EXPECT_LT(ToneAt(raster, 100, 50), 180);
+    EXPECT_NEAR(ToneAt(raster, 99, 50), ToneAt(raster, 100, 50), 25);
+}
+
 TEST(PartPicture, DrawsEdgesOfAPrismButNotFacetsOfACylinder) {
     const auto linesInside = [](int sides) {
         ModelStage stage(200, 200);
@@ -78,7 +103,7 @@ TEST(PartPicture, DrawsEdgesOfAPrismButNotFacetsOfACylinder) {
 // Towards its limb a surface falls away faster than many a part lies behind another.
 TEST(PartPicture, DrawsNothingBesideTheOutlineOfARoundSurface) {
     ModelStage stage(1000, 40, 10.0);
-    stage.Add(0, Mantle(45, 10, 300), Turned({1, 0, 0}, 90));
+    stage.Add(0, Mantle(45, 10, 40), Turned({1, 0, 0}, 90));
     const Raster raster = stage.Render();
     EXPECT_THAT(LinesAcross(raster, 20, 0, 999), ElementsAre(DoubleNear(50, 1), DoubleNear(950, 1)));
     EXPECT_EQ(InkIn(raster, 53, 10, 947, 30), 0);

@@ -22,6 +22,8 @@ TEST(TextMetrics, AreThoseOfTheFont) {
     EXPECT_GT(TextWidth("Screw", 12, true), TextWidth("Screw", 12));
     EXPECT_GT(TextAscent(100), CapHeight(100));
     EXPECT_EQ(TextWidth("", 12), 0.0);
+    EXPECT_EQ(TextWidth("a\x01\x7f", 12), TextWidth("a", 12));
+    EXPECT_EQ(TextWidth("\xFF", 12), TextWidth("\uFFFD", 12));
 }
 
 TEST(TextMetrics, EllipsizeKeepsAsMuchAsFits) {
@@ -37,7 +39,7 @@ TEST(TextMetrics, EllipsizeKeepsAsMuchAsFits) {
 
 // Half a character is no UTF-8, and whoever reads the file stops there.
 TEST(TextMetrics, EllipsizeCutsBetweenCharacters) {
-    const std::string text = "\u00e4\u9600\u00f6\u9580\u00fc\u9600";
+    const std::string text = "\u01C4\u9600\u01C4\u9580\u01C4\u9600";
     for (double width = 5; width < TextWidth(text, 12); width += 0.7) {
         const std::string cut = Ellipsize(text, 12, width);
         EXPECT_EQ(cut.find("\uFFFD"), std::string::npos);

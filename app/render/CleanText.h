@@ -1,4 +1,4 @@
-// Text as every format can carry it.
+// Text as fonts can set it and as XML can carry it.
 
 #pragma once
 

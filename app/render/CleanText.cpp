@@ -1,4 +1,4 @@
-#include "app/export/CleanText.h"
+#include "app/render/CleanText.h"
 
 #include <cstddef>
 #include <cstdint>

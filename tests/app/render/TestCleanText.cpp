@@ -1,6 +1,8 @@
-#include "app/export/CleanText.h"
+#include "app/render/CleanText.h"
 
 #include <gtest/gtest.h>
+
+#include <string_view>
 
 namespace zrsheet {
 namespace {
@@ -21,6 +23,7 @@ TEST(CleanText, KeepsWhatXmlAllowsAndNothingElse) {
         {"beyond \xF4\x90\x80\x80\xFF", "beyond \uFFFD\uFFFD\uFFFD\uFFFD\uFFFD"},
     };
     for (const auto& test : kCases) EXPECT_EQ(CleanText(test.text), test.clean) << test.text;
+    EXPECT_EQ(CleanText(std::string_view("\u9600", 2)), "\uFFFD\uFFFD");
 }
 
 }  // namespace
