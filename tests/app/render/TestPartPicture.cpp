@@ -68,14 +68,14 @@ TEST(PartPicture, DrawsTheEdgeWhereAPartHidesItself) {
 // Depth is not even in a central view, so what a pixel's depth is differs from place to place.
 TEST(PartPicture, JudgesStepsOfDepthByTheirSizeOnThePicture) {
     const dg::Camera3D cameras[] = {
-        dg::Camera3D::Orthographic({700, 0, 0}, {0, 0, -1}, {0, 1, 0}, 1.0, 200, 100, 1000.0),
-        dg::Camera3D::Perspective({700, 0, 1000}, {700, 0, 0}, {0, 1, 0}, 0.1, 10, 5000, 200, 100)};
+        dg::Camera3D::Orthographic({7000, 0, 0}, {0, 0, -1}, {0, 1, 0}, 1.0, 200, 100, 1000.0),
+        dg::Camera3D::Perspective({7000, 0, 1000}, {7000, 0, 0}, {0, 1, 0}, 0.1, 10, 5000, 200, 100)};
     for (const dg::Camera3D& camera : cameras) {
         for (const bool isStep : {false, true}) {
             ModelStage stage(200, 100);
             const dg::Location lift(dg::FMat33(), {0, 0, isStep ? 4.0 : 0.2});
-            stage.Add(0, Plate(4000, 300, 1, 1));
-            stage.Add(0, Box({-20, -80, -1}, {700, 80, 0}), lift);
+            stage.Add(0, Plate(20000, 300, 1, 1));
+            stage.Add(0, Box({6880, -80, -1}, {7000, 80, 0}), lift);
             stage.SetCamera(camera);
             EXPECT_THAT(LinesAcross(stage.Render(), 50, 90, 190), SizeIs(isStep ? 1 : 0)) << isStep;
         }
