@@ -27,8 +27,7 @@ ChildResult RunReader(const std::filesystem::path& file, const ImportLimits& lim
         limits.reader.empty() ? ReaderBeside(std::filesystem::read_symlink("/proc/self/exe")) : limits.reader;
     const ChildLimits childLimits{kCanLimitMemory ? limits.memoryBytes : 0, limits.memoryBytes, limits.time};
     try {
-        // Absolute, so that no file name is taken for an option.
-        return RunChild(reader, {std::filesystem::absolute(file).string()}, childLimits);
+        return RunChild(reader, {file.string()}, childLimits);
     } catch (const std::system_error& error) {
         throw ImportError(fmt::format("the reader {} cannot be started ({}); install zrsheet again",
                                       reader.string(), error.code().message()));

@@ -57,7 +57,7 @@ TEST_F(ImportModelTest, RefusesAModelThatNeedsTooMuchMemory) {
     EXPECT_THAT(Complaint(Save(model), limits), HasSubstr("more memory than allowed"));
 }
 
-TEST_F(ImportModelTest, TakesAnyFileNameAndNamesTheModelAfterIt) {
+TEST_F(ImportModelTest, NamesTheModelAfterItsFileWhateverItsName) {
     std::filesystem::current_path(Write("x", "").parent_path());
     Save(Tetrahedron(), "-strange name \xC3\xA4.gltf");
     EXPECT_EQ(ImportModel("-strange name \xC3\xA4.gltf").name, "-strange name \xC3\xA4");
