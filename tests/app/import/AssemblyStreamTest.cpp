@@ -33,6 +33,22 @@ TEST(AssemblyStream, BringsBackWhatWasWrittenWholly) {
     EXPECT_THROW(static_cast<void>(ReadAssembly(bytes + " ")), ImportError);
 }
 
+// A count that is no longer true must not be allocated for: any other exception than the refusal fails here.
+TEST(AssemblyStream, EndsInAnAssemblyOrARefusalWhateverByteIsWrong) {
+    const std::string bytes = WriteAssembly(Small());
+    std::size_t refused = 0;
+    for (std::size_t i = 0; i < bytes.size(); ++i) {
+        std::string changed = bytes;
+        changed[i] = '\xFF';
+        try {
+            static_cast<void>(ReadAssembly(changed));
+        } catch (const ImportError&) {
+            ++refused;
+        }
+    }
+    EXPECT_GT(refused, bytes.size() / 4);
+}
+
 TEST(AssemblyStream, RefusesWhatBreaksThePromisesOfAnAssembly) {
     const std::vector<std::function<void(Assembly&)>> breaks{
         [](Assembly& a) { a.parts[0].indices[1] = 3; },
