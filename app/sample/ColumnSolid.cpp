@@ -230,8 +230,8 @@ ColumnSolid::ColumnSolid(std::vector<double> xs, std::vector<double> ys)
     for (std::vector<double>* lines : {&m_xs, &m_ys}) {
         constexpr double kSame = 1e-3;
         std::ranges::sort(*lines);
-        const auto same = std::ranges::unique(*lines, [](double a, double b) { return b - a < kSame; });
-        lines->erase(same.begin(), same.end());
+        const auto isSame = [](double a, double b) { return b - a < kSame; };
+        lines->erase(std::unique(lines->begin(), lines->end(), isSame), lines->end());
     }
 }
 
