@@ -37,10 +37,10 @@ Sheet SampleSheet() {
     sheet.callouts = {Pump(), Screws()};
     sheet.items = {{1, "1", 1, "Pump housing", "T-7", 0, {{"Material", "Cast iron"}}, {"root/pump"}},
                    {2, "2", 4, "Screw", "", 1, {{"Mass", "0.2"}}, {"root/screw 1", "root/screw 2"}}};
-    sheet.table = {{220, 20, 380, 80},
-                   20,
-                   {{"Item", 60, true}, {"Name", 100, false}},
-                   {{{"1", 0}, {"Pump housing", 0}}, {{"2", 0}, {"Screw", 8}}}};
+    sheet.tables = {{{220, 20, 380, 80},
+                     20,
+                     {{"Item", 60, true}, {"Name", 100, false}},
+                     {{{"1", 0}, {"Pump housing", 0}}, {{"2", 0}, {"Screw", 8}}}}};
     sheet.seconds = {0.126, 1, 0, 2.5, 0};
     return sheet;
 }

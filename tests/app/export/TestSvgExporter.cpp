@@ -65,7 +65,8 @@ TEST(SvgExporter, DrawsLeadersOverAWhiteHaloAndCoveredOnesDashedAndDim) {
 }
 
 TEST(SvgExporter, CentresTheLabelByTheHeightOfItsDigits) {
-    const pugi::xml_node text = ReadSvg(SampleSheet()).Find("//g[@id='callout-1']/g[@class='label']/text");
+    const ReadSvg svg(SampleSheet());
+    const pugi::xml_node text = svg.Find("//g[@id='callout-1']/g[@class='label']/text");
     EXPECT_EQ(text.attribute("x").as_double(), 35.0);
     EXPECT_EQ(text.attribute("text-anchor").value(), std::string("middle"));
     EXPECT_NEAR(text.attribute("y").as_double() - 0.5 * CapHeight(SheetStyle().fontSize), 35.0, 0.01);
@@ -82,6 +83,15 @@ TEST(SvgExporter, DrawsTheTableWithRealTextUnderItsHead) {
     EXPECT_EQ(svg.All("//g[@class='parts-list']/line").size(), 4U);
 }
 
+// A long parts list stands in several columns beside each other.
+TEST(SvgExporter, DrawsEveryTableOfAList) {
+    Sheet sheet = SampleSheet();
+    sheet.tables.push_back(sheet.tables[0]);
+    sheet.tables[1].box.x0 += 1000;
+    EXPECT_THAT(ReadSvg(sheet).All("//g[@class='parts-list']/text[@x > 1000]"),
+                ElementsAre("Item", "Name", "1", "Pump housing", "2", "Screw"));
+}
+
 TEST(SvgExporter, CarriesTitleSizeAndPicture) {
     const ReadSvg svg(SampleSheet());
     EXPECT_EQ(svg.Find("/svg").attribute("viewBox").value(), std::string("0 0 400 200"));
@@ -96,7 +106,7 @@ TEST(SvgExporter, WritesAnyTextAsValidXml) {
     const std::string nasty = "<&\"'\x01 ]]> \u9600\xFF";
     Sheet sheet = SampleSheet();
     sheet.title = sheet.callouts[0].label = sheet.callouts[0].leaders[0].instance =
-        sheet.table.rows[0][1].text = nasty;
+        sheet.tables[0].rows[0][1].text = nasty;
     const std::string clean = "<&\"' ]]> \u9600\uFFFD";
     const ReadSvg svg(sheet);
     ASSERT_TRUE(svg.IsRead());
