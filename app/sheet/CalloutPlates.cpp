@@ -14,13 +14,11 @@ namespace {
 
 using zrannotations::Callout;
 
-// Pixel numbers of the view name the middles of pixels, places on the page their corners.
-constexpr double kPixelMiddle = 0.5;
 constexpr double kBalloonHeight = 2.0;  // font sizes
 constexpr double kLabelPadding = 0.7;   // font sizes, both ends of a capsule together
 
 PagePoint OnPage(const dg::DPoint3D& pixel, const PageBox& figure) {
-    return {figure.x0 + pixel.x + kPixelMiddle, figure.y0 + pixel.y + kPixelMiddle};
+    return {figure.x0 + pixel.x, figure.y0 + pixel.y};
 }
 
 dg::DPoint3D AnchorPixel(const Callout& callout, unsigned position, const dg::Camera3D& camera) {
@@ -49,23 +47,6 @@ PagePoint RimTowards(const PageBox& box, const PagePoint& anchor) {
     if (distance <= radius) return anchor;
     return {core.x + (anchor.x - core.x) * radius / distance,
             core.y + (anchor.y - core.y) * radius / distance};
-}
-
-constexpr double kFrameDistance = 30.0;  // between the model and the middles of balloons, as the engine keeps
-
-/// Takes a balloon that still lies on the model to the nearest side of the frame around it.
-void MoveOut(Balloon& balloon, const PageBox& model) {
-    PagePoint& centre = balloon.centre;
-    if (centre.x <= model.x0 || centre.x >= model.x1 || centre.y <= model.y0 || centre.y >= model.y1) return;
-    const double toSide = std::min(centre.x - model.x0, model.x1 - centre.x);
-    const double toTop = std::min(centre.y - model.y0, model.y1 - centre.y);
-    if (toSide <= toTop) {
-        centre.x = centre.x - model.x0 <= model.x1 - centre.x ? model.x0 - kFrameDistance
-                                                              : model.x1 + kFrameDistance;
-    } else {
-        centre.y = centre.y - model.y0 <= model.y1 - centre.y ? model.y0 - kFrameDistance
-                                                              : model.y1 + kFrameDistance;
-    }
 }
 
 /// A legal XML name, the same from run to run.
@@ -99,10 +80,6 @@ CalloutPlates::CalloutPlates(const std::vector<du::SmartPtr<Callout>>& callouts,
         Balloon balloon{OnPage(label, figure), OnPage(label, figure), std::max(m_height, std::round(width)),
                         m_height};
         if (!plate.leaders.empty()) balloon.anchor = plate.leaders.front().anchor;
-        // The engine laid the label out for the first instance; where another one is pointed at, the label
-        // follows.
-        const auto drawn = callout->GetDrawnLeaders();
-        if (!drawn.empty() && drawn.front() != 0) balloon.centre = balloon.anchor;
         m_balloons.push_back(balloon);
         m_callouts.push_back(std::move(plate));
     }
@@ -117,7 +94,6 @@ void CalloutPlates::Place(SheetCallout& callout, const PagePoint& centre) const 
 }
 
 void CalloutPlates::Tidy(const PageBox& model) {
-    for (Balloon& balloon : m_balloons) MoveOut(balloon, model);
     TidyBalloons(m_balloons, model, m_figure);
     Move({});
 }

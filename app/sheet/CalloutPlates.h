@@ -17,7 +17,9 @@ public:
     CalloutPlates(const std::vector<du::SmartPtr<zrannotations::Callout>>& callouts, const PageBox& figure,
                   const SheetStyle& style);
 
-    /// Gives the balloons their final places around the model's picture.
+    /// Gives the balloons their final places around the model's picture: the engine's layout knows no text
+    /// widths and no page, and lays a label out for the first instance of its part, which need not be the one
+    /// that is shown.
     void Tidy(const PageBox& model);
     void Move(const PagePoint& move);
     [[nodiscard]] std::vector<PageBox> Boxes() const;

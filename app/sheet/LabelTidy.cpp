@@ -4,32 +4,30 @@
 #include <array>
 #include <cmath>
 #include <cstddef>
+#include <utility>
+
+#include "app/sheet/SideChoice.h"
 
 namespace zrsheet {
 namespace {
 
-constexpr double kGap = 8.0;     // between balloons
-constexpr double kInset = 20.0;  // of balloons from the figure's ends
-constexpr int kMostSweeps = 40;  // of uncrossing; in practice a handful
+constexpr double kGap = 8.0;             // between balloons
+constexpr double kFrameDistance = 30.0;  // from the model to the middles of the balloons
+constexpr double kInset = 20.0;          // of balloons from the figure's ends
+constexpr int kMostSweeps = 40;          // of uncrossing; in practice a handful
 
 /// The balloons of one side; `along` is the axis that the side runs along, 0 for x and 1 for y.
 struct Side {
     int along = 1;
     double least = 0.0;
     double greatest = 0.0;
+    double across = 0.0;  // where the side stands on the other axis
     std::vector<Balloon*> balloons;
 };
 
 double& Coordinate(PagePoint& point, int axis) { return axis == 0 ? point.x : point.y; }
 double Coordinate(const PagePoint& point, int axis) { return axis == 0 ? point.x : point.y; }
 double Length(const Balloon& balloon, int axis) { return axis == 0 ? balloon.width : balloon.height; }
-
-/// Which side of the model the balloon lies on: left, right, top, bottom.
-std::size_t SideOf(const Balloon& balloon, const PageBox& model) {
-    const std::array<double, 4> outside{model.x0 - balloon.centre.x, balloon.centre.x - model.x1,
-                                        model.y0 - balloon.centre.y, balloon.centre.y - model.y1};
-    return static_cast<std::size_t>(std::max_element(outside.begin(), outside.end()) - outside.begin());
-}
 
 /// Neighbours that share one place until the next lies far enough.
 struct Cluster {
@@ -136,18 +134,30 @@ void Tidy(Side& side) {
     Place(side);
 }
 
+Side SideAt(BalloonSide place, const PageBox& model, const PageBox& figure) {
+    // The upright sides have the corners to themselves.
+    if (place == kLeftSide) return {1, figure.y0 + kInset, figure.y1 - kInset, model.x0 - kFrameDistance, {}};
+    if (place == kRightSide)
+        return {1, figure.y0 + kInset, figure.y1 - kInset, model.x1 + kFrameDistance, {}};
+    return {
+        0, model.x0, model.x1, place == kTopSide ? model.y0 - kFrameDistance : model.y1 + kFrameDistance, {}};
+}
+
 }  // namespace
 
 void TidyBalloons(std::vector<Balloon>& balloons, const PageBox& model, const PageBox& figure) {
-    std::array<Side, 4> sides;
-    for (std::size_t i = 0; i < sides.size(); ++i) {
-        const bool isUpright = i < 2;
-        sides[i].along = isUpright ? 1 : 0;
-        // The upright sides have the corners to themselves.
-        sides[i].least = isUpright ? figure.y0 + kInset : model.x0;
-        sides[i].greatest = isUpright ? figure.y1 - kInset : model.x1;
+    std::array<Side, kBalloonSides> sides;
+    std::array<double, kBalloonSides> rooms{};
+    for (const BalloonSide place : {kLeftSide, kRightSide, kTopSide, kBottomSide}) {
+        sides[place] = SideAt(place, model, figure);
+        rooms[place] = sides[place].greatest - sides[place].least;
     }
-    for (Balloon& balloon : balloons) sides[SideOf(balloon, model)].balloons.push_back(&balloon);
+    const std::vector<BalloonSide> places = ChooseSides(balloons, model, rooms, kGap);
+    for (std::size_t i = 0; i < balloons.size(); ++i) {
+        Side& side = sides[places[i]];
+        Coordinate(balloons[i].centre, 1 - side.along) = side.across;
+        side.balloons.push_back(&balloons[i]);
+    }
     for (Side& side : sides) Tidy(side);
 }
 

@@ -17,8 +17,8 @@ struct Balloon {
     double height = 0.0;
 };
 
-/// `model` is the model's picture; balloons around it stay on the side where they lie. The room along the
-/// sides is that of `figure` and is left only when the balloons need more. O(n log n), and O(n^2) for the
+/// `model` is the model's picture, around which the balloons are placed, each near its anchor. The room along
+/// the sides is that of `figure` and is left only when the balloons need more. O(n log n), and O(n^2) for the
 /// crossings of one side.
 void TidyBalloons(std::vector<Balloon>& balloons, const PageBox& model, const PageBox& figure);
 
