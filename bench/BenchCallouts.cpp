@@ -1,0 +1,207 @@
+// How the engine and the creation of callouts scale with the number of parts. Scene and list are made outside
+// what is timed.
+
+#include <benchmark/benchmark.h>
+
+#include <cmath>
+#include <string>
+#include <vector>
+
+#include "callouts/Callouts.h"
+#include "callouts/generator/CalloutGenerator.h"
+#include "zrannotations/CalloutTemplates.h"
+#include "zritemlist/ItemList.h"
+#include "zrk/annotation/AnnoSet.h"
+#include "zrk/illustration/Illustration3dScene.h"
+#include "zrk/scene/ShapeView.h"
+#include "zrk/tree/Tree.h"
+#include "zrk/world/Kernel.h"
+#include "zrk/world/World.h"
+#include "zrkapp/illustration/HostSession.h"
+
+namespace zrcallouts {
+namespace {
+
+using CalloutPtr = du::SmartPtr<zrannotations::Callout>;
+using SbomPtr = du::SmartPtr<zrk::illustration::SbomInstance>;
+
+constexpr int kWidth = 1200;
+constexpr int kHeight = 900;
+constexpr double kPitch = 3.0;  // from one part to the next; they are two units large
+
+du::SmartPtr<zrk::Shape> MakeBox() {
+    std::vector<float> positions;
+    for (unsigned corner = 0; corner < 8; ++corner) {
+        for (unsigned axis = 0; axis < 3; ++axis)
+            positions.push_back((corner >> axis & 1U) != 0 ? 1.0F : -1.0F);
+    }
+    return new zrk::Shape(new zrg::Shape(positions, {0, 2, 1, 1, 2, 3, 4, 5, 6, 5, 7, 6, 0, 1, 4, 1, 5, 4,
+                                                     2, 6, 3, 3, 6, 7, 0, 4, 2, 2, 4, 6, 1, 3, 5, 3, 7, 5}));
+}
+
+/// A host with a square field of parts, no two alike, each with its item, and an engine.
+class PartField {
+public:
+    explicit PartField(int parts) : m_root(new zrk::illustration::SbomInstance(du::Symbol("root"), "root")) {
+        m_scene->AddView(m_view);
+        AddParts(parts);
+        m_engine->Initialize(m_scene);
+        m_engine->GetItemsList()->GenerateFromStructure(m_root, nullptr);
+        const zrannotations::TextProperties look;
+        m_template =
+            new zrannotations::TAnnotation("number",
+                                           {new zrannotations::LabelContent("System", "zrITM", look),
+                                            new zrannotations::LabelContent(" x ", look),
+                                            new zrannotations::LabelContent("System", "zrQTY", look)},
+                                           nullptr);
+        zrannotations::AddCalloutTemplate(m_template);
+        m_engine->SetTemplate(m_template);
+        m_view->GetVisibilityMap();
+    }
+    PartField(const PartField&) = delete;
+    PartField& operator=(const PartField&) = delete;
+    ~PartField() {
+        zrk::Kernel::GetKernel()->CancelPendingEvents();
+        m_engine->Destroy();
+        zrk::World::GetWorld()->GetTaskPool()->WaitIdle();
+        m_scene->Close();
+        zrannotations::ClearCalloutTemplates();
+    }
+
+    void CreateCallouts() {
+        CalloutGenerator::Selection selection;
+        for (const auto& part : m_root->GetChildren()) {
+            selection.emplace_back(new zrk::illustration::SbomInstanceSelectionItem(part));
+        }
+        CalloutGenerator::CreateCallouts(m_engine, std::move(selection), nullptr);
+        zrk::World::GetWorld()->GetTaskPool()->WaitIdle();
+        zrk::Kernel::GetKernel()->DispatchEvents();
+    }
+    /// A callout on each part, with its number, known to nobody yet.
+    std::vector<CalloutPtr> MakeCallouts() const {
+        std::vector<CalloutPtr> callouts;
+        for (const auto& part : m_scene->GetShapeInstances()) {
+            callouts.emplace_back(new zrannotations::Callout);
+            callouts.back()->Initialize(m_template, part, false, nullptr);
+            du::SmartPtr<zrk::Instance> instance;
+            part->GetInstance(instance);
+            unsigned id = 0;
+            m_engine->GetItemsList()->GetZrkItemList()->GetItemIdForInstance(
+                SbomPtr(instance->GetSbomInstance()), id);
+            callouts.back()->SetItemId(id);
+        }
+        return callouts;
+    }
+    Callouts& Engine() { return *m_engine; }
+    zrk::AnnoSet& Annotations() {
+        du::SmartPtr<zrk::AnnoSet> annoSet;
+        m_scene->GetAnnoSet(annoSet);
+        return *annoSet;
+    }
+
+private:
+    void AddParts(int parts) {
+        const int columns = static_cast<int>(std::ceil(std::sqrt(parts)));
+        const double extent = kPitch * columns;
+        m_view->SetCamera(dg::Camera3D::Orthographic({extent / 2, extent / 2, 0}, {0, 0, -1}, {0, 1, 0},
+                                                     0.9 * kHeight / extent, kWidth, kHeight, 100.0));
+        const du::SmartPtr<zrk::Shape> box = MakeBox();
+        const du::SmartPtr<zrk::Instance> root(
+            new zrk::Instance(du::Symbol("root"), "root", nullptr, dg::Location::IDENTITY));
+        for (int i = 0; i < parts; ++i) {
+            const std::string name = "part" + std::to_string(i);
+            const dg::Location place(dg::FMat33::IDENTITY,
+                                     {kPitch * (i % columns), kPitch * (i / columns), 0});
+            const du::SmartPtr<zrk::Instance> instance(
+                new zrk::Instance(du::Symbol(name), name, new zrk::ComponentNode(name, box), place));
+            const SbomPtr sbom(new zrk::illustration::SbomInstance(du::Symbol(name), name));
+            sbom->SetEbomInstance(instance);
+            m_root->AddChild(sbom);
+            root->AddChild(instance);
+            m_scene->CreateShapeInstance(instance);
+        }
+        zrk::World::GetWorld()->GetTree()->SetRoot(root);
+    }
+
+    const zrkapp::illustration::HostSession m_session{2};
+    const du::SmartPtr<zrk::illustration::Illustration3dScene> m_scene{
+        new zrk::illustration::Illustration3dScene};
+    const du::SmartPtr<zrk::ShapeView> m_view{new zrk::ShapeView(m_scene, 1)};
+    const SbomPtr m_root;
+    const du::SmartPtr<Callouts> m_engine{new Callouts};
+    du::SmartPtr<zrannotations::TAnnotation> m_template;
+};
+
+void CreationRun(benchmark::State& state) {
+    for (auto _ : state) {
+        state.PauseTiming();
+        {
+            PartField field(static_cast<int>(state.range(0)));
+            state.ResumeTiming();
+            field.CreateCallouts();
+            state.PauseTiming();
+        }
+        state.ResumeTiming();
+    }
+    state.SetComplexityN(state.range(0));
+}
+
+void RegisterAndShow(benchmark::State& state) {
+    PartField field(static_cast<int>(state.range(0)));
+    const auto callouts = field.MakeCallouts();
+    for (auto _ : state) {
+        for (const auto& callout : callouts) field.Annotations().AddAnnotationToSet(callout, nullptr);
+        state.PauseTiming();
+        for (const auto& callout : callouts) field.Annotations().RemoveAnnotationFromSet(callout, nullptr);
+        state.ResumeTiming();
+    }
+    state.SetComplexityN(state.range(0));
+}
+
+void Remove(benchmark::State& state) {
+    PartField field(static_cast<int>(state.range(0)));
+    const auto callouts = field.MakeCallouts();
+    for (auto _ : state) {
+        state.PauseTiming();
+        for (const auto& callout : callouts) field.Annotations().AddAnnotationToSet(callout, nullptr);
+        state.ResumeTiming();
+        for (const auto& callout : callouts) field.Annotations().RemoveAnnotationFromSet(callout, nullptr);
+    }
+    state.SetComplexityN(state.range(0));
+}
+
+void Label(benchmark::State& state) {
+    PartField field(static_cast<int>(state.range(0)));
+    const auto callouts = field.MakeCallouts();
+    for (auto _ : state) {
+        for (const auto& callout : callouts) field.Engine().SetCalloutText(callout);
+    }
+    state.SetComplexityN(state.range(0));
+}
+
+void Admit(benchmark::State& state) {
+    PartField field(static_cast<int>(state.range(0)));
+    const auto registered = field.MakeCallouts();
+    const auto candidates = field.MakeCallouts();
+    for (const auto& callout : registered) field.Annotations().AddAnnotationToSet(callout, nullptr);
+    for (auto _ : state) {
+        for (const auto& callout : candidates) benchmark::DoNotOptimize(field.Engine().IsAllowed(callout));
+    }
+    state.SetComplexityN(state.range(0));
+}
+
+constexpr int kFew = 100;
+constexpr int kMany = 10000;
+
+BENCHMARK(CreationRun)
+    ->RangeMultiplier(10)
+    ->Range(kFew, kMany)
+    ->Unit(benchmark::kMillisecond)
+    ->MeasureProcessCPUTime();
+BENCHMARK(RegisterAndShow)->RangeMultiplier(10)->Range(kFew, kMany)->Unit(benchmark::kMillisecond);
+BENCHMARK(Remove)->RangeMultiplier(10)->Range(kFew, kMany)->Unit(benchmark::kMillisecond);
+BENCHMARK(Label)->RangeMultiplier(10)->Range(kFew, kMany)->Unit(benchmark::kMillisecond);
+BENCHMARK(Admit)->RangeMultiplier(10)->Range(kFew, kMany)->Unit(benchmark::kMillisecond);
+
+}  // namespace
+}  // namespace zrcallouts
