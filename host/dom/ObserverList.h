@@ -3,15 +3,18 @@
 
 #pragma once
 
-#include <algorithm>
+#include <cstdint>
+#include <map>
 #include <mutex>
+#include <unordered_map>
 #include <vector>
 
 #include "du/SmartPtr.h"
 
 namespace dom {
 
-/// Any thread. Observers are told in the order in which they registered.
+/// Any thread. Observers are told in the order in which they registered. Registering and unregistering cost
+/// O(log n).
 template <class T>
 class ObserverList {
 public:
@@ -19,16 +22,16 @@ public:
     ObserverList(const ObserverList&) = delete;
     ObserverList& operator=(const ObserverList&) = delete;
     ~ObserverList() {
-        for (const auto& observer : m_observers) observer->RemoveRegistration();
+        for (const auto& [place, observer] : m_inOrder) observer->RemoveRegistration();
     }
 
     /// Null and known observers are passed over.
     void Register(const du::SmartPtr<T>& observer) {
         if (!observer) return;
         const std::lock_guard hold(m_mutex);
-        if (std::find(m_observers.begin(), m_observers.end(), observer) != m_observers.end()) return;
+        if (!m_places.emplace(observer.get(), m_registered).second) return;
         observer->AddRegistration();
-        m_observers.push_back(observer);
+        m_inOrder.emplace_hint(m_inOrder.end(), m_registered++, observer);
     }
 
     /// Does not wait for a notification in flight.
@@ -36,17 +39,22 @@ public:
         du::SmartPtr<T> removed;
         {
             const std::lock_guard hold(m_mutex);
-            const auto place = std::find(m_observers.begin(), m_observers.end(), observer);
-            if (place == m_observers.end()) return;
-            removed = *place;
-            m_observers.erase(place);
+            const auto place = m_places.find(observer.get());
+            if (place == m_places.end()) return;
+            const auto entry = m_inOrder.find(place->second);
+            removed = entry->second;
+            m_inOrder.erase(entry);
+            m_places.erase(place);
         }
         removed->RemoveRegistration();
     }
 
     std::vector<du::SmartPtr<T>> Snapshot() const {
+        std::vector<du::SmartPtr<T>> observers;
         const std::lock_guard hold(m_mutex);
-        return m_observers;
+        observers.reserve(m_inOrder.size());
+        for (const auto& [place, observer] : m_inOrder) observers.push_back(observer);
+        return observers;
     }
 
     /// Calls `notify(observer)` for each.
@@ -56,8 +64,11 @@ public:
     }
 
 private:
-    mutable std::mutex m_mutex;  // guards m_observers
-    std::vector<du::SmartPtr<T>> m_observers;
+    mutable std::mutex m_mutex;                          // guards all below
+    std::map<std::uint64_t, du::SmartPtr<T>> m_inOrder;  // by place, which grows with each registration
+    std::unordered_map<const T*, std::uint64_t>
+        m_places;  // a template may have an observer for each of its callouts
+    std::uint64_t m_registered = 0;
 };
 
 }  // namespace dom
