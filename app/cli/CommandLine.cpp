@@ -71,51 +71,78 @@ struct RawOptions {
     bool perInstance = false;
 };
 
-void DefineMake(CLI::App& make, MakeRequest& request, RawOptions& raw) {
-    SheetOptions& options = request.options;
-    make.add_option("MODEL", options.model, "The assembly: a glTF 2.0 file, .glb or .gltf")->required();
-    make.add_option("-o,--output", request.outputs,
-                    "A file to write; its extension chooses the format: " + KnownExtensions() +
-                        ". May be given several times")
+void DefineFiles(CLI::App& make, MakeRequest& request) {
+    make.add_option("MODEL", request.options.model, "The assembly: a glTF 2.0 file, .glb or .gltf")
+        ->type_name("")
+        ->required();
+    make.add_option(
+            "-o,--output", request.outputs,
+            "A file to write, once for each file.\nIts extension chooses the format: " + KnownExtensions())
+        ->type_name("FILE")
+        ->group("Output")
         ->required()
         ->allow_extra_args(false);
-    make.add_option("--view", raw.view,
-                    "From where the model is seen: iso, front, back, left, right, top, bottom, or the "
-                    "direction of the look "
-                    "as x,y,z (Y is up)")
-        ->capture_default_str();
-    make.add_option("--size", raw.size,
-                    "The page in pixels; it grows when the callouts or the list need more")
-        ->capture_default_str();
-    make.add_option(
-            "--template", options.labelTemplate,
-            "What balloons say: {item}, {quantity}, {tag}, {name}, {property:NAME} and any text around them")
-        ->capture_default_str();
-    auto* leaders =
-        make.add_option_group("Leaders", "For a part that is there several times (at most one of these):");
-    leaders->add_flag("--draw-one", raw.drawOne,
-                      "one balloon with a leader to the instance seen best (the default)");
-    leaders->add_flag("--combine", raw.combine, "one balloon with leaders to all instances");
-    leaders->add_flag("--per-instance", raw.perInstance, "a balloon for every instance");
-    leaders->require_option(0, 1);
-    make.add_option("--numbering", raw.numbering,
-                    "How items are numbered: flat (1, 2, 3) or hierarchical (1, 1.1, 1.2)")
-        ->check(CLI::IsMember({"flat", "hierarchical"}))
-        ->capture_default_str();
-    make.add_option("--select", options.selection,
-                    "Only parts of this name, or with a slash this path; * stands for any characters. An "
-                    "assembly selects "
-                    "all in it. May be given several times")
-        ->allow_extra_args(false);
-    make.add_option("--language", options.language, "Of the sheet's own texts: en, de, fr, es or ja")
-        ->check(CLI::IsMember({"en", "de", "fr", "es", "ja"}))
-        ->capture_default_str();
     make.add_option("--report", request.report,
-                    "Write where everything stands on the page to this JSON file");
-    make.add_option("--threads", options.threads, "Threads to work with; 0 for as many as the machine has")
-        ->check(CLI::Range(0, 256))
+                    "Where everything stands on the page, for programs:\na JSON file in page pixels")
+        ->type_name("FILE")
+        ->group("Output");
+}
+
+void DefinePicture(CLI::App& make, SheetOptions& options, RawOptions& raw) {
+    make.add_option("--view", raw.view,
+                    "From where the model is seen: iso, front, back, left, right,\ntop, bottom, or the "
+                    "direction of the "
+                    "look such as -1,-1,-1.\nY points up, the front towards Z")
+        ->type_name("VIEW")
+        ->group("Picture")
         ->capture_default_str();
-    make.footer(kExamples);
+    make.add_option("--size", raw.size, "The page in pixels; it grows when callouts or list need more")
+        ->type_name("WxH")
+        ->group("Picture")
+        ->capture_default_str();
+    make.add_option("--threads", options.threads, "Threads to work with; 0: as many as the machine has")
+        ->type_name("N")
+        ->group("Picture")
+        ->check(CLI::Range(0, 256).description(""))
+        ->capture_default_str();
+}
+
+void DefineCallouts(CLI::App& make, SheetOptions& options, RawOptions& raw) {
+    make.add_option("--select", options.selection,
+                    "Only parts of this name or, with a slash, this path; an\nassembly selects all in it. * "
+                    "stands for any "
+                    "characters.\nOnce for each pattern")
+        ->type_name("PATTERN")
+        ->group("Callouts")
+        ->allow_extra_args(false);
+    make.add_option("--template", options.labelTemplate,
+                    "What balloons say: {item}, {quantity}, {tag}, {name},\n{property:NAME}, and any text "
+                    "around them")
+        ->type_name("TEXT")
+        ->group("Callouts")
+        ->capture_default_str();
+    auto* drawOne =
+        make.add_flag("--draw-one", raw.drawOne,
+                      "A part that is there several times gets one balloon with a\nleader to the instance "
+                      "seen best (the default)");
+    auto* combine = make.add_flag("--combine", raw.combine, "... one balloon with leaders to all instances");
+    auto* perInstance = make.add_flag("--per-instance", raw.perInstance, "... a balloon for every instance");
+    for (CLI::Option* option : {drawOne, combine, perInstance}) option->group("Callouts");
+    drawOne->excludes(combine)->excludes(perInstance);
+    combine->excludes(perInstance);
+}
+
+void DefineList(CLI::App& make, SheetOptions& options, RawOptions& raw) {
+    make.add_option("--numbering", raw.numbering, "flat (1, 2, 3) or hierarchical (1, 1.1, 1.2)")
+        ->type_name("KIND")
+        ->group("Parts list")
+        ->check(CLI::IsMember({"flat", "hierarchical"}).description(""))
+        ->capture_default_str();
+    make.add_option("--language", options.language, "Of the sheet's own texts: en, de, fr, es or ja")
+        ->type_name("LANGUAGE")
+        ->group("Parts list")
+        ->check(CLI::IsMember({"en", "de", "fr", "es", "ja"}).description(""))
+        ->capture_default_str();
 }
 
 void Interpret(const RawOptions& raw, MakeRequest& request) {
@@ -149,8 +176,15 @@ CommandLine ReadCommandLine(int argc, const char* const* argv) {
     app.set_version_flag("--version", std::string("zrsheet ") + kVersion);
     app.require_subcommand(1);
     app.footer("'zrsheet make --help' tells about the options.");
-    CLI::App* make = app.add_subcommand("make", "Makes the sheet of a model");
-    DefineMake(*make, line.request, raw);
+    CLI::App* make =
+        app.add_subcommand("make",
+                           "Makes the illustrated parts sheet of a model.\nEvery part of the list gets a "
+                           "balloon; its leader ends on the part, where it is seen best.");
+    make->footer(kExamples);
+    DefineFiles(*make, line.request);
+    DefinePicture(*make, line.request.options, raw);
+    DefineCallouts(*make, line.request.options, raw);
+    DefineList(*make, line.request.options, raw);
     try {
         app.parse(argc, argv);
         Interpret(raw, line.request);
