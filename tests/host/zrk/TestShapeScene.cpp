@@ -127,6 +127,7 @@ TEST_F(ShapeSceneTest, HandsOutViewsByIndexUntilItCloses) {
 }
 
 TEST_F(ShapeSceneTest, ServesThreadsThatBuildLookUpAndPick) {
+    m_scene.UnregisterObserver(m_log);  // it is not made for several threads
     constexpr int kEach = 50;
     std::vector<std::thread> builders;
     for (int t = 0; t < 3; ++t) {
