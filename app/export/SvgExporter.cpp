@@ -11,8 +11,8 @@
 #include <sstream>
 #include <string_view>
 
-#include "app/render/CleanText.h"
 #include "app/export/SheetDrawing.h"
+#include "app/render/CleanText.h"
 #include "app/render/TextMetrics.h"
 
 namespace zrsheet {
@@ -133,9 +133,9 @@ private:
 
 std::string InstanceList(const SheetCallout& callout) {
     std::string list;
-    for (const SheetLeader& leader : callout.leaders) {
+    for (const std::string& instance : callout.instances) {
         if (!list.empty()) list += '|';
-        list += CleanText(leader.instance);
+        list += CleanText(instance);
     }
     return list;
 }

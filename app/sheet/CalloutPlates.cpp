@@ -76,6 +76,9 @@ CalloutPlates::CalloutPlates(const std::vector<du::SmartPtr<Callout>>& callouts,
         for (const unsigned position : callout->GetDrawnLeaders()) {
             plate.leaders.push_back(LeaderOf(*callout, position, camera, figure));
         }
+        for (unsigned i = 0; i < callout->GetLeaderLineCount(false); ++i) {
+            plate.instances.push_back(callout->GetShapeInstanceIdAtPos(i));
+        }
         const double width = TextWidth(plate.label, style.fontSize) + kLabelPadding * style.fontSize;
         Balloon balloon{OnPage(label, figure), OnPage(label, figure), std::max(m_height, std::round(width)),
                         m_height};

@@ -42,7 +42,8 @@ struct SheetCallout {
     unsigned int itemId = 0;
     std::string label;
     PageBox box;
-    std::vector<SheetLeader> leaders;
+    std::vector<SheetLeader> leaders;    // those that are drawn
+    std::vector<std::string> instances;  // paths of all instances that it stands for
 };
 
 /// A row of the parts list.

@@ -9,8 +9,9 @@
 namespace zrsheet::test {
 namespace {
 
-SheetCallout Pump() {
-    return {"callout-1", true, 1, "1", {20, 20, 50, 50}, {{{120.456, 90}, {50, 35}, "root/pump", true}}};
+SheetCallout Pump(){
+    return {"callout-1", true, 1, "1", {20, 20, 50, 50}, {{{120.456, 90}, {50, 35}, "root/pump", true}}},
+           {"root/pump"}};
 }
 
 SheetCallout Screws() {
@@ -19,7 +20,8 @@ SheetCallout Screws() {
             2,
             "2 (4x)",
             {20, 100, 90, 130},
-            {{{150, 100}, {90, 115}, "root/screw 1", true}, {{160, 140}, {90, 116}, "root/screw 2", false}}};
+            {{{150, 100}, {90, 115}, "root/screw 1", true}, {{160, 140}, {90, 116}, "root/screw 2", false}},
+            {"root/screw 1", "root/screw 2", "root/screw 3"}};
 }
 
 }  // namespace

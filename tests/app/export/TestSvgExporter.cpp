@@ -42,7 +42,7 @@ TEST(SvgExporter, GroupsEachCalloutWithItsLeadersAndItsLabel) {
     EXPECT_THAT(svg.All("//g[@class='callout']/@id"), ElementsAre("callout-1", "callout-2"));
     EXPECT_THAT(svg.All("//g[@class='callout']/@data-item"), ElementsAre("1", "2"));
     EXPECT_THAT(svg.All("//g[@class='callout']/@data-instances"),
-                ElementsAre("root/pump", "root/screw 1|root/screw 2"));
+                ElementsAre("root/pump", "root/screw 1|root/screw 2|root/screw 3"));
     EXPECT_EQ(svg.All("//g[@id='callout-2']/g[@class='leader']").size(), 2U);
     EXPECT_THAT(svg.All("//g[@class='callout']/g[@class='label']/text"), ElementsAre("1", "2 (4x)"));
     EXPECT_TRUE(svg.Find("//g[@id='callout-1']/g[@class='label']/circle"));
@@ -105,8 +105,8 @@ TEST(SvgExporter, CarriesTitleSizeAndPicture) {
 TEST(SvgExporter, WritesAnyTextAsValidXml) {
     const std::string nasty = "<&\"'\x01 ]]> \u9600\xFF";
     Sheet sheet = SampleSheet();
-    sheet.title = sheet.callouts[0].label = sheet.callouts[0].leaders[0].instance =
-        sheet.tables[0].rows[0][1].text = nasty;
+    sheet.title = sheet.callouts[0].label = sheet.callouts[0].instances[0] = sheet.tables[0].rows[0][1].text =
+        nasty;
     const std::string clean = "<&\"' ]]> \u9600\uFFFD";
     const ReadSvg svg(sheet);
     ASSERT_TRUE(svg.IsRead());
