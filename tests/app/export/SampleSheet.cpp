@@ -9,9 +9,9 @@
 namespace zrsheet::test {
 namespace {
 
-SheetCallout Pump(){
-    return {"callout-1", true, 1, "1", {20, 20, 50, 50}, {{{120.456, 90}, {50, 35}, "root/pump", true}}},
-           {"root/pump"}};
+SheetCallout Pump() {
+    return {"callout-1",  true, 1, "1", {20, 20, 50, 50}, {{{120.456, 90}, {50, 35}, "root/pump", true}},
+            {"root/pump"}};
 }
 
 SheetCallout Screws() {
