@@ -69,7 +69,7 @@ protected:
     static ContentPtr Literal(const std::string& text);
     static ContentPtr Reference(const std::string& group, const std::string& name,
                                 const std::string& shownPart = "", const std::string& scope = "");
-    /// Literal text, and then the item's label.
+    /// Shows the label of the callout's item.
     static ContentPtr ItemLabel() { return Reference("System", "zrITM"); }
     /// In the template registry under an id of its own, as templates of a document are.
     static TemplatePtr MakeTemplate(std::vector<ContentPtr> contents, const std::string& name = "Callout",

@@ -166,6 +166,7 @@ TEST_F(CalloutsAdmission, HierarchicalOrderIsNoOrderingAndDependsOnTheInput) {
     } rows[] = {
         {"the deeper one goes behind at the first equal level", {a, b}, {b, a}},
         {"and before where a later level is smaller", {b, a}, {a, b}},
+        {"deeper, but smaller at every level", {a, c}, {a, c}},
         {"in order", {b, c}, {b, c}},
         {"out of order", {c, b}, {b, c}},
         {"a smaller first level does not decide", {d, c}, {c, d}},

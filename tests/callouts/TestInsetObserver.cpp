@@ -1,4 +1,4 @@
-#include "callouts/observers/InsetObserver.h"
+#include "zrannotations/Inset.h"
 
 #include "tests/callouts/EngineFixture.h"
 
