@@ -138,10 +138,13 @@ std::vector<std::string> InstancePaths(const Assembly& assembly) {
         std::string path = node.parent >= 0 ? paths[static_cast<std::size_t>(node.parent)] : std::string();
         path += "/" + node.name;
         std::string unique = path;
-        for (int use = ++uses[path]; use > 1 && uses.count(unique) != 0; use = ++uses[path]) {
-            unique = path + ":" + std::to_string(use);
+        const auto [known, isFirst] = uses.emplace(path, 1);
+        if (!isFirst) {
+            int& use = known->second;  // stays in place while others come
+            do {
+                unique = path + ":" + std::to_string(++use);
+            } while (!uses.emplace(unique, 1).second);
         }
-        if (unique != path) uses[unique] = 1;
         paths[i] = unique;
     }
     return paths;
