@@ -15,6 +15,7 @@ constexpr double kGap = 8.0;             // between balloons
 constexpr double kFrameDistance = 30.0;  // from the model to the middles of the balloons
 constexpr double kInset = 20.0;          // of balloons from the figure's ends
 constexpr int kMostSweeps = 40;          // of uncrossing; in practice a handful
+constexpr int kMostRounds = 40;          // of uncrossing and placing; in practice two
 
 /// The balloons of one side; `along` is the axis that the side runs along, 0 for x and 1 for y.
 struct Side {
@@ -109,8 +110,10 @@ void Place(Side& side) {
         Coordinate(side.balloons[i]->centre, side.along) = places[i];
 }
 
-/// Two crossing leaders swap their balloons, which shortens both; so the sweeps come to an end.
-void Uncross(Side& side) {
+/// Two crossing leaders swap their balloons, which shortens both; so the sweeps come to an end. Returns
+/// whether any did.
+bool Uncross(Side& side) {
+    bool hasSwapped = false;
     for (int sweep = 0; sweep < kMostSweeps; ++sweep) {
         bool isAnySwapped = false;
         for (std::size_t i = 0; i < side.balloons.size(); ++i) {
@@ -121,8 +124,10 @@ void Uncross(Side& side) {
                 isAnySwapped = true;
             }
         }
-        if (!isAnySwapped) return;
+        if (!isAnySwapped) break;
+        hasSwapped = true;
     }
+    return hasSwapped;
 }
 
 void Tidy(Side& side) {
@@ -130,8 +135,8 @@ void Tidy(Side& side) {
         return Coordinate(a->anchor, side.along) < Coordinate(b->anchor, side.along);
     });
     Place(side);
-    Uncross(side);
-    Place(side);
+    // Balloons of other widths in another order stand elsewhere, where leaders may cross anew.
+    for (int round = 0; round < kMostRounds && Uncross(side); ++round) Place(side);
 }
 
 Side SideAt(BalloonSide place, const PageBox& model, const PageBox& figure) {
