@@ -7,6 +7,7 @@
 
 #include "app/cli/CommandLine.h"
 #include "app/cli/ProgressBar.h"
+#include "app/export/AtomicFile.h"
 #include "app/export/ExportError.h"
 #include "app/export/ExportSheet.h"
 #include "app/export/ReportExporter.h"
@@ -23,7 +24,14 @@ double SecondsSince(std::chrono::steady_clock::time_point start) {
     return std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
 }
 
+/// All files or none are written, and nobody waits for a sheet that has nowhere to go.
+void CheckTargets(const zrsheet::MakeRequest& request) {
+    for (const auto& output : request.outputs) zrsheet::CheckTarget(output);
+    if (!request.report.empty()) zrsheet::CheckTarget(request.report);
+}
+
 void Make(const zrsheet::MakeRequest& request) {
+    CheckTargets(request);
     zrsheet::ProgressBar progress;
     const auto start = std::chrono::steady_clock::now();
     progress.Show("Reading the model", 0);

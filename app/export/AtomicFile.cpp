@@ -103,6 +103,8 @@ fs::path ResolveTarget(const fs::path& path) {
 
 }  // namespace
 
+void CheckTarget(const fs::path& path) { const Temporary probe(ResolveTarget(path)); }
+
 void WriteFileAtomically(const fs::path& path, std::string_view content) {
     Temporary temporary(ResolveTarget(path));
     temporary.Write(content);

@@ -11,4 +11,7 @@ namespace zrsheet {
 /// at `path` is then untouched and the temporary gone. Any thread, not for one path from two at once.
 void WriteFileAtomically(const std::filesystem::path& path, std::string_view content);
 
+/// Throws what WriteFileAtomically would throw when a file of that name cannot be made; changes nothing.
+void CheckTarget(const std::filesystem::path& path);
+
 }  // namespace zrsheet
