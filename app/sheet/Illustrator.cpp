@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <stdexcept>
+#include <string>
 #include <utility>
 
 #include "app/sheet/InstancePattern.h"
@@ -21,6 +22,12 @@ using zrk::illustration::SbomInstanceSelectionItem;
 
 constexpr const char* kComponent = "zrcallouts";
 constexpr const char* kTagProperty = "Tag";
+
+std::string Quoted(const std::vector<std::string>& patterns) {
+    std::string text;
+    for (const auto& pattern : patterns) text += " '" + pattern + "'";
+    return text;
+}
 
 /// Passes the task's progress on to the author.
 class ProgressEvent : public zrk::AsyncEvent {
@@ -84,8 +91,10 @@ void Illustrator::CreateCallouts(const ProgressSink& progress) {
         if (!isListed || !IsSelected(instance->GetIdentifier().Text(), m_options.selection)) continue;
         selection.emplace_back(new SbomInstanceSelectionItem(instance));
     }
-    if (selection.empty())
-        throw SheetError("select: no part matches; patterns are names or paths such as 'Bolt*' or '/Pump/*'");
+    if (selection.empty()) {
+        throw SheetError("select" + Quoted(m_options.selection) +
+                         ": no part matches; patterns are names or paths such as 'Bolt*' or '/Pump/*'");
+    }
     const du::SmartPtr<zrk::AsyncEvent> event(new ProgressEvent(progress));
     zrcallouts::CalloutGenerator::CreateCallouts(m_engine, std::move(selection), event);
     zrk::World::GetWorld()->GetTaskPool()->WaitIdle();
