@@ -1,0 +1,88 @@
+#include "tests/app/cli/CliFixture.h"
+
+namespace zrsheet {
+namespace {
+
+using BadInput = CliFixture;
+using Arguments = std::vector<std::string>;
+
+struct Row {
+    Arguments options;
+    const char* culprit;
+};
+
+TEST_F(BadInput, WrongOptionsAreNamed) {
+    Write("wedge.gltf", SmallModel());
+    const std::vector<Row> rows{
+        {{"--wings"}, "--wings"},
+        {{"--view", "diagonal"}, "diagonal"},
+        {{"--view", "0,0,0"}, "0,0,0"},
+        {{"--size", "800"}, "'800'"},
+        {{"--size", "800x600x3"}, "800x600x3"},
+        {{"--size", "10x10"}, "10x10"},
+        {{"--size", "-800x600"}, "-800x600"},
+        {{"--size", "99999x99999"}, "99999x99999"},
+        {{"--size", "999999x600"}, "999999x600"},
+        {{"--template", "{nonsense}"}, "{nonsense}"},
+        {{"--template", "{item"}, "{item"},
+        {{"--template", ""}, "template"},
+        {{"--numbering", "roman"}, "roman"},
+        {{"--language", "xx"}, "xx"},
+        {{"--threads", "many"}, "many"},
+        {{"--threads", "-1"}, "-1"},
+        {{"--select", "Wing*"}, "Wing*"},
+        {{"--combine", "--per-instance"}, "--per-instance"},
+        {{"-o", "sheet.docx"}, "sheet.docx"},
+        {{"-o", "sheet"}, "'sheet'"},
+        {{"second.gltf"}, "second.gltf"},
+        {{"--view"}, "--view"},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(testing::PrintToString(row.options));
+        Arguments arguments{"make", "wedge.gltf", "-o", "sheet.svg"};
+        arguments.insert(arguments.end(), row.options.begin(), row.options.end());
+        ExpectRefused(arguments, row.culprit);
+    }
+}
+
+TEST_F(BadInput, MissingArgumentsAreNamed) {
+    Write("wedge.gltf", SmallModel());
+    ExpectRefused({}, "subcommand");
+    ExpectRefused({"draw"}, "draw");
+    ExpectRefused({"make"}, "MODEL");
+    ExpectRefused({"make", "wedge.gltf"}, "--output");
+    ExpectRefused({"make", "-o", "sheet.svg"}, "MODEL");
+}
+
+TEST_F(BadInput, UnusableModelsAreNamedAndCostNothing) {
+    const std::string& sample = SampleBytes();
+    Write("empty.glb", "");
+    Write("truncated.glb", sample.substr(0, sample.size() / 2));
+    Write("header.glb", sample.substr(0, 10));
+    Write("text.glb", "Dear Sir, please find the pump enclosed.\n");
+    Write("text.gltf", "Dear Sir, please find the pump enclosed.\n");
+    Write("nothing.gltf", R"({"asset": {"version": "2.0"}})");
+    Write("lines.gltf",
+          R"({"asset": {"version": "2.0"}, "scenes": [{"nodes": [0]}], "nodes": [{"name": "\n\r"}]})");
+    std::string corrupt = sample;
+    corrupt[25] = '}';  // inside the JSON chunk
+    Write("corrupt.glb", corrupt);
+    for (const char* model : {"absent.glb", "empty.glb", "truncated.glb", "header.glb", "text.glb",
+                              "text.gltf", "nothing.gltf", "lines.gltf", "corrupt.glb", "."}) {
+        SCOPED_TRACE(model);
+        ExpectRefused({"make", model, "-o", "sheet.svg", "-o", "list.csv", "--report", "report.json"}, model);
+    }
+}
+
+// What was there before a failed run is worth more than nothing.
+TEST_F(BadInput, DamagedModelLeavesTheOldSheetAlone) {
+    Write("truncated.glb", SampleBytes().substr(0, 5000));
+    Write("sheet.svg", "old sheet");
+    Write("report.json", "old report");
+    ExpectRefused({"make", "truncated.glb", "-o", "sheet.svg", "--report", "report.json"}, "truncated.glb");
+    EXPECT_EQ(Read(In("sheet.svg")), "old sheet");
+    EXPECT_EQ(Read(In("report.json")), "old report");
+}
+
+}  // namespace
+}  // namespace zrsheet

@@ -1,0 +1,120 @@
+#include "tests/app/cli/CliFixture.h"
+
+#include <fcntl.h>
+#include <stdlib.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <fstream>
+#include <sstream>
+#include <stdexcept>
+
+namespace zrsheet {
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr int kNotStarted = 127;
+
+fs::path MakeFolder() {
+    std::string pattern = (fs::temp_directory_path() / "zrcliXXXXXX").string();
+    if (mkdtemp(pattern.data()) == nullptr) throw std::runtime_error("no temporary folder");
+    return pattern;
+}
+
+void SendTo(int stream, const fs::path& file) {
+    const int descriptor = open(file.c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0600);
+    if (descriptor < 0 || dup2(descriptor, stream) < 0) _exit(kNotStarted);
+}
+
+}  // namespace
+
+CliFixture::CliFixture() : m_folder(MakeFolder()) {}
+
+CliFixture::~CliFixture() { fs::remove_all(m_folder); }
+
+std::string CliFixture::Write(const std::string& name, const std::string& content) const {
+    std::ofstream(m_folder / name, std::ios::binary) << content;
+    return In(name);
+}
+
+std::string CliFixture::Read(const std::string& path) {
+    std::ifstream file(path, std::ios::binary);
+    std::ostringstream content;
+    content << file.rdbuf();
+    return content.str();
+}
+
+std::vector<std::string> CliFixture::Files() const {
+    std::vector<std::string> names;
+    for (const auto& entry : fs::recursive_directory_iterator(m_folder)) {
+        names.push_back(fs::relative(entry.path(), m_folder).string());
+    }
+    std::sort(names.begin(), names.end());
+    return names;
+}
+
+const std::string& CliFixture::SampleBytes() {
+    static const std::string kBytes = [] {
+        const fs::path folder = MakeFolder();
+        const fs::path file = folder / "sample.glb";
+        if (std::system((ZR_SAMPLE " " + file.string()).c_str()) != 0) throw std::runtime_error("no sample");
+        std::string bytes = Read(file.string());
+        fs::remove_all(folder);
+        return bytes;
+    }();
+    return kBytes;
+}
+
+// Four corners and twelve 16-bit indices, as base64.
+std::string CliFixture::SmallModel() {
+    return R"({"asset": {"version": "2.0"}, "scene": 0, "scenes": [{"nodes": [0]}],
+        "nodes": [{"mesh": 0, "name": "Wedge"}],
+        "meshes": [{"primitives": [{"attributes": {"POSITION": 0}, "indices": 1}]}],
+        "accessors": [{"bufferView": 0, "componentType": 5126, "count": 4, "type": "VEC3"},
+                      {"bufferView": 1, "componentType": 5123, "count": 12, "type": "SCALAR"}],
+        "bufferViews": [{"buffer": 0, "byteLength": 48}, {"buffer": 0, "byteOffset": 48, "byteLength": 24}],
+        "buffers": [{"byteLength": 72, "uri": "data:application/octet-stream;base64,)"
+           "AAAAAAAAAAAAAAAAAACAPwAAAAAAAAAAAAAAAAAAgD8AAAAAAAAAAAAAAAAAAIA/AAACAAEAAAABAAMAAQACAAMAAAADAAIA"
+           R"("}]})";
+}
+
+CliResult CliFixture::Run(const std::vector<std::string>& arguments) const {
+    // Beside the folder, so that nothing of the test's own lies in it.
+    const fs::path out = m_folder.string() + ".out";
+    const fs::path err = m_folder.string() + ".err";
+    std::vector<char*> argv{const_cast<char*>(ZR_SHEET)};
+    for (const auto& argument : arguments) argv.push_back(const_cast<char*>(argument.c_str()));
+    argv.push_back(nullptr);
+    const pid_t child = fork();
+    if (child == 0) {
+        SendTo(STDOUT_FILENO, out);
+        SendTo(STDERR_FILENO, err);
+        if (chdir(m_folder.c_str()) == 0) execv(argv[0], argv.data());
+        _exit(kNotStarted);
+    }
+    int status = 0;
+    CliResult result;
+    if (child > 0 && waitpid(child, &status, 0) == child && WIFEXITED(status))
+        result.exitCode = WEXITSTATUS(status);
+    result.out = Read(out.string());
+    result.err = Read(err.string());
+    fs::remove(out);
+    fs::remove(err);
+    return result;
+}
+
+void CliFixture::ExpectRefused(const std::vector<std::string>& arguments, const std::string& culprit) const {
+    const auto before = Files();
+    const CliResult result = Run(arguments);
+    EXPECT_EQ(result.exitCode, 2);
+    EXPECT_TRUE(result.err.starts_with("zrsheet: ")) << result.err;
+    EXPECT_EQ(std::count(result.err.begin(), result.err.end(), '\n'), 1) << result.err;
+    EXPECT_TRUE(result.err.ends_with('\n')) << result.err;
+    EXPECT_NE(result.err.find(culprit), std::string::npos) << result.err;
+    EXPECT_EQ(result.out, "");
+    EXPECT_EQ(Files(), before) << "something was left behind";
+}
+
+}  // namespace zrsheet

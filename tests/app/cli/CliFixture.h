@@ -1,0 +1,47 @@
+// Runs zrsheet the way authors do, in a folder of its own.
+
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <string>
+#include <vector>
+
+namespace zrsheet {
+
+/// How a run ended and what it said.
+struct CliResult {
+    int exitCode = -1;  // -1: it did not exit by itself
+    std::string out;
+    std::string err;
+};
+
+class CliFixture : public testing::Test {
+protected:
+    CliFixture();
+    ~CliFixture() override;
+
+    /// A file of the folder.
+    [[nodiscard]] std::string In(const std::string& name) const { return (m_folder / name).string(); }
+    std::string Write(const std::string& name, const std::string& content) const;
+    [[nodiscard]] static std::string Read(const std::string& path);
+    /// The names of all that is in the folder, sorted.
+    [[nodiscard]] std::vector<std::string> Files() const;
+
+    /// The project's sample assembly as bytes.
+    [[nodiscard]] static const std::string& SampleBytes();
+    /// A model of one tetrahedron, whose sheet is made in no time.
+    [[nodiscard]] static std::string SmallModel();
+
+    /// Runs the program in the folder with these arguments and waits.
+    [[nodiscard]] CliResult Run(const std::vector<std::string>& arguments) const;
+    /// The same for a model that is to fail: exit code 2, one line that names the culprit, nothing new in the
+    /// folder.
+    void ExpectRefused(const std::vector<std::string>& arguments, const std::string& culprit) const;
+
+private:
+    std::filesystem::path m_folder;
+};
+
+}  // namespace zrsheet
