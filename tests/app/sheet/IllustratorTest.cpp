@@ -1,0 +1,268 @@
+#include "app/sheet/Illustrator.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cmath>
+#include <map>
+#include <set>
+
+#include "app/sheet/SheetError.h"
+#include "tests/app/sheet/AssemblyMaker.h"
+#include "tests/app/sheet/ModelFiles.h"
+#include "zrk/scene/PickFlags.h"
+#include "zrk/scene/PickScene.h"
+#include "zrk/scene/VisibilityMap.h"
+#include "zrkapp/illustration/HostSession.h"
+
+namespace zrsheet {
+namespace {
+
+using CalloutPtr = Illustrator::CalloutPtr;
+using zrannotations::Callout;
+using PartPtr = du::SmartPtr<zrk::ShapeInstance>;
+
+constexpr int kWidth = 640;
+constexpr int kHeight = 480;
+
+/// As outputs write it down.
+double Rounded(double pixel) { return std::round(pixel * 100.0) / 100.0; }
+
+/// A model with its callouts, and questions to the view about where they lead.
+class Illustration {
+public:
+    Illustration(const Assembly& assembly, SheetOptions options)
+        : m_options(std::move(options)), m_session(2), m_model(assembly), m_illustrator(m_model, m_options) {
+        m_model.LookAt(m_options.view, kWidth, kHeight, 60.0);
+        m_illustrator.CreateCallouts({});
+        m_illustrator.AnswerPicks();
+        m_callouts = m_illustrator.Callouts();
+    }
+
+    const std::vector<CalloutPtr>& Callouts() const { return m_callouts; }
+    const zrk::illustration::ItemsList& Items() const { return *m_illustrator.Items(); }
+
+    bool IsSeen(const zrk::ShapeInstance& part) const {
+        return m_model.View()->GetVisibilityMap()->Find(part) != nullptr;
+    }
+    /// The parts that the item's instances are, themselves or with all below them.
+    std::vector<PartPtr> PartsOf(unsigned item) const;
+    /// Is it the leader's part, or a part of the assembly that the leader stands for?
+    bool BelongsToEnd(const zrk::Object* met, const Callout& callout, unsigned leader) const;
+    /// What the view meets at the leader's end; with `only`, as if that part were alone.
+    const zrk::Object* MetAt(const Callout& callout, unsigned leader, const PartPtr& only) const;
+
+private:
+    void Collect(const zrk::illustration::SbomInstance& instance, std::vector<PartPtr>& parts) const;
+
+    SheetOptions m_options;
+    zrkapp::illustration::HostSession m_session;
+    ProductModel m_model;
+    Illustrator m_illustrator;
+    std::vector<CalloutPtr> m_callouts;
+};
+
+void Illustration::Collect(const zrk::illustration::SbomInstance& instance,
+                           std::vector<PartPtr>& parts) const {
+    PartPtr part;
+    m_model.Scene()->GetShapeInstance(instance.GetEbomInstance(), part);
+    if (part) parts.push_back(part);
+    for (const auto& child : instance.GetChildren()) Collect(*child, parts);
+}
+
+std::vector<PartPtr> Illustration::PartsOf(unsigned item) const {
+    std::vector<PartPtr> parts;
+    for (const auto& instance : Items().GetOrderedInstances(item)) Collect(*instance, parts);
+    return parts;
+}
+
+bool Illustration::BelongsToEnd(const zrk::Object* met, const Callout& callout, unsigned leader) const {
+    std::vector<PartPtr> parts{callout.GetShapeInstanceAtPos(leader)};
+    const auto assembly =
+        du::DynamicCast<zrk::illustration::SbomInstance>(callout.GetAssemblyInstanceAtPos(leader));
+    if (assembly) Collect(*assembly, parts);
+    return std::any_of(parts.begin(), parts.end(), [met](const PartPtr& part) { return part.get() == met; });
+}
+
+const zrk::Object* Illustration::MetAt(const Callout& callout, unsigned leader, const PartPtr& only) const {
+    dg::DPoint3D anchor;
+    dg::Location location;
+    dg::Camera3D camera;
+    callout.GetAnchorAtPos(leader, anchor);
+    callout.GetInstanceLocationAtPos(location, leader);
+    m_model.View()->GetCamera(camera);
+    const dg::DPoint3D pixel = anchor * location * camera.GetWorldToPixel();
+    const dg::Ray ray = camera.PixelRay(Rounded(pixel.x), Rounded(pixel.y));
+    const auto scene = m_model.Scene()->GetPickScene();
+    const auto met = only ? scene->PickOnly(*only, ray, zrk::PICK_ALL) : scene->Pick(ray, zrk::PICK_ALL);
+    return met.empty() ? nullptr : met.front().GetObject().get();
+}
+
+/// Every item that takes part has a callout, and no item that does not.
+void ExpectAllItemsCalledOut(const Illustration& illustration) {
+    std::set<unsigned> calledOut;
+    for (const auto& callout : illustration.Callouts()) {
+        unsigned id = 0;
+        ASSERT_TRUE(callout->GetItemId(id));
+        calledOut.insert(id);
+    }
+    std::set<unsigned> itemized;
+    for (const unsigned id : illustration.Items().GetItemIds()) {
+        if (illustration.Items().GetItemized(id)) itemized.insert(id);
+    }
+    EXPECT_FALSE(itemized.empty());
+    EXPECT_EQ(calledOut, itemized);
+}
+
+/// Leads to the item's part, ends on it, and says truly whether the end can be seen.
+void ExpectLeaderOnPart(const Illustration& illustration, const Callout& callout, unsigned leader) {
+    unsigned item = 0;
+    callout.GetItemId(item);
+    const PartPtr part = callout.GetShapeInstanceAtPos(leader);
+    ASSERT_TRUE(part);
+    const auto parts = illustration.PartsOf(item);
+    EXPECT_NE(std::find(parts.begin(), parts.end(), part), parts.end()) << "a part of another item";
+    EXPECT_EQ(illustration.MetAt(callout, leader, part), part.get()) << "the end lies off the part";
+    if (!callout.IsHiddenAsDashedAtPos(leader)) {
+        const zrk::Object* met = illustration.MetAt(callout, leader, nullptr);
+        EXPECT_TRUE(illustration.BelongsToEnd(met, callout, leader)) << "the end is covered";
+    }
+}
+
+/// A leader is dashed only where nothing of what it stands for can be seen. One that stands for an assembly
+/// leads to one of its parts, before which others of them may lie.
+void ExpectSeenWherePossible(const Illustration& illustration, const Callout& callout, LeaderChoice choice) {
+    const auto isSeen = [&](unsigned leader) {
+        return illustration.IsSeen(*callout.GetShapeInstanceAtPos(leader));
+    };
+    bool isAnySeen = false;
+    for (unsigned i = 0; i < callout.GetLeaderLineCount(false); ++i) isAnySeen = isAnySeen || isSeen(i);
+    for (const unsigned leader : callout.GetDrawnLeaders()) {
+        const bool isDashed = callout.IsHiddenAsDashedAtPos(leader);
+        const bool canBeSeen = choice == LeaderChoice::One ? isAnySeen : isSeen(leader);
+        if (canBeSeen || !callout.GetAssemblyInstanceAtPos(leader)) {
+            EXPECT_EQ(isDashed, !canBeSeen) << callout.GetShapeInstanceIdAtPos(leader);
+        }
+    }
+}
+
+/// The drawn ones, or all.
+std::size_t LeaderCount(const Illustration& illustration, bool isDrawn) {
+    std::size_t count = 0;
+    for (const auto& callout : illustration.Callouts()) {
+        count += isDrawn ? callout->GetDrawnLeaders().size() : callout->GetLeaderLineCount(false);
+    }
+    return count;
+}
+
+std::size_t InstanceCount(const Illustration& illustration) {
+    std::size_t count = 0;
+    for (const unsigned id : illustration.Items().GetItemIds()) {
+        count += illustration.Items().GetOrderedInstances(id).size();
+    }
+    return count;
+}
+
+void ExpectSound(const Assembly& assembly, const SheetOptions& options) {
+    const Illustration illustration(assembly, options);
+    ExpectAllItemsCalledOut(illustration);
+    for (const auto& callout : illustration.Callouts()) {
+        SCOPED_TRACE("callout " + callout->GetMarkupText().Text());
+        EXPECT_FALSE(callout->GetDrawnLeaders().empty());
+        for (const unsigned leader : callout->GetDrawnLeaders()) {
+            SCOPED_TRACE("leader to " + callout->GetShapeInstanceIdAtPos(leader));
+            ExpectLeaderOnPart(illustration, *callout, leader);
+        }
+        ExpectSeenWherePossible(illustration, *callout, options.leaders);
+    }
+    const std::size_t instances = InstanceCount(illustration);
+    const bool isOne = options.leaders == LeaderChoice::One;
+    EXPECT_EQ(LeaderCount(illustration, false), instances);
+    EXPECT_EQ(LeaderCount(illustration, true), isOne ? illustration.Items().GetItemIds().size() : instances);
+}
+
+SheetOptions Options(const std::string& view, LeaderChoice leaders, bool isHierarchical) {
+    SheetOptions options;
+    options.view = ParseViewDirection(view);
+    options.leaders = leaders;
+    options.isHierarchical = isHierarchical;
+    return options;
+}
+
+struct Way {
+    const char* view;
+    LeaderChoice leaders;
+    bool isHierarchical;
+};
+
+const std::vector<Way> kWays{
+    {"iso", LeaderChoice::One, false},          {"bottom", LeaderChoice::One, true},
+    {"front", LeaderChoice::All, false},        {"0.3,-2,1", LeaderChoice::All, true},
+    {"left", LeaderChoice::PerInstance, false}, {"iso", LeaderChoice::PerInstance, true},
+};
+
+TEST(Illustrator, LeadsToEveryPartOfTheSample) {
+    for (const Way& way : kWays) {
+        SCOPED_TRACE(std::string(way.view) + (way.isHierarchical ? ", hierarchical" : ", flat"));
+        ExpectSound(SampleAssembly(), Options(way.view, way.leaders, way.isHierarchical));
+    }
+}
+
+// Each model goes one way, so that all ways are gone by one of them.
+TEST(Illustrator, LeadsToEveryPartOfModelsByOthers) {
+    const auto files = ModelsByOthers();
+    if (files.empty()) GTEST_SKIP() << "no folder of models; set ZR_MODELS";
+    for (std::size_t i = 0; i < files.size(); ++i) {
+        const Way& way = kWays[i % kWays.size()];
+        SCOPED_TRACE(files[i].filename().string() + ", " + way.view +
+                     (way.isHierarchical ? ", hierarchical" : ", flat"));
+        ExpectSound(ImportedModel(files[i]), Options(way.view, way.leaders, way.isHierarchical));
+    }
+}
+
+/// A box around a core that nobody sees from anywhere, and two pins of which the first is inside too.
+Assembly BoxWithCore() {
+    AssemblyMaker maker;
+    const int shell = maker.Box("Shell", 10, 10, 10);
+    const int core = maker.Box("Core", 4, 4, 4);
+    const int pin = maker.Box("Pin", 1, 1, 1);
+    maker.Node("Shell", -1, shell);
+    maker.Node("Core", -1, core, {3, 3, 3});
+    maker.Node("Pin_1", -1, pin, {1, 1, 1});
+    maker.Node("Pin_2", -1, pin, {4, 10, 4});
+    return maker.Get();
+}
+
+TEST(Illustrator, DashesOnlyWhatNobodyCanSee) {
+    const Illustration one(BoxWithCore(), Options("iso", LeaderChoice::One, false));
+    std::map<std::string, bool> dashed;
+    for (const auto& callout : one.Callouts()) {
+        const unsigned drawn = callout->GetDrawnLeaders().at(0);
+        dashed[callout->GetShapeInstanceIdAtPos(drawn)] = callout->IsHiddenAsDashedAtPos(drawn);
+    }
+    EXPECT_EQ(dashed, (std::map<std::string, bool>{{"/Shell", false}, {"/Core", true}, {"/Pin_2", false}}));
+}
+
+TEST(Illustrator, CallsOutWhatIsSelectedAndNothingElse) {
+    SheetOptions options = Options("iso", LeaderChoice::One, false);
+    options.selection = {"/Core", "Sh*"};
+    options.labelTemplate = "{name} {quantity}x {{{item}}}";
+    const Illustration some(BoxWithCore(), options);
+    std::vector<std::string> texts;
+    for (const auto& callout : some.Callouts()) texts.push_back(callout->GetMarkupText().Text());
+    EXPECT_EQ(texts, (std::vector<std::string>{"Shell 1x {1}", "Core 1x {2}"})) << "in the order of the list";
+}
+
+TEST(Illustrator, SaysThatNothingIsSelected) {
+    SheetOptions options = Options("iso", LeaderChoice::One, false);
+    options.selection = {"Wing*", "/Tail"};
+    try {
+        const Illustration none(BoxWithCore(), options);
+        ADD_FAILURE() << "made a sheet without callouts";
+    } catch (const SheetError& error) {
+        EXPECT_NE(std::string(error.what()).find("'Wing*' '/Tail'"), std::string::npos) << error.what();
+    }
+}
+
+}  // namespace
+}  // namespace zrsheet

@@ -1,0 +1,171 @@
+#include "app/sheet/SheetMaker.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cmath>
+#include <ios>
+#include <sstream>
+
+#include "app/export/SvgExporter.h"
+#include "app/sheet/PageLayout.h"
+#include "app/sheet/SheetError.h"
+#include "tests/app/sheet/ModelFiles.h"
+
+namespace zrsheet {
+namespace {
+
+std::ostream& operator<<(std::ostream& out, const PagePoint& point) {
+    return out << point.x << ',' << point.y << ' ';
+}
+
+std::ostream& operator<<(std::ostream& out, const PageBox& box) {
+    return out << box.x0 << ',' << box.y0 << ',' << box.x1 << ',' << box.y1 << ' ';
+}
+
+void Dump(std::ostream& out, const SheetCallout& callout) {
+    out << callout.id << ' ' << callout.hasItem << callout.itemId << ' ' << callout.label << ' '
+        << callout.box << '\n';
+    for (const auto& leader : callout.leaders) {
+        out << leader.anchor << leader.end << leader.instance << ' ' << leader.visible << '\n';
+    }
+}
+
+void Dump(std::ostream& out, const SheetItem& item) {
+    out << item.itemId << ' ' << item.label << ' ' << item.quantity << ' ' << item.name << ' ' << item.tag
+        << ' ' << item.level << '\n';
+    for (const auto& [key, value] : item.properties) out << key << '=' << value << '\n';
+    for (const auto& instance : item.instances) out << instance << '\n';
+}
+
+void Dump(std::ostream& out, const SheetTable& table) {
+    out << table.box << table.rowHeight << '\n';
+    for (const auto& column : table.columns)
+        out << column.title << ' ' << column.width << ' ' << column.alignRight << '\n';
+    for (const auto& row : table.rows) {
+        for (const auto& cell : row) out << cell.text << ' ' << cell.indent << '\n';
+    }
+}
+
+/// Everything but the seconds, numbers to their last bit.
+std::string Dump(const Sheet& sheet) {
+    std::ostringstream out;
+    out << std::hexfloat << sheet.width << ' ' << sheet.height << ' ' << sheet.title << ' '
+        << sheet.titlePlace << sheet.language << ' ' << sheet.figure << sheet.picture.width << 'x'
+        << sheet.picture.height << '\n';
+    out.write(reinterpret_cast<const char*>(sheet.picture.pixels.data()),
+              static_cast<std::streamsize>(sheet.picture.pixels.size()));
+    out << sheet.model.name << ' ' << sheet.model.box << sheet.model.parts << ' ' << sheet.model.instances
+        << ' ' << sheet.model.triangles << '\n';
+    for (const auto& callout : sheet.callouts) Dump(out, callout);
+    for (const auto& item : sheet.items) Dump(out, item);
+    for (const auto& table : sheet.tables) Dump(out, table);
+    return out.str();
+}
+
+SheetOptions Small(const std::string& view, LeaderChoice leaders, bool isHierarchical, unsigned threads) {
+    SheetOptions options;
+    options.width = kLeastWidth;  // drawing takes longest by far
+    options.height = kLeastHeight;
+    options.view = ParseViewDirection(view);
+    options.leaders = leaders;
+    options.isHierarchical = isHierarchical;
+    options.threads = threads;
+    return options;
+}
+
+Sheet Make(const Assembly& assembly, const SheetOptions& options) {
+    return MakeSheet(assembly, options, [](std::string_view, int) {});
+}
+
+// Pools, pointers and hash tables differ from run to run; the sheet must not.
+TEST(SheetMaker, MakesTheSameSheetWhateverTheThreads) {
+    for (const LeaderChoice leaders : {LeaderChoice::One, LeaderChoice::All, LeaderChoice::PerInstance}) {
+        const bool isHierarchical = leaders != LeaderChoice::One;
+        const Sheet one = Make(SampleAssembly(), Small("iso", leaders, isHierarchical, 1));
+        const Sheet four = Make(SampleAssembly(), Small("iso", leaders, isHierarchical, 4));
+        EXPECT_TRUE(Dump(one) == Dump(four));
+        EXPECT_TRUE(SvgText(one) == SvgText(four));
+    }
+    const SheetOptions options = Small("top", LeaderChoice::One, false, 4);
+    EXPECT_TRUE(Dump(Make(SampleAssembly(), options)) == Dump(Make(SampleAssembly(), options)))
+        << "run twice";
+}
+
+TEST(SheetMaker, MakesTheSameSheetOfModelsByOthers) {
+    const auto files = ModelsByOthers();
+    if (files.empty()) GTEST_SKIP() << "no folder of models; set ZR_MODELS";
+    for (const auto& file : files) {
+        const Sheet one = Make(ImportedModel(file), Small("iso", LeaderChoice::One, true, 1));
+        const Sheet four = Make(ImportedModel(file), Small("iso", LeaderChoice::One, true, 4));
+        EXPECT_TRUE(Dump(one) == Dump(four)) << file;
+        EXPECT_TRUE(SvgText(one) == SvgText(four)) << file;
+    }
+}
+
+bool IsInside(const PageBox& box, const Sheet& sheet) {
+    return box.x0 >= 0 && box.y0 >= 0 && box.x1 <= sheet.width && box.y1 <= sheet.height;
+}
+
+bool Overlap(const PageBox& a, const PageBox& b) {
+    return a.x0 < b.x1 && b.x0 < a.x1 && a.y0 < b.y1 && b.y0 < a.y1;
+}
+
+/// The line starts on the balloon's rim, whose ends are half circles, straight towards the anchor; a balloon
+/// that covers its anchor has no line.
+void ExpectEndOnRim(const SheetCallout& callout, const SheetLeader& leader) {
+    const double radius = 0.5 * (callout.box.y1 - callout.box.y0);
+    const double coreX = std::clamp(leader.anchor.x, callout.box.x0 + radius, callout.box.x1 - radius);
+    const double coreY = 0.5 * (callout.box.y0 + callout.box.y1);
+    const double toAnchor = std::hypot(leader.anchor.x - coreX, leader.anchor.y - coreY);
+    const double toEnd = std::hypot(leader.end.x - coreX, leader.end.y - coreY);
+    EXPECT_NEAR(toEnd, std::min(radius, toAnchor), 1e-6);
+    EXPECT_NEAR(toEnd + std::hypot(leader.anchor.x - leader.end.x, leader.anchor.y - leader.end.y), toAnchor,
+                1e-6);
+}
+
+/// Nothing leaves the page, and no balloon covers another, a table or the model.
+void ExpectTidy(const Sheet& sheet) {
+    EXPECT_TRUE(IsInside(sheet.figure, sheet));
+    for (const auto& table : sheet.tables) EXPECT_TRUE(IsInside(table.box, sheet));
+    for (const auto& callout : sheet.callouts) {
+        SCOPED_TRACE(callout.id);
+        EXPECT_TRUE(IsInside(callout.box, sheet));
+        EXPECT_FALSE(Overlap(callout.box, sheet.model.box)) << "covers the model";
+        for (const auto& table : sheet.tables)
+            EXPECT_FALSE(Overlap(callout.box, table.box)) << "covers the list";
+        for (const auto& other : sheet.callouts) {
+            EXPECT_FALSE(&other != &callout && Overlap(callout.box, other.box)) << "covers " << other.id;
+        }
+        for (const auto& leader : callout.leaders) {
+            ExpectEndOnRim(callout, leader);
+            const PageBox& model = sheet.model.box;
+            EXPECT_TRUE(leader.anchor.x > model.x0 - 1 && leader.anchor.x < model.x1 + 1 &&
+                        leader.anchor.y > model.y0 - 1 && leader.anchor.y < model.y1 + 1)
+                << "points beside the model";
+        }
+    }
+}
+
+// Circles and capsules, few leaders and many.
+TEST(SheetMaker, KeepsBalloonsApartAndOnThePage) {
+    for (const char* text : {"{item}", "{name} {item}"}) {
+        for (const LeaderChoice leaders : {LeaderChoice::One, LeaderChoice::All, LeaderChoice::PerInstance}) {
+            SCOPED_TRACE(std::string(text) + ", leaders " + std::to_string(static_cast<int>(leaders)));
+            SheetOptions options = Small("front", leaders, false, 2);
+            options.labelTemplate = text;
+            ExpectTidy(Make(SampleAssembly(), options));
+        }
+    }
+}
+
+TEST(SheetMaker, SpeaksTheLanguageAskedFor) {
+    SheetOptions options = Small("iso", LeaderChoice::One, false, 1);
+    options.language = "de";
+    EXPECT_EQ(Make(SampleAssembly(), options).tables.at(0).columns.at(1).title, "Menge");
+    options.language = "tlh";
+    EXPECT_THROW(static_cast<void>(Make(SampleAssembly(), options)), SheetError);
+}
+
+}  // namespace
+}  // namespace zrsheet
