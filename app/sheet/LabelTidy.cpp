@@ -12,7 +12,7 @@ namespace zrsheet {
 namespace {
 
 constexpr double kGap = 8.0;             // between balloons
-constexpr double kFrameDistance = 30.0;  // from the model to the middles of the balloons
+constexpr double kFrameDistance = 30.0;  // from the model to the middles of balloons, or of their nearer ends
 constexpr double kInset = 20.0;          // of balloons from the figure's ends
 constexpr int kMostSweeps = 40;          // of uncrossing; in practice a handful
 constexpr int kMostRounds = 40;          // of uncrossing and placing; in practice two
@@ -20,9 +20,10 @@ constexpr int kMostRounds = 40;          // of uncrossing and placing; in practi
 /// The balloons of one side; `along` is the axis that the side runs along, 0 for x and 1 for y.
 struct Side {
     int along = 1;
+    double outward = 1.0;  // the direction away from the model on the other axis
+    double edge = 0.0;     // where the model ends there
     double least = 0.0;
     double greatest = 0.0;
-    double across = 0.0;  // where the side stands on the other axis
     std::vector<Balloon*> balloons;
 };
 
@@ -98,9 +99,18 @@ double Turn(const PagePoint& a, const PagePoint& b, const PagePoint& c) {
     return (b.x - a.x) * (c.y - a.y) - (b.y - a.y) * (c.x - a.x);
 }
 
-bool DoLeadersCross(const Balloon& p, const Balloon& q) {
-    return Turn(p.centre, p.anchor, q.centre) * Turn(p.centre, p.anchor, q.anchor) < 0.0 &&
-           Turn(q.centre, q.anchor, p.centre) * Turn(q.centre, q.anchor, p.anchor) < 0.0;
+/// Where the leader's line begins inside the balloon, whose ends are half circles.
+PagePoint StartOf(const Balloon& balloon) {
+    const double reach = std::max(0.5 * (balloon.width - balloon.height), 0.0);
+    return {std::clamp(balloon.anchor.x, balloon.centre.x - reach, balloon.centre.x + reach),
+            balloon.centre.y};
+}
+
+bool DoLeadersCross(const Balloon& a, const Balloon& b) {
+    const PagePoint p = StartOf(a);
+    const PagePoint q = StartOf(b);
+    return Turn(p, a.anchor, q) * Turn(p, a.anchor, b.anchor) < 0.0 &&
+           Turn(q, b.anchor, p) * Turn(q, b.anchor, a.anchor) < 0.0;
 }
 
 void Place(Side& side) {
@@ -119,7 +129,8 @@ bool Uncross(Side& side) {
         for (std::size_t i = 0; i < side.balloons.size(); ++i) {
             for (std::size_t j = i + 1; j < side.balloons.size(); ++j) {
                 if (!DoLeadersCross(*side.balloons[i], *side.balloons[j])) continue;
-                std::swap(side.balloons[i]->centre, side.balloons[j]->centre);
+                std::swap(Coordinate(side.balloons[i]->centre, side.along),
+                          Coordinate(side.balloons[j]->centre, side.along));
                 std::swap(side.balloons[i], side.balloons[j]);
                 isAnySwapped = true;
             }
@@ -141,11 +152,40 @@ void Tidy(Side& side) {
 
 Side SideAt(BalloonSide place, const PageBox& model, const PageBox& figure) {
     // The upright sides have the corners to themselves.
-    if (place == kLeftSide) return {1, figure.y0 + kInset, figure.y1 - kInset, model.x0 - kFrameDistance, {}};
-    if (place == kRightSide)
-        return {1, figure.y0 + kInset, figure.y1 - kInset, model.x1 + kFrameDistance, {}};
-    return {
-        0, model.x0, model.x1, place == kTopSide ? model.y0 - kFrameDistance : model.y1 + kFrameDistance, {}};
+    const double top = figure.y0 + kInset;
+    const double bottom = figure.y1 - kInset;
+    if (place == kLeftSide) return {1, -1.0, model.x0, top, bottom, {}};
+    if (place == kRightSide) return {1, 1.0, model.x1, top, bottom, {}};
+    if (place == kTopSide) return {0, -1.0, model.y0, model.x0, model.x1, {}};
+    return {0, 1.0, model.y1, model.x0, model.x1, {}};
+}
+
+/// Takes the balloons to the side, where the leaders of all begin in one line however wide they are.
+void LineUp(Side& side) {
+    for (Balloon* balloon : side.balloons) {
+        const double distance = kFrameDistance + 0.5 * (Length(*balloon, 1 - side.along) - balloon->height);
+        Coordinate(balloon->centre, 1 - side.along) = side.edge + side.outward * distance;
+    }
+}
+
+bool IsBeside(const Balloon& a, const Balloon& b) {
+    return std::abs(a.centre.x - b.centre.x) < 0.5 * (a.width + b.width) + kGap;
+}
+
+/// A row that reaches over a column beside it, because it has too many balloons or wide ones, lines up beyond
+/// the column.
+void ClearColumn(Side& row, const Side& column) {
+    const double edge = row.edge;
+    for (const Balloon* balloon : column.balloons) {
+        const bool isReached =
+            std::any_of(row.balloons.begin(), row.balloons.end(),
+                        [balloon](const Balloon* own) { return IsBeside(*own, *balloon); });
+        const double end = balloon->centre.y + row.outward * 0.5 * balloon->height;
+        if (isReached && (end - row.edge) * row.outward > 0.0) row.edge = end;
+    }
+    if (row.edge == edge) return;
+    LineUp(row);
+    Tidy(row);
 }
 
 }  // namespace
@@ -159,11 +199,15 @@ void TidyBalloons(std::vector<Balloon>& balloons, const PageBox& model, const Pa
     }
     const std::vector<BalloonSide> places = ChooseSides(balloons, model, rooms, kGap);
     for (std::size_t i = 0; i < balloons.size(); ++i) {
-        Side& side = sides[places[i]];
-        Coordinate(balloons[i].centre, 1 - side.along) = side.across;
-        side.balloons.push_back(&balloons[i]);
+        sides[places[i]].balloons.push_back(&balloons[i]);
     }
-    for (Side& side : sides) Tidy(side);
+    for (Side& side : sides) {
+        LineUp(side);
+        Tidy(side);
+    }
+    for (const BalloonSide row : {kTopSide, kBottomSide}) {
+        for (const BalloonSide column : {kLeftSide, kRightSide}) ClearColumn(sides[row], sides[column]);
+    }
 }
 
 }  // namespace zrsheet

@@ -13,13 +13,12 @@ namespace {
 // Its right edge lies where no row of balloons on the level sides can end by chance.
 constexpr PageBox kModel{200, 150, 600.3, 450};
 constexpr PageBox kFigure{100, 50, 700, 550};
-/// Where the middles of balloons stand around the model, and between what they stay while there is room.
-constexpr PageBox kFrame{kModel.x0 - 30, kModel.y0 - 30, kModel.x1 + 30, kModel.y1 + 30};
+/// Between what the middles of balloons stay while there is room.
 constexpr PageBox kEnds{kModel.x0, kFigure.y0 + 20, kModel.x1, kFigure.y1 - 20};
 constexpr double kGap = 8.0;
 constexpr double kTouching = kGap + 0.5;  // balloons as near as this hold each other
 
-/// On the frame, at the anchors' height or above or below them; anchors all over the model or in a heap.
+/// Anchors all over the model or in a heap.
 std::vector<Balloon> RandomBalloons(std::mt19937& random, std::size_t count) {
     const double spread = random() % 3 == 0 ? 0.15 : 1.0;
     std::uniform_real_distribution<double> x(kModel.x0, kModel.x0 + spread * (kModel.x1 - kModel.x0));
@@ -29,11 +28,7 @@ std::vector<Balloon> RandomBalloons(std::mt19937& random, std::size_t count) {
         Balloon balloon;
         balloon.anchor.x = x(random);
         balloon.anchor.y = y(random);
-        const std::array<PagePoint, 4> places{{{kFrame.x0, balloon.anchor.y},
-                                               {kFrame.x1, balloon.anchor.y},
-                                               {balloon.anchor.x, kFrame.y0},
-                                               {balloon.anchor.x, kFrame.y1}}};
-        balloon.centre = places[random() % places.size()];
+        balloon.centre = balloon.anchor;
         balloon.width = random() % 4 == 0 ? 26.0 + static_cast<double>(random() % 60) : 26.0;
         balloon.height = 26.0;
         balloons.push_back(balloon);
@@ -54,17 +49,17 @@ struct Lane {
     double High() const { return isUpright ? kEnds.y1 : kEnds.x1; }
 };
 
-/// By the line of the frame on which each balloon stands; every one must stand on one.
+/// Left, right, above or below the model. Columns have the corners and stand in lines; what is in no column
+/// is in a row.
+std::size_t SideOf(const Balloon& balloon) {
+    if (balloon.centre.x < kModel.x0) return 0;
+    if (std::abs(balloon.centre.x - kModel.x1 - 30 - 0.5 * (balloon.width - balloon.height)) < 1e-9) return 1;
+    return balloon.centre.y < kModel.y0 ? 2 : 3;
+}
+
 std::array<Lane, 4> LanesOf(const std::vector<Balloon>& balloons) {
     std::array<Lane, 4> lanes{{{true, {}}, {true, {}}, {false, {}}, {false, {}}}};
-    for (const Balloon& balloon : balloons) {
-        const std::array<double, 4> off{
-            std::abs(balloon.centre.x - kFrame.x0), std::abs(balloon.centre.x - kFrame.x1),
-            std::abs(balloon.centre.y - kFrame.y0), std::abs(balloon.centre.y - kFrame.y1)};
-        const auto nearest = std::min_element(off.begin(), off.end());
-        EXPECT_LT(*nearest, 1e-9) << "a balloon left the frame";
-        lanes[static_cast<std::size_t>(nearest - off.begin())].balloons.push_back(balloon);
-    }
+    for (const Balloon& balloon : balloons) lanes[SideOf(balloon)].balloons.push_back(balloon);
     for (Lane& lane : lanes) {
         std::sort(lane.balloons.begin(), lane.balloons.end(), [&](const Balloon& a, const Balloon& b) {
             return lane.isUpright ? a.centre.y < b.centre.y : a.centre.x < b.centre.x;
@@ -77,9 +72,18 @@ double Turn(const PagePoint& a, const PagePoint& b, const PagePoint& c) {
     return (b.x - a.x) * (c.y - a.y) - (b.y - a.y) * (c.x - a.x);
 }
 
-bool DoCross(const Balloon& p, const Balloon& q) {
-    return Turn(p.centre, p.anchor, q.centre) * Turn(p.centre, p.anchor, q.anchor) < -1e-6 &&
-           Turn(q.centre, q.anchor, p.centre) * Turn(q.centre, q.anchor, p.anchor) < -1e-6;
+/// Leaders begin in the middle of a circle, and in a capsule as near to their anchor as its round ends allow.
+PagePoint StartOf(const Balloon& balloon) {
+    const double reach = 0.5 * (balloon.width - balloon.height);
+    return {std::clamp(balloon.anchor.x, balloon.centre.x - reach, balloon.centre.x + reach),
+            balloon.centre.y};
+}
+
+bool DoCross(const Balloon& a, const Balloon& b) {
+    const PagePoint p = StartOf(a);
+    const PagePoint q = StartOf(b);
+    return Turn(p, a.anchor, q) * Turn(p, a.anchor, b.anchor) < -1e-6 &&
+           Turn(q, b.anchor, p) * Turn(q, b.anchor, a.anchor) < -1e-6;
 }
 
 std::size_t CrossingsOf(const Lane& lane) {
@@ -91,9 +95,25 @@ std::size_t CrossingsOf(const Lane& lane) {
     return crossings;
 }
 
-void ExpectApart(const Lane& lane) {
-    for (std::size_t i = 0; i + 1 < lane.balloons.size(); ++i)
-        EXPECT_GE(lane.GapAfter(i), 0.99 * kGap) << "balloon " << i;
+bool AreApart(const PageBox& a, const PageBox& b, double gap) {
+    return a.x1 + gap <= b.x0 || b.x1 + gap <= a.x0 || a.y1 + gap <= b.y0 || b.y1 + gap <= a.y0;
+}
+
+PageBox BoxOf(const Balloon& balloon) {
+    return {balloon.centre.x - 0.5 * balloon.width, balloon.centre.y - 0.5 * balloon.height,
+            balloon.centre.x + 0.5 * balloon.width, balloon.centre.y + 0.5 * balloon.height};
+}
+
+/// From each other, also around the corners, and from the model.
+void ExpectApart(const std::vector<Balloon>& balloons) {
+    for (std::size_t i = 0; i < balloons.size(); ++i) {
+        EXPECT_TRUE(AreApart(BoxOf(balloons[i]), kModel, 0.99 * kGap))
+            << "balloon " << i << " covers the model";
+        for (std::size_t k = 0; k < i; ++k) {
+            EXPECT_TRUE(AreApart(BoxOf(balloons[i]), BoxOf(balloons[k]), 0.99 * kGap))
+                << "balloons " << k << " and " << i;
+        }
+    }
 }
 
 /// Balloons that hold each other share the way to their anchors fairly, unless the end of the side holds
@@ -131,10 +151,10 @@ TEST(LabelTidy, LeavesOrderOnEverySide) {
         std::mt19937 random(seed);
         std::vector<Balloon> balloons = RandomBalloons(random, 1 + seed % 61);
         TidyBalloons(balloons, kModel, kFigure);
+        ExpectApart(balloons);
         for (const Lane& lane : LanesOf(balloons)) {
             SCOPED_TRACE((lane.isUpright ? "upright side of " : "level side of ") +
                          std::to_string(lane.balloons.size()));
-            ExpectApart(lane);
             ExpectNear(lane);
             ExpectWithinRoom(lane);
             EXPECT_EQ(CrossingsOf(lane), 0U);
@@ -156,12 +176,18 @@ TEST(LabelTidy, KeepsAnchorsAndSizes) {
     }
 }
 
-// Nothing holds it, so its leader is the shortest there is.
-TEST(LabelTidy, PutsALonelyBalloonLevelWithItsAnchor) {
-    std::vector<Balloon> balloons{{{kFrame.x1, 200}, {kModel.x1 - 5, 333}, 26, 26}};
+// Nothing holds them, so their leaders are the shortest there are: straight to the side that is nearest.
+TEST(LabelTidy, PutsLonelyBalloonsStraightBesideTheirAnchors) {
+    std::vector<Balloon> balloons{{{400, 300}, {kModel.x1 - 5, 333}, 26, 26},
+                                  {{400, 300}, {kModel.x0 + 5, 222}, 100, 26},
+                                  {{400, 300}, {444, kModel.y0 + 1}, 26, 26}};
     TidyBalloons(balloons, kModel, kFigure);
-    EXPECT_EQ(balloons[0].centre.x, kFrame.x1);
+    EXPECT_EQ(balloons[0].centre.x, kModel.x1 + 30);
     EXPECT_EQ(balloons[0].centre.y, 333);
+    EXPECT_EQ(balloons[1].centre.x, kModel.x0 - 67) << "wide ones keep their ends off the model";
+    EXPECT_EQ(balloons[1].centre.y, 222);
+    EXPECT_EQ(balloons[2].centre.x, 444);
+    EXPECT_EQ(balloons[2].centre.y, kModel.y0 - 30);
 }
 
 }  // namespace
