@@ -4,6 +4,7 @@
 #include <cstdio>
 #include <map>
 #include <string>
+#include <vector>
 
 #include "app/export/ExportSheet.h"
 #include "app/sheet/PageLayout.h"
@@ -192,7 +193,10 @@ CommandLine ReadCommandLine(int argc, const char* const* argv) {
     } catch (const CLI::Success& success) {
         line.exitCode = app.exit(success);  // help or version
     } catch (const CLI::ParseError& error) {
-        line.exitCode = Report(InOneLine(error.what()) + "; 'zrsheet make --help' tells how it goes");
+        const auto unknown = make->parsed() ? std::vector<std::string>() : app.remaining();
+        const std::string complaint =
+            unknown.empty() ? InOneLine(error.what()) : "'" + InOneLine(unknown.front()) + "' is no command";
+        line.exitCode = Report(complaint + "; 'zrsheet make --help' tells how it goes");
     } catch (const SheetError& error) {
         line.exitCode = Report(error.what());
     }
