@@ -70,7 +70,7 @@ TEST_F(Output, IsTheSameOnOneThreadAndOnFour) {
     Write("sample.glb", SampleBytes());
     const auto make = [this](const std::string& stem, const std::string& threads) {
         const CliResult result = Run({"make", "sample.glb", "-o", stem + ".svg", "-o", stem + ".png", "-o",
-                                      stem + ".json", "-o", stem + ".csv", "--size", "800x600", "--threads",
+                                      stem + ".json", "-o", stem + ".csv", "--size", "400x300", "--threads",
                                       threads, "--numbering", "hierarchical", "--combine"});
         EXPECT_EQ(result.exitCode, 0) << result.err;
     };

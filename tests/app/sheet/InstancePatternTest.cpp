@@ -58,8 +58,9 @@ TEST(IsSelected, HoldsNamesAndPathsAgainstTheRightPatterns) {
     const std::vector<Row> rows{
         {"/Pump/Screw", {}, true},
         {"/Pump/Screw", {"Screw"}, true},
-        {"/Pump/Screw:12", {"Screw"}, true},           // the number tells instances apart only
-        {"/Pump/Screw:", {"Screw"}, false},            // no number
+        {"/Pump/Screw:12", {"Screw"}, true},  // the number tells instances apart only
+        {"/Pump/Screw:", {"Screw"}, false},   // no number
+        {"/Pump/Screw-12", {"Screw"}, false},
         {"/Pump/Screw:12", {"/Pump/Screw:12"}, true},  // but it is part of the path
         {"/Pump/Screw:12", {"/Pump/Screw"}, false},
         {"/Pump/Screw", {"Pump"}, true},  // an assembly selects all in it

@@ -76,6 +76,17 @@ TEST(WithoutWrappers, PassesOnPropertiesThatTheNodeHasNoneOf) {
     EXPECT_THAT(folded.nodes[0].properties, ElementsAre(Pair("Mass", "2"), Pair("Material", "Steel")));
 }
 
+// What programs call bodies by themselves gives way to what somebody called the wrapper.
+TEST(WithoutWrappers, KeepsTheNameThatTellsMore) {
+    for (const auto& [leaf, name] : {std::pair{"Solid", "Washer"}, std::pair{"=>[0:1:1:5]", "Washer"},
+                                     std::pair{"Pad001 (Solid)", "Washer"}, std::pair{"mesh_17", "Washer"},
+                                     std::pair{"Nut", "Nut"}, std::pair{"Meshwork", "Meshwork"}}) {
+        AssemblyMaker maker;
+        maker.Node(leaf, maker.Node("Washer", -1, -1), maker.Box("part", 1, 1, 1));
+        EXPECT_EQ(NamesOf(WithoutWrappers(maker.Get())), Names{name}) << leaf;
+    }
+}
+
 TEST(WithProductAtTop, TakesTheOnlyRootForTheProduct) {
     AssemblyMaker maker("file");
     const int part = maker.Box("part", 1, 1, 1);
