@@ -5,6 +5,7 @@
 #include "callouts/align/Layout.h"
 #include "callouts/generator/AnnotationVisitor.h"
 #include "callouts/generator/CreateCalloutsTask.h"
+#include "dp/WriteLocker.h"
 #include "dp/ZRTracer.h"
 #include "du/Localizer.h"
 #include "zrk/annotation/AnnoSet.h"
@@ -143,6 +144,8 @@ bool CalloutGenerator::CompletedCategoryIterators() const {
 
 void CalloutGenerator::FinalizeCallouts(const std::vector<CalloutPtr>& callouts) {
     for (const auto& callout : callouts) {
+        // From admission to registration, so that of two runs at once one sees what the other admitted.
+        const dp::WriteLocker write(m_callouts->GetRWLockPtr());
         if (!m_callouts->IsAllowed(callout)) continue;
         m_createdCallouts.insert(callout);
         if (m_callouts->HasTemplateText(callout)) {

@@ -12,19 +12,19 @@ class CalloutsAdmission : public EngineFixture {
 protected:
     enum class Via { kMain, kInset, kOtherInset, kMainAndInset };
 
-    struct Spec {
+    struct Setup {
         std::optional<unsigned> item;
         Via via = Via::kMain;
         bool isKit = false;
         bool isNumbered = true;
     };
 
-    CalloutPtr Make(const Spec& spec, const Part& part) {
+    CalloutPtr Make(const Setup& setup, const Part& part) {
         const auto callout =
-            MakeCallout(spec.isNumbered ? m_numbered : m_literal, part, spec.item, nullptr, spec.isKit);
-        if (spec.via == Via::kInset) callout->SetInsetAtPos(m_inset, 0);
-        if (spec.via == Via::kOtherInset) callout->SetInsetAtPos(m_otherInset, 0);
-        if (spec.via == Via::kMainAndInset) {
+            MakeCallout(setup.isNumbered ? m_numbered : m_literal, part, setup.item, nullptr, setup.isKit);
+        if (setup.via == Via::kInset) callout->SetInsetAtPos(m_inset, 0);
+        if (setup.via == Via::kOtherInset) callout->SetInsetAtPos(m_otherInset, 0);
+        if (setup.via == Via::kMainAndInset) {
             Connect(callout, part);
             callout->SetInsetAtPos(m_inset, 1);
         }
@@ -40,8 +40,8 @@ protected:
 TEST_F(CalloutsAdmission, OnePartInOnePlaceHasANumberOnce) {
     const struct {
         const char* name;
-        Spec there;
-        Spec candidate;
+        Setup there;
+        Setup candidate;
         bool allowed;
     } rows[] = {
         {"same item", {5U}, {5U}, false},
