@@ -2,6 +2,7 @@
 
 #include <cmath>
 
+#include "zrk/illustration/SbomInstance.h"
 #include "zrk/scene/ShapeView.h"
 
 namespace zrannotations {
@@ -56,6 +57,28 @@ const zrk::VisibleSpot* FindVisibleSpot(const zrk::VisibilityMap* map, const zrk
 std::shared_ptr<const zrk::VisibilityMap> VisibilityOf(const zrk::ShapeInstance& part) {
     const auto view = MainViewOf(part);
     return view ? view->GetVisibilityMap() : nullptr;
+}
+
+du::SmartPtr<zrk::ShapeInstance> BestSeenPart(const du::SmartPtr<zrk::ShapeInstance>& part,
+                                              const du::SmartPtr<zrk::BaseInstance>& assembly) {
+    const auto sbom = du::DynamicCast<zrk::illustration::SbomInstance>(assembly);
+    const auto scene = part ? part->GetShapeScene() : du::SmartPtr<zrk::ShapeScene>();
+    const auto map = sbom && scene ? VisibilityOf(*part) : nullptr;
+    if (map == nullptr || map->Find(*part) != nullptr) return part;
+    zrk::illustration::SbomInstance::InstanceSet members;
+    zrk::illustration::SbomInstance::InstanceSet listedMembers;
+    sbom->GetEbomInstancesForWeld(members, listedMembers);
+    du::SmartPtr<zrk::ShapeInstance> best = part;
+    std::size_t bestArea = 0;
+    for (const auto& member : members) {
+        du::SmartPtr<zrk::ShapeInstance> candidate;
+        scene->GetShapeInstance(member, candidate);
+        const auto* spot = candidate ? map->Find(*candidate) : nullptr;
+        if (spot == nullptr || spot->area <= bestArea) continue;
+        best = candidate;
+        bestArea = spot->area;
+    }
+    return best;
 }
 
 bool FindAnchor(const zrk::ShapeInstance& part, dg::DPoint3D& anchor) {

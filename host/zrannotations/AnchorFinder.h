@@ -6,6 +6,7 @@
 #include "du/SmartPtr.h"
 #include "zrk/scene/ShapeInstance.h"
 #include "zrk/scene/VisibilityMap.h"
+#include "zrk/tree/BaseInstance.h"
 
 namespace zrannotations {
 
@@ -15,6 +16,11 @@ namespace zrannotations {
 const zrk::VisibleSpot* FindVisibleSpot(const zrk::VisibilityMap* map, const zrk::ShapeInstance& part);
 /// The map of the main view of the part's scene, null without one.
 std::shared_ptr<const zrk::VisibilityMap> VisibilityOf(const zrk::ShapeInstance& part);
+/// The part that a leader to `part` should end on when it stands for an assembly (may be null): the part
+/// itself, or, where that is nowhere seen, the part of the assembly that is seen best. O(parts of the
+/// assembly) for a covered part.
+du::SmartPtr<zrk::ShapeInstance> BestSeenPart(const du::SmartPtr<zrk::ShapeInstance>& part,
+                                              const du::SmartPtr<zrk::BaseInstance>& assembly);
 /// A point of the part in its local coordinates: where it is seen best, or for a covered part the middle of
 /// the triangle that would show most. False when the part has no geometry. O(triangles) for a covered part.
 bool FindAnchor(const zrk::ShapeInstance& part, dg::DPoint3D& anchor);

@@ -23,14 +23,15 @@ du::Symbol Callout::GetClass() const { return ConstStrings::zrCalloutLabel; }
 bool Callout::Initialize(const du::SmartPtr<TAnnotation>& definition,
                          const du::SmartPtr<zrk::ShapeInstance>& shapeInstance, bool isKit,
                          const du::SmartPtr<zrk::BaseInstance>& assembly) {
+    const auto part = BestSeenPart(shapeInstance, assembly);
     dg::DPoint3D anchor;
-    if (!CalculateAnchor(shapeInstance, anchor)) return false;
+    if (!CalculateAnchor(part, anchor)) return false;
     UpdateDefinition(definition);
     dg::Location location;
-    shapeInstance->GetLocation(location);
+    part->GetLocation(location);
     const dg::DPoint3D world = anchor * location;
     const std::lock_guard hold(m_mutex);
-    m_leaders.assign(1, LeaderPtr(new CalloutLeader(anchor, shapeInstance, assembly)));
+    m_leaders.assign(1, LeaderPtr(new CalloutLeader(anchor, part, assembly)));
     m_type = assembly ? CALLOUT_TYPE_ASSEMBLY : CALLOUT_TYPE_SHAPE;
     m_isKit = isKit;
     location.SetMat(dg::FMat33::Scale(location.GetScale()));

@@ -45,8 +45,9 @@ public:
     unsigned GetCountMask() const override { return 0x4000; }
 
     /// Makes the first leader, to `shapeInstance`, ending where the part is seen best; the label lies there
-    /// too until it is moved. `assembly` is what the part stands for, null for itself. False without a part
-    /// that has geometry.
+    /// too until it is moved. `assembly` is what the part stands for, null for itself; where the part is
+    /// nowhere seen the leader goes to the part of the assembly that is seen best. False without a part that
+    /// has geometry.
     bool Initialize(const du::SmartPtr<TAnnotation>& definition,
                     const du::SmartPtr<zrk::ShapeInstance>& shapeInstance, bool isKit,
                     const du::SmartPtr<zrk::BaseInstance>& assembly);

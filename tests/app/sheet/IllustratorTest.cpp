@@ -130,12 +130,17 @@ void ExpectLeaderOnPart(const Illustration& illustration, const Callout& callout
 }
 
 /// A leader is dashed only where nothing of what it stands for can be seen. One that stands for an assembly
-/// leads to one of its parts, before which others of them may lie.
+/// leads to one of its parts, before which others of them may lie; the first goes to the part seen best.
 void ExpectSeenWherePossible(const Illustration& illustration, const Callout& callout, LeaderChoice choice) {
     const auto isSeen = [&](unsigned leader) {
         return illustration.IsSeen(*callout.GetShapeInstanceAtPos(leader));
     };
-    bool isAnySeen = false;
+    unsigned item = 0;
+    callout.GetItemId(item);
+    const auto parts = illustration.PartsOf(item);
+    bool isAnySeen =
+        callout.GetLeaderLineCount(false) == 1 &&
+        std::any_of(parts.begin(), parts.end(), [&](const auto& part) { return illustration.IsSeen(*part); });
     for (unsigned i = 0; i < callout.GetLeaderLineCount(false); ++i) isAnySeen = isAnySeen || isSeen(i);
     for (const unsigned leader : callout.GetDrawnLeaders()) {
         const bool isDashed = callout.IsHiddenAsDashedAtPos(leader);

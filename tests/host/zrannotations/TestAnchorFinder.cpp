@@ -50,6 +50,30 @@ TEST_F(AnchorFinderTest, TakesTheLargestTriangleThatFacesTheEyeOfACoveredPart) {
     }
 }
 
+TEST_F(AnchorFinderTest, LeadsToTheMemberOfAnAssemblyThatIsSeenBestWhenItsOwnPartIsCovered) {
+    const auto own = AddPart("own", Square(4), At(0, 0, 10));
+    const auto cover = AddPart("cover", Square(20), At(0, 0, 20));
+    const auto small = AddPart("small", Square(6), At(40, 0, 10));
+    const auto large = AddPart("large", Square(9), At(-40, 0, 10));
+    const du::SmartPtr<zrk::illustration::SbomInstance> assembly(
+        new zrk::illustration::SbomInstance(du::Symbol("assembly"), "assembly"));
+    for (const auto& part : {own, small, large}) {
+        du::SmartPtr<zrk::Instance> instance;
+        part->GetInstance(instance);
+        const du::SmartPtr<zrk::illustration::SbomInstance> member(
+            new zrk::illustration::SbomInstance(instance->GetIdentifier(), "member"));
+        member->SetEbomInstance(instance);
+        assembly->AddChild(member);
+    }
+    EXPECT_EQ(BestSeenPart(own, assembly), large);
+    EXPECT_EQ(BestSeenPart(small, assembly), small) << "a part that is seen keeps its leader";
+    EXPECT_EQ(BestSeenPart(own, nullptr), own) << "it stands for itself";
+    m_scene->SetVisible(small, false);
+    m_scene->SetVisible(large, false);
+    EXPECT_EQ(BestSeenPart(own, assembly), own) << "nothing of the assembly is seen";
+    EXPECT_TRUE(cover->IsVisible());
+}
+
 TEST_F(AnchorFinderTest, TakesTheLargestTriangleSeenFromBehindRatherThanNone) {
     CoverEverything();
     const ShapePtr backs(
