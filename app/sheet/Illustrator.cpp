@@ -122,6 +122,7 @@ std::vector<Illustrator::CalloutPtr> Illustrator::Callouts() const {
         return callout->GetItemId(id) ? Items()->GetIndex(id) : ~0U;
     };
     std::vector<std::pair<unsigned, CalloutPtr>> keyed;
+    keyed.reserve(callouts.size());
     for (const auto& callout : callouts) keyed.emplace_back(indexOf(callout), callout);
     std::stable_sort(keyed.begin(), keyed.end(),
                      [](const auto& a, const auto& b) { return a.first < b.first; });
