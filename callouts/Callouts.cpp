@@ -36,7 +36,16 @@ Callouts::Callouts(du::SmartPtr<zrk::ShapeScene> scene) : Callouts() { Callouts:
 Callouts::~Callouts() {
     if (m_worldObserver) m_worldObserver->Detach();
     m_handle->Close();
+    ReleaseHeldByObservers();
     for (const auto& callout : m_callouts) callout->UnregisterTemplateObserver();
+}
+
+// Tree and insets hold their observers: what these hold in turn would never be freed.
+void Callouts::ReleaseHeldByObservers() {
+    if (m_treeObserver) m_treeObserver->OnDestroy();
+    for (const auto& observer : m_formerTreeObservers) observer->OnDestroy();
+    for (const auto& [inset, observer] : m_insetObservers) observer->ReleaseInset();
+    for (const auto& observer : m_furtherInsetObservers) observer->ReleaseInset();
 }
 
 void Callouts::Initialize(const du::SmartPtr<zrk::ShapeScene>& scene) {
@@ -80,6 +89,7 @@ void Callouts::ObserveApplication() {
 }
 
 void Callouts::ObserveTree() {
+    if (m_treeObserver) m_formerTreeObservers.push_back(m_treeObserver);
     m_treeObserver = new TreeObserver(m_handle);
     m_treeObserver->Attach();
 }

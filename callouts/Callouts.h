@@ -230,6 +230,7 @@ private:
     void UnregisterAnnoSetTableObserver();
     void QueueDestroyTask();
     void ClearRegistry();
+    void ReleaseHeldByObservers();
 
     std::vector<CalloutPtr> SnapshotCallouts() const;
     std::vector<CalloutPtr> SnapshotInstance(const std::string& instanceId) const;
@@ -278,8 +279,10 @@ private:
     SymbolMap m_symbolAnnotations;
     InsetMap m_insetCallouts;
     InsetObserverMap m_insetObservers;
+    std::vector<du::SmartPtr<InsetObserver>> m_furtherInsetObservers;  // of insets that were added again
     du::SmartPtr<KorvanAppObserver> m_korvanAppObserver;
     du::SmartPtr<TreeObserver> m_treeObserver;
+    std::vector<du::SmartPtr<TreeObserver>> m_formerTreeObservers;  // replaced, and still registered
     du::SmartPtr<AnnoSetTableObserver> m_annoSetTableObserver;
 
     // Guards the containers, the item list pointer and the colours for one access each (see the head of the

@@ -104,7 +104,7 @@ void Callouts::OnAddInset(const InsetPtr& inset) {
     if (const auto kernel = zrk::Kernel::GetKernel()) kernel->ManageObject(observer);
     inset->RegisterObserver(observer);
     const std::lock_guard hold(m_guard);
-    m_insetObservers.emplace(inset, observer);
+    if (!m_insetObservers.emplace(inset, observer).second) m_furtherInsetObservers.push_back(observer);
 }
 
 void Callouts::OnAddCallout(const CalloutPtr& callout) {
