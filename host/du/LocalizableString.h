@@ -19,7 +19,7 @@ public:
 
     bool empty() const { return m_source.empty() && m_translations.empty(); }
     void SetTranslation(const std::string& language, const Symbol& text) { m_translations[language] = text; }
-    /// Only enabled strings follow the language.
+    /// Whether labels show this text instead of the generated one.
     bool IsEnabled() const { return m_isEnabled; }
     void SetEnabled(bool enabled) { m_isEnabled = enabled; }
     bool IsDeleted() const { return m_isDeleted; }
