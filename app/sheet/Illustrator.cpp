@@ -51,6 +51,8 @@ Illustrator::Illustrator(ProductModel& model, const SheetOptions& options)
     LoadEngine();
 }
 
+Illustrator::~Illustrator() { zrannotations::ClearCalloutTemplates(); }
+
 void Illustrator::ListParts() {
     zrk::illustration::ItemsList::Numbering numbering;
     numbering.hierarchical = m_options.isHierarchical;

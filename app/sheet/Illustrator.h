@@ -25,6 +25,10 @@ public:
     /// Loads the component, lists the parts and binds an engine to the scene. Requires: `model` outlives
     /// this. Throws SheetError when the component is missing or the template is wrong.
     Illustrator(ProductModel& model, const SheetOptions& options);
+    Illustrator(const Illustrator&) = delete;
+    Illustrator& operator=(const Illustrator&) = delete;
+    /// The application offers no templates from then on.
+    ~Illustrator();
 
     /// Creates the callouts in the task pool and waits. Throws SheetError when nothing is selected.
     void CreateCallouts(const ProgressSink& progress);
