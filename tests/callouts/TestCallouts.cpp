@@ -210,24 +210,6 @@ TEST_F(CalloutsLifecycle, DestroyEmptiesTheRegistryAndDetachesTheCalloutsOnThePo
     EXPECT_TRUE(callout->HasItemId()) << "the template is watched still";
 }
 
-TEST_F(CalloutsLifecycle, The3dSymbolMapOutlivesDestroyAndGoesWithTheEngine) {
-    const auto symbol = AddSymbol("S1", {3, 3, 0});
-    const du::SmartPtr<zrannotations::SymbolAnnotation> annotation(
-        new zrannotations::SymbolAnnotation(symbol.instance));
-    Show(annotation);
-    const du::SmartPtr<zrannotations::SymbolAnnotation> second(
-        new zrannotations::SymbolAnnotation(symbol.instance));
-    Show(second);
-    m_annoSet->RemoveAnnotationFromSet(annotation, nullptr);
-    m_annoSet->RemoveAnnotationFromSet(second, nullptr);
-    EXPECT_EQ(second->GetReferenceCount(), 1U) << "the first annotation of an instance stays";
-    m_engine->Destroy();
-    WaitForPool();
-    EXPECT_EQ(annotation->GetReferenceCount(), 2U);
-    m_engine = nullptr;
-    EXPECT_EQ(annotation->GetReferenceCount(), 1U);
-}
-
 TEST_F(CalloutsLifecycle, ASceneThatIsNotIllustratedGetsNoItemListButIsWatched) {
     const du::SmartPtr<zrk::ShapeScene> scene(new zrk::ShapeScene);
     const du::SmartPtr<zrk::ShapeView> view(new zrk::ShapeView(scene, 1));
@@ -256,35 +238,6 @@ TEST_F(CalloutsLifecycle, ASceneThatIsNotIllustratedGetsNoItemListButIsWatched) 
         EXPECT_EQ(callout->GetText(true).Text(), "Screw");
     }
     scene->Close();
-}
-
-TEST_F(CalloutsLifecycle, InitializeAsksAnOverridingEngineForItsViews) {
-    class Overriding : public Callouts {
-    public:
-        void InitializeShapeViewObserver() override {
-            ++m_calls;
-            Callouts::InitializeShapeViewObserver();
-        }
-        int m_calls = 0;
-    };
-    const du::SmartPtr<zrk::illustration::Illustration3dScene> scene(
-        new zrk::illustration::Illustration3dScene);
-    const du::SmartPtr<Overriding> engine(new Overriding);
-    engine->Initialize(scene);
-    EXPECT_EQ(engine->m_calls, 1);
-    engine->Destroy();
-    scene->Close();
-}
-
-TEST_F(CalloutsLifecycle, TheSettingsDoNotDependOnEachOther) {
-    for (const bool combine : {true, false}) {
-        for (const bool drawOne : {true, false}) {
-            m_engine->SetCombineForSamePart(combine);
-            m_engine->SetDrawOneForSamePart(drawOne);
-            EXPECT_EQ(m_engine->GetCombineForSamePart(), combine);
-            EXPECT_EQ(m_engine->GetDrawOneForSamePart(), drawOne);
-        }
-    }
 }
 
 }  // namespace

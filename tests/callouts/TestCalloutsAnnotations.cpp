@@ -101,55 +101,6 @@ TEST_F(CalloutsAnnotations, LabelsOfLiteralTextAloneAreLeftAsTheyWereSaved) {
     }
 }
 
-TEST_F(CalloutsAnnotations, AddedCalloutsAreLocalisedWhereTheDocumentAsksForIt) {
-    const auto assembly = AddAssembly("assembly");
-    const auto property = MakeTemplate({Reference("Part", "Mass")});
-    const du::SmartPtr<zrkapp::illustration::KorvanFileInfo> info(new zrkapp::illustration::KorvanFileInfo);
-    zrk::World::GetWorld()->SetMRC(new zrkapp::illustration::IllMultiRootContainer(info));
-    const struct {
-        const char* name;
-        TemplatePtr definition;
-        int type;
-        bool notes;
-        bool illustrate;
-        bool localised;
-    } rows[] = {
-        {"assembly", m_literal, 2, true, true, true},
-        {"free", m_literal, 1, true, true, true},
-        {"part", m_literal, 0, true, true, false},
-        {"property template", property, 2, true, true, false},
-        {"notes not translated", m_literal, 2, false, true, false},
-        {"outside the application", m_literal, 2, true, false, false},
-    };
-    for (const auto& row : rows) {
-        zrk::illustration::SetRunningIllustrate(row.illustrate);
-        info->GetLocalizationSettings()->SetNotes(row.notes);
-        const auto callout = row.type == 1 ? MakeFreeCallout(row.definition)
-                                           : MakeCallout(row.definition, m_a, std::nullopt,
-                                                         row.type == 2 ? &assembly : nullptr);
-        callout->SetText(du::Symbol("source"), false);
-        callout->GetLocalizableString().SetDeleted(true);
-        Show(callout);
-        EXPECT_EQ(callout->GetLocalizableString().IsEnabled(), row.localised) << row.name;
-        EXPECT_TRUE(callout->GetLocalizableString().IsDeleted())
-            << row.name << ": only the copy's mark is cleared";
-        Remove(callout);
-    }
-    // An enabled string shows its translation without being set up anew.
-    zrk::illustration::SetRunningIllustrate(true);
-    info->GetLocalizationSettings()->SetNotes(false);
-    zrk::World::GetWorld()->SetLanguage("de");
-    for (const bool enabled : {true, false}) {
-        const auto callout = MakeCallout(m_literal, m_a, std::nullopt, &assembly);
-        callout->SetText(du::Symbol("source"), false);
-        callout->GetLocalizableString().SetTranslation("de", du::Symbol("Quelle"));
-        callout->GetLocalizableString().SetEnabled(enabled);
-        Show(callout);
-        EXPECT_EQ(callout->GetText(true).Text(), enabled ? "Quelle" : "source");
-        EXPECT_EQ(Text(callout), "source");
-    }
-}
-
 TEST_F(CalloutsAnnotations, ACombinedCalloutDropsMembersWithoutLoadedPart) {
     const auto gone = MakeCallout(m_numbered, m_a, 1);
     gone->RemoveLeaderAtPos(0);
@@ -170,43 +121,6 @@ TEST_F(CalloutsAnnotations, ACombinedCalloutDropsMembersWithoutLoadedPart) {
     EXPECT_FALSE(IsShown(empty));
 }
 
-TEST_F(CalloutsAnnotations, LeadersThatFindTheirPartOnTheWayInAppearUnlessTheirInsetIsHidden) {
-    const auto hiddenInset = AddInset(200, 150);
-    hiddenInset->SetVisible(false);
-    const struct {
-        const char* name;
-        bool waits;
-        InsetPtr inset;
-        bool hidden;
-    } rows[] = {{"nothing found", false, nullptr, true},
-                {"found", true, nullptr, false},
-                {"found, visible inset", true, AddInset(200, 150), false},
-                {"found, hidden inset", true, hiddenInset, true}};
-    for (const auto& row : rows) {
-        const auto callout = MakeCallout(m_literal, m_a);
-        if (row.waits) ConnectWaiting(callout, "B");
-        callout->SetInsetAtPos(row.inset, 0);
-        callout->SetVisible("", false);
-        Show(callout);
-        EXPECT_EQ(callout->GetLeaderLineCount(false), row.waits ? 2U : 1U) << row.name;
-        EXPECT_EQ(callout->IsHiddenAtPos(0), row.hidden) << row.name;
-    }
-}
-
-TEST_F(CalloutsAnnotations, AnInsetThatComesBackBringsItsCalloutsToFront) {
-    const auto inset = AddInset(200, 150);
-    const auto callout = MakeCallout(m_literal, m_a);
-    callout->SetInsetAtPos(inset, 0);
-    Show(callout);
-    const auto above = AddCallout(m_literal, m_b);
-    above->BringToFront();
-    callout->SetVisible("", false);
-    Remove(inset);
-    Show(inset);
-    EXPECT_GT(callout->GetDrawingOrder(), above->GetDrawingOrder());
-    EXPECT_FALSE(callout->IsHiddenAtPos(0));
-}
-
 TEST_F(CalloutsAnnotations, ARemovedInsetIsWatchedNoMoreUnlessItWasAddedTwice) {
     for (const bool twice : {false, true}) {
         const auto inset = AddInset(150, 150);
@@ -222,36 +136,6 @@ TEST_F(CalloutsAnnotations, ARemovedInsetIsWatchedNoMoreUnlessItWasAddedTwice) {
         inset->SetRadius(100);
         EXPECT_EQ(callout->IsHiddenAtPos(0), !twice) << "the second observer is in no list and stays";
     }
-}
-
-TEST_F(CalloutsAnnotations, AChangedInsetShowsAndHidesAllLeadersOfItsCallouts) {
-    const auto inset = AddInset(200, 150);
-    const auto callout = MakeCallout(m_literal, m_a);
-    Connect(callout, m_b);
-    callout->SetInsetAtPos(inset, 1);
-    Show(callout);
-    for (const bool visible : {false, true}) {
-        inset->SetVisible(visible);
-        EXPECT_EQ(callout->IsHiddenAtPos(0), !visible);
-        EXPECT_EQ(callout->IsHiddenAtPos(1), !visible);
-    }
-}
-
-TEST_F(CalloutsAnnotations, ARemovedCalloutLetsGoOfItsTemplateEvenWhenItWasNeverRegistered) {
-    const auto registered = AddCallout(m_numbered, m_a);
-    const auto stranger = MakeCallout(m_numbered, m_a);
-    Remove(registered);
-    m_engine->OnRemoveAnnotation(stranger);
-    registered->SetText(du::Symbol("kept"), false);
-    m_numbered->SetTextContent({Literal("changed")});
-    EXPECT_EQ(Text(registered), "kept");
-    EXPECT_EQ(registered->GetDefinition().get(), m_numbered.get());
-    zrannotations::ClearCalloutTemplates();
-    EXPECT_FALSE(registered->GetDefinition());
-    EXPECT_FALSE(stranger->GetDefinition());
-    m_engine->OnRemoveAnnotation(nullptr);
-    m_engine->OnAddAnnotation(nullptr);
-    m_engine->OnAnnotationModified(nullptr, true);
 }
 
 TEST_F(CalloutsAnnotations, AnItemIsIndicatedAsLongAsACalloutCarriesIt) {

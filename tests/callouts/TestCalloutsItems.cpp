@@ -152,37 +152,6 @@ TEST_F(CalloutsItems, AClearedListTakesEveryNumberedCalloutAlong) {
     EXPECT_TRUE(IsShown(pair));
 }
 
-TEST_F(CalloutsItems, AChangedItemRewritesItsOwnCallouts) {
-    const auto quantity = MakeTemplate({Reference("System", "zrQTY"), Reference("System", "zrTAG")});
-    const auto seven = AddCallout(m_numbered, m_a, m_seven);
-    const auto sevens = AddCallout(quantity, m_a, m_seven);
-    const auto eight = AddCallout(m_numbered, m_b, m_eight);
-    const auto pair = Combine({{m_b, m_eight}, {m_a, m_seven}});
-    Show(pair);
-    for (const auto& callout : {seven, sevens, eight, CalloutPtr(pair)})
-        callout->SetText(du::Symbol("old"), false);
-    const auto spare = AddPart("spare", {9, 0, 0});
-    const struct {
-        const char* name;
-        std::function<void()> edit;
-        const char* label;
-        const char* count;
-    } rows[] = {{"label", [&] { Items().SetLabel(m_seven, "70"); }, "70", "1"},
-                {"tag", [&] { Items().SetTag(m_seven, "t"); }, "70", "1t"},
-                {"gained", [&] { Items().AddInstance(m_seven, spare.sbom); }, "70", "2t"},
-                {"lost", [&] { Items().RemoveInstance(m_seven, spare.sbom); }, "70", "1t"}};
-    for (const auto& row : rows) {
-        row.edit();
-        EXPECT_EQ(Text(seven), row.label) << row.name;
-        EXPECT_EQ(Text(sevens), row.count) << row.name;
-        EXPECT_EQ(Text(pair), std::string("8, ") + row.label) << row.name;
-        EXPECT_EQ(Text(eight), "old") << row.name;
-    }
-    m_engine->Destroy();
-    Items().SetLabel(m_seven, "71");
-    EXPECT_EQ(Text(seven), "70");
-}
-
 TEST_F(CalloutsItems, ANewInstanceOfAnItemGetsALeaderOnItsFirstCallout) {
     const auto first = AddCallout(m_numbered, m_a, m_seven);
     const auto second = AddCallout(m_numbered, m_a, m_seven);
@@ -211,48 +180,6 @@ TEST_F(CalloutsItems, ANewInstanceOfAnItemGetsALeaderOnItsFirstCallout) {
     EXPECT_EQ(eight->GetLeaderLineCount(true), 1U);
 }
 
-TEST_F(CalloutsItems, AWeldStandsForAllItsPartsThroughTheFirst) {
-    const auto weld = AddAssembly("weld", true);
-    const auto left = AddPart("left", {0, 5, 0}, &weld);
-    const auto right = AddPart("right", {3, 5, 0}, &weld);
-    const auto single = AddAssembly("single", true);
-    const auto lonely = AddPart("lonely", {-3, 5, 0}, &single);
-    const auto hollow = AddAssembly("hollow", true);
-    const auto unloaded = AddPart("unloaded", {6, 5, 0});
-    m_scene->RemoveShapeInstance(unloaded.shape);
-    const auto callout = AddCallout(m_numbered, m_a, m_seven);
-    m_engine->UpdateItemGroupCalloutLeaders(
-        m_seven, SbomSet{weld.sbom, single.sbom, hollow.sbom, unloaded.sbom, nullptr}, {}, nullptr);
-    ASSERT_EQ(callout->GetLeaderLineCount(true), 3U);
-    for (unsigned i = 1; i < 3; ++i) {
-        const bool isWeld = callout->GetShapeInstanceAtPos(i) == left.shape;
-        EXPECT_TRUE(isWeld || callout->GetShapeInstanceAtPos(i) == lonely.shape);
-        EXPECT_EQ(callout->GetAssemblyInstanceAtPos(i).get(), isWeld ? weld.sbom.get() : nullptr);
-    }
-    EXPECT_TRUE(Filed(right).empty());
-}
-
-TEST_F(CalloutsItems, DisconnectingTakesTheLowestLeaderOfEachCallout) {
-    const auto callout = MakeCallout(m_numbered, m_a, m_seven);
-    for (int i = 0; i < 2; ++i) Connect(callout, m_c);
-    Connect(callout, m_b);
-    callout->SetAnchor({0.5, 0.5, 1}, 2);
-    Show(callout);
-    const auto second = MakeCallout(m_numbered, m_c, m_seven);
-    Connect(second, m_b);
-    Show(second);
-    const auto operation = MakeOperation();
-    m_engine->UpdateItemGroupCalloutLeaders(m_seven, {}, SbomSet{m_c.sbom}, operation);
-    ASSERT_EQ(callout->GetLeaderLineCount(true), 3U);
-    dg::DPoint3D anchor;
-    ASSERT_TRUE(callout->GetAnchorAtPos(1, anchor));
-    EXPECT_EQ(anchor, dg::DPoint3D(0.5, 0.5, 1)) << "another leader than the lowest went";
-    EXPECT_EQ(second->GetLeaderLineCount(true), 1U);
-    EXPECT_EQ(Filed(m_c), (CalloutVec{callout, second})) << "they stay filed under the part";
-    operation->Undo();
-    EXPECT_EQ(callout->GetLeaderLineCount(true), 3U) << "what was disconnected is not recorded";
-}
-
 TEST_F(CalloutsItems, ConnectingIsAStepThatUndoTakesFromAllCalloutsOfTheItem) {
     const auto first = AddCallout(m_numbered, m_a, m_seven);
     const auto second = MakeCallout(m_numbered, m_a, m_seven);
@@ -268,23 +195,6 @@ TEST_F(CalloutsItems, ConnectingIsAStepThatUndoTakesFromAllCalloutsOfTheItem) {
     ASSERT_TRUE(m_scene->GetHistory().Redo());
     EXPECT_EQ(first->GetLeaderLineCount(true), 3U);
     EXPECT_EQ(second->GetLeaderLineCount(true), 1U);
-}
-
-TEST_F(CalloutsItems, AStepIsRecordedUnlessThereAreNoCallouts) {
-    const auto isRecorded = [this](Callouts& engine, unsigned id) {
-        const auto operation = MakeOperation();
-        engine.UpdateItemGroupCalloutLeaders(id, SbomSet{m_c.sbom}, {}, operation);
-        return operation->IsRecordable();
-    };
-    EXPECT_FALSE(isRecorded(*m_engine, m_seven));
-    const auto callout = AddCallout(m_numbered, m_a, m_seven);
-    EXPECT_TRUE(isRecorded(*m_engine, m_nine + 1));
-    const du::SmartPtr<Callouts> listless(new Callouts);
-    listless->AddToSet(MakeCallout(m_numbered, m_a, m_seven));
-    EXPECT_TRUE(isRecorded(*listless, m_seven));
-    listless->OnItemRemoved(m_seven, nullptr);
-    listless->OnListCleared(nullptr);
-    EXPECT_EQ(callout->GetLeaderLineCount(true), 1U);
 }
 
 }  // namespace

@@ -52,16 +52,6 @@ TEST_F(CalloutsLabels, AnEmptyLabelIsTracedAndChangesNothing) {
     EXPECT_EQ(m_traces.size(), 3U);
 }
 
-TEST_F(CalloutsLabels, ALegacyCalloutKeepsItsTextSilently) {
-    for (const auto& definition : {m_numbered, m_empty}) {
-        const auto callout = MakeCallout(definition, m_a, AddItem({}, "7"));
-        callout->SetLegacyText(du::Symbol("old"));
-        m_engine->SetCalloutText(callout);
-        EXPECT_EQ(Text(callout), "old");
-    }
-    EXPECT_TRUE(m_traces.empty());
-}
-
 TEST_F(CalloutsLabels, ACombinedCalloutLinesUpItsMembersLabels) {
     const auto three = MakeCallout(m_numbered, m_a, AddItem({}, "3"));
     const auto none = MakeCallout(m_empty, m_b);
@@ -113,19 +103,6 @@ TEST_F(CalloutsLabels, OnlyLabelsWhoseDataCanChangeAreRebuilt) {
     EXPECT_EQ(Text(empty), "");
 }
 
-TEST_F(CalloutsLabels, RebuildingAllMarksTheViewOnlyIfALabelWasRebuilt) {
-    const auto number = AddCallout(m_numbered, m_a, AddItem({m_a}));
-    number->SetText(du::Symbol("stale"), false);
-    m_view->SetDirty(false);
-    m_engine->RegenerateCalloutLabels();
-    EXPECT_FALSE(m_view->IsDirty());
-    EXPECT_EQ(Text(number), "stale") << "item references do not count here";
-    const auto empty = AddCallout(MakeTemplate({Reference("System", "", "Value")}), m_b);
-    m_view->SetDirty(false);
-    m_engine->RegenerateCalloutLabels();
-    EXPECT_TRUE(m_view->IsDirty());
-}
-
 TEST_F(CalloutsLabels, LabelsComeWithTheCalloutButForBatchPublishing) {
     const auto app = zrkapp::illustration::KorvanApp::GetKorvanApp();
     for (const bool illustrate : {true, false}) {
@@ -162,20 +139,6 @@ TEST_F(CalloutsLabels, TheLanguageChangesEnabledTextsAndThePredefinedOne) {
     m_engine->SetPredefinedText(predefined);
     EXPECT_NE(Text(predefined), "Callout");
     EXPECT_NE(Text(predefined), "");
-}
-
-TEST_F(CalloutsLabels, TheTemplateForNewCalloutsIsKeptAndRelabelsNothing) {
-    const auto callout = AddCallout(m_numbered, m_a, AddItem({m_a}));
-    callout->SetText(du::Symbol("stale"), false);
-    const auto before = m_numbered->GetReferenceCount();
-    m_engine->SetTemplate(m_numbered);
-    m_engine->SetTemplate(m_numbered);
-    EXPECT_EQ(m_engine->GetTemplate().get(), m_numbered.get());
-    EXPECT_EQ(m_numbered->GetReferenceCount(), before + 1);
-    m_engine->SetTemplate(nullptr);
-    EXPECT_FALSE(m_engine->GetTemplate());
-    EXPECT_EQ(m_numbered->GetReferenceCount(), before);
-    EXPECT_EQ(Text(callout), "stale");
 }
 
 TEST_F(CalloutsLabels, AChangedTemplateReachesTheCalloutsThatAreInAScene) {

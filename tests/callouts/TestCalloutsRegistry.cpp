@@ -25,40 +25,6 @@ protected:
     const TemplatePtr m_literal = MakeTemplate({Literal("fixed")});
 };
 
-TEST_F(CalloutsRegistry, ACalloutIsFiledOncePerPartAndLeavesEachPartWhenItGoes) {
-    const auto callout = MakeCallout(m_numbered, m_a, 1);
-    Connect(callout, m_a);
-    Connect(callout, m_b);
-    Connect(callout, m_a);
-    ConnectWaiting(callout, "C");
-    Show(callout);
-    const auto other = AddCallout(m_numbered, m_a, 2);
-    EXPECT_EQ(Filed(m_a), Sorted({callout, other}));
-    EXPECT_EQ(Filed(m_b), CalloutVec{callout});
-    EXPECT_EQ(Filed(m_c), CalloutVec{callout});
-    m_annoSet->RemoveAnnotationFromSet(callout, nullptr);
-    EXPECT_EQ(Filed(m_a), CalloutVec{other});
-    EXPECT_TRUE(Filed(m_b).empty());
-    EXPECT_TRUE(Filed(m_c).empty());
-}
-
-TEST_F(CalloutsRegistry, LeadersToPartsThatAreNotLoadedAreFiledToo) {
-    const auto callout = MakeCallout(m_literal, m_a);
-    ConnectWaiting(callout, "late");
-    callout->SetText(du::Symbol("x"), false);
-    m_engine->AddToMap(callout);
-    EXPECT_TRUE(m_engine->Exists("late", "x"));
-    // A part that no product structure knows has no id of its own.
-    const du::SmartPtr<zrk::Instance> bare(
-        new zrk::Instance(du::Symbol("bare"), "bare", MakeBox("bare"), dg::Location()));
-    const Part unlisted{nullptr, bare, m_scene->CreateShapeInstance(bare)};
-    const auto nameless = MakeCallout(m_literal, unlisted);
-    nameless->SetText(du::Symbol("y"), false);
-    m_engine->AddToMap(nameless);
-    EXPECT_TRUE(m_engine->Exists("", "y"));
-    EXPECT_FALSE(m_engine->Exists("bare", "y"));
-}
-
 TEST_F(CalloutsRegistry, InsetsAreRecordedOnceTheyAreKnownAndStayKnown) {
     const InsetPtr inset(new zrannotations::Inset(m_view, {{200, 150, 0}, {300, 80, 0}, 60, 5.0F}));
     const auto callout = MakeCallout(m_literal, m_a);
@@ -131,16 +97,6 @@ TEST_F(CalloutsRegistry, QueriesByItemAppendInTheOrderAskedFor) {
     EXPECT_EQ(ids, (std::set<unsigned>{1, 5, 6}));
 }
 
-TEST_F(CalloutsRegistry, TheQueryByInstanceStartsFromNothing) {
-    const auto callout = AddCallout(m_literal, m_a);
-    Callouts::CalloutSet out{callout};
-    m_engine->GetCalloutSetForSbomInstance(m_b.sbom, out);
-    EXPECT_TRUE(out.empty());
-    out.insert(callout);
-    m_engine->GetCalloutSetForSbomInstance(nullptr, out);
-    EXPECT_TRUE(out.empty());
-}
-
 TEST_F(CalloutsRegistry, ANewTemplateDecidesAboutTheItemId) {
     const auto assembly = AddAssembly("assembly");
     const auto unitemized = AddAssembly("unitemized");
@@ -192,21 +148,6 @@ TEST_F(CalloutsRegistry, ANewTemplateDecidesAboutTheItemId) {
     CalloutPtr callout = engineering;
     EXPECT_FALSE(m_engine->CheckForTypeUpdate(callout));
     EXPECT_FALSE(engineering->HasItemId());
-}
-
-TEST_F(CalloutsRegistry, CalloutsFollowTheirTemplateUnlessTheyAreTheUsersOwn) {
-    const auto id = AddItem({m_a});
-    const auto callout = MakeCallout(m_numbered, m_a, id);
-    const auto custom = MakeCallout(m_numbered, m_a, id);
-    custom->SetCustomCallout(true);
-    for (const auto& each : {callout, custom}) {
-        Show(each);
-        m_engine->AddToSet(each);
-    }
-    m_numbered->SetTextContent({Literal("No. "), ItemLabel()});
-    EXPECT_EQ(Text(callout), "No. 1");
-    EXPECT_EQ(Text(custom), "1");
-    EXPECT_EQ(OfItem(id).size(), 2U);
 }
 
 }  // namespace

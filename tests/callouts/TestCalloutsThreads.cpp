@@ -172,27 +172,5 @@ TEST_F(CalloutsThreads, AnswersThatNeedNoLockComeWhileAnotherThreadWrites) {
     other.join();
 }
 
-TEST_F(CalloutsThreads, TheGuardedRegistryIsReadWhileItChanges) {
-    std::atomic<int> existing{0};
-    const auto stays = AddCallout(m_numbered, m_c, m_item);
-    RunTogether({[this] { ShowAndRemove(m_a); }, [this] { ShowAndRemove(m_b); },
-                 [&] {
-                     if (m_engine->Exists("C", Text(stays))) ++existing;
-                     m_engine->IsAllowed(stays);
-                     m_scene->SetVisible(m_c.shape, false);
-                     m_scene->SetVisible(m_c.shape, true);
-                     Items().SetTag(m_item, "t");
-                 },
-                 [this] {
-                     std::set<unsigned> ids;
-                     m_engine->GetItemdIds(ids);
-                     Filed(m_c);
-                     m_engine->OnWindowSize();
-                 }},
-                100);
-    EXPECT_EQ(existing, 100);
-    EXPECT_EQ(Filed(m_c), CalloutVec{stays});
-}
-
 }  // namespace
 }  // namespace zrcallouts

@@ -97,18 +97,6 @@ TEST_F(CalloutsView, APartThatGoesHidesItsLeadersUntilItComesBack) {
     EXPECT_TRUE(callout->IsLabelInScreenSpace()) << "nobody waited, so the label stays";
 }
 
-TEST_F(CalloutsView, AMovedPartRedrawsItsCalloutsAlone) {
-    const auto symbol = AddSymbol("S1", {0, 8, 0});
-    AddCallout(m_literal, m_free);
-    AddCallout(m_literal, symbol);
-    const std::pair<const Part*, bool> rows[] = {{&m_free, true}, {&symbol, true}, {&m_back, false}};
-    for (const auto& [part, redraws] : rows) {
-        m_view->SetDirty(false);
-        Move(*part, {1, 8, 0});
-        EXPECT_EQ(m_view->IsDirty(), redraws) << part->instance->GetName();
-    }
-}
-
 TEST_F(CalloutsView, A3dSymbolTakesItsCalloutsWithIt) {
     const auto waiting = MakeCallout(m_literal, m_free);
     ConnectWaiting(waiting, "/S1");
@@ -166,33 +154,6 @@ TEST_F(CalloutsView, AnyPartOfAWeldCountsForItsLeader) {
     EXPECT_TRUE(IsCovered(Settled(below)));
     AddPart("stranger", {0, 8, 9});
     EXPECT_TRUE(IsCovered(onWeld));
-}
-
-TEST_F(CalloutsView, TheDimColourIsTheMeanOfTheFirstTwoBackgroundColours) {
-    const auto back = Settled(m_back);
-    m_view->SetBackgroundColors({0.2F, 0.4F, 0.6F, 0.5F}, {0.4F, 0.8F, 0.2F, 0.5F}, {1, 1, 1, 1});
-    EXPECT_EQ(m_engine->GetPickRequestCount(), 1U) << "the leaders take the new colour";
-    Pump();
-    EXPECT_EQ(back->GetDimColorAtPos(0), dg::Color(0.5F * 0.6F, 0.5F * 1.2F, 0.5F * 0.8F, 1.0F));
-    m_scene->SetDrawWhenHidden(true);
-    m_view->SetBackgroundColors({1, 1, 1, 1}, {1, 1, 1, 1}, {0, 0, 0, 1});
-    EXPECT_EQ(Pump(), 0U);
-    m_scene->SetDrawWhenHidden(false);
-    EXPECT_TRUE(IsCovered(back));
-    EXPECT_EQ(back->GetDimColorAtPos(0), dg::Color(1, 1, 1, 1)) << "colours are kept while nothing is dimmed";
-    m_engine->OnBackgroundColor(nullptr);
-    m_engine->SetBackgroundColor(nullptr);
-
-    // An engine that was attached before there was a view knows no colours yet.
-    const du::SmartPtr<zrk::illustration::Illustration3dScene> scene(
-        new zrk::illustration::Illustration3dScene);
-    const du::SmartPtr<Callouts> engine(new Callouts);
-    engine->Initialize(scene);
-    engine->OnDrawWhenHidden(m_view, back);
-    Pump();
-    EXPECT_EQ(back->GetDimColorAtPos(0), dg::Color(0, 0, 0, 1));
-    engine->Destroy();
-    scene->Close();
 }
 
 TEST_F(CalloutsView, DrawWhenHiddenDashesEveryLeaderWithoutAsking) {
@@ -270,34 +231,6 @@ TEST_F(CalloutsView, PixelsAreRoundedTowardsZeroAfterAddingAHalf) {
     }
 }
 
-TEST_F(CalloutsView, EachAnswerCountsWhateverItsStatus) {
-    const auto callout = MakeCallout(m_literal, m_back);
-    Connect(callout, m_free);
-    Show(callout);
-    Pump();
-    m_engine->OnDrawWhenHidden(m_view);
-    EXPECT_EQ(m_engine->GetPickRequestCount(), 2U);
-    zrk::Kernel::GetKernel()->CancelPendingEvents();
-    EXPECT_EQ(m_engine->GetPickRequestCount(), 0U);
-    m_engine->OnReceiveAnchorVisiblePick();
-    EXPECT_EQ(m_engine->GetPickRequestCount(), std::numeric_limits<unsigned>::max());
-}
-
-TEST_F(CalloutsView, CalloutsThatASavedViewRefersToAreCheckedToo) {
-    const auto own = Settled(m_free);
-    const auto referenced = MakeCallout(m_literal, m_back);
-    m_annoSet->AddReferencedAnnotation(referenced);
-    m_engine->OnDrawWhenHidden(m_view);
-    EXPECT_EQ(m_engine->GetPickRequestCount(), 2U);
-    Pump();
-    EXPECT_TRUE(referenced->IsDimAtPos(0));
-    m_annoSet->AddReferencedAnnotation(own);
-    m_annoSet->AddReferencedAnnotation(MakeTemplate({}));
-    m_engine->OnDrawWhenHidden(m_view);
-    EXPECT_EQ(m_engine->GetPickRequestCount(), 3U) << "one that is both is checked as both";
-    Pump();
-}
-
 TEST_F(CalloutsView, TheTimerChecksOnceTheCameraHasChangedAndEverythingIsAnswered) {
     const auto callout = Settled(m_back);
     dg::Camera3D current;
@@ -329,37 +262,6 @@ TEST_F(CalloutsView, TheTimerChecksOnceTheCameraHasChangedAndEverythingIsAnswere
     }
 }
 
-TEST_F(CalloutsView, InsetLeadersAreCheckedThroughTheirGlass) {
-    const auto inset = AddInset(200, 150);
-    for (const auto& part : {m_back, m_front}) {
-        const auto callout = MakeCallout(m_literal, part);
-        callout->SetInsetAtPos(inset, 0);
-        Show(callout);
-        const bool isCovered = part.shape == m_back.shape;
-        SetLook(callout, !isCovered);
-        EXPECT_EQ(IsCovered(callout), isCovered);
-    }
-    const InsetPtr blind(new zrannotations::Inset(nullptr, {{200, 150, 0}, {300, 80, 0}, 60, 5.0F}));
-    const auto callout = Settled(m_free);
-    callout->SetInsetAtPos(blind, 0);
-    m_engine->OnDrawWhenHidden(m_view, callout);
-    EXPECT_EQ(Pump(), 0U);
-    EXPECT_EQ(m_engine->GetPickRequestCount(), 1U);
-    dg::Camera3D recorded;
-    m_engine->OnHandleTimeoutEvent(m_view, recorded);
-    EXPECT_EQ(Pump(), 0U) << "the check that nobody will answer holds the timer back";
-    zrk::Kernel::GetKernel()->CancelPendingEvents();
-    EXPECT_EQ(m_engine->GetPickRequestCount(), 0U);
-}
-
-TEST_F(CalloutsView, AChangedCalloutIsCheckedAgain) {
-    const auto callout = Settled(m_free);
-    Move(m_front, {8, 0, 10});
-    callout->SetLabelPosition({1, 1, 1});
-    EXPECT_EQ(Pump(), 1U);
-    EXPECT_TRUE(callout->IsDimAtPos(0));
-}
-
 TEST_F(CalloutsView, AnAnchorIsPickedOnThePartAloneAndKeptInItsCoordinates) {
     Move(m_back, {2, 1, -3});
     const auto callout = MakeCallout(m_literal, m_back);
@@ -388,34 +290,6 @@ TEST_F(CalloutsView, AnAnchorIsPickedOnThePartAloneAndKeptInItsCoordinates) {
     m_engine->RequestAnchorPick(cancelled);
     zrk::Kernel::GetKernel()->CancelPendingEvents();
     EXPECT_FALSE(cancelled->IsAnchorPointCalculated());
-}
-
-TEST_F(CalloutsView, TheFirstPartThatWasHitGivesTheAnchor) {
-    m_scene->SetLocation(m_free.shape, {dg::FMat33({0, 2, 0, -2, 0, 0, 0, 0, 2}), {8, 0, 0}});
-    const auto callout = MakeCallout(m_literal, m_back);
-    using Results = std::vector<zrk::PickResult>;
-    const struct {
-        const char* name;
-        Results results;
-        int leader;
-        bool sets;
-    } rows[] = {{"nothing", {}, 0, false},
-                {"no part", {{m_view, {1, 2, 3}}, {nullptr, {1, 2, 3}}}, 0, false},
-                {"no leader", {{m_free.shape, {8, 2, 2}}}, -1, false},
-                {"part behind others",
-                 {{m_view, {1, 2, 3}}, {m_free.shape, {8, 2, 2}}, {m_back.shape, {0, 0, 0}}},
-                 0,
-                 true}};
-    for (const auto& row : rows) {
-        m_engine->OnReceivePick(row.results, callout, row.leader);
-        EXPECT_EQ(callout->IsAnchorPointCalculated(), row.sets) << row.name;
-    }
-    dg::DPoint3D anchor;
-    ASSERT_TRUE(callout->GetAnchorAtPos(0, anchor));
-    EXPECT_NEAR(anchor.x, 1.0, 1e-6);
-    EXPECT_NEAR(anchor.y, 0.0, 1e-6);
-    EXPECT_NEAR(anchor.z, 1.0, 1e-6);
-    m_engine->OnReceivePick({{m_free.shape, {8, 2, 2}}}, nullptr, 0);
 }
 
 }  // namespace

@@ -83,28 +83,6 @@ TEST_F(InsetObserving, LabelsMoveAlongWithTheGlassAndArePinnedThere) {
     ExpectNear(Pixel(plain), plainBefore.x, plainBefore.y);
 }
 
-TEST_F(InsetObserving, LabelsOfFreeCalloutsAreStoredRelativeToTheirFirstPartToo) {
-    const auto inset = AddInset(200, 150);
-    const auto callout = MakeFreeCallout(m_literal);
-    Connect(callout, m_outside);
-    callout->SetInsetAtPos(inset, 0);
-    callout->SetLabelPosition({3, 2, 0});
-    Show(callout);
-    inset->Displace({10, 20, 0}, false);
-    // One unit right, two down; then from the world to the part's place.
-    EXPECT_NEAR(callout->GetPosition().x, 3 + 1 + 6, 1e-6);
-    EXPECT_NEAR(callout->GetPosition().y, 2 - 2, 1e-6);
-    // A callout whose first leader waits for its part has no such place.
-    const auto waiting = MakeFreeCallout(m_literal);
-    ConnectWaiting(waiting, "late");
-    waiting->SetInsetAtPos(inset, 0);
-    waiting->SetLabelPosition({3, 2, 0});
-    Show(waiting);
-    inset->Displace({10, 20, 0}, false);
-    EXPECT_NEAR(waiting->GetPosition().x, 4, 1e-6);
-    EXPECT_NEAR(waiting->GetPosition().y, 0, 1e-6);
-}
-
 TEST_F(InsetObserving, LabelsKeepTheirPlaceRelativeToWhatIsMagnified) {
     const auto inset = AddInset(200, 150);
     const auto callout = Through(inset, m_inside);
@@ -120,17 +98,6 @@ TEST_F(InsetObserving, LabelsKeepTheirPlaceRelativeToWhatIsMagnified) {
     inset->SetFactor(0.0F, true);
     inset->SetFactor(5.0F, false);
     ExpectNear(Pixel(callout), x, y);
-}
-
-TEST_F(InsetObserving, NothingReachesTheCalloutsOnceTheEngineIsDestroyed) {
-    const auto inset = AddInset(200, 150);
-    const auto callout = Through(inset, m_outside);
-    m_engine->Destroy();
-    inset->SetRadius(61);
-    inset->Displace({25, -10, 0}, false);
-    inset->SetFactor(2.0F, false);
-    EXPECT_FALSE(callout->IsHiddenAtPos(0));
-    EXPECT_FALSE(callout->IsLabelInScreenSpace());
 }
 
 }  // namespace

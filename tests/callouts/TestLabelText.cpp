@@ -139,55 +139,6 @@ TEST_F(LabelText, TheScopeChoosesTheInstanceThatTheApplicationMeans) {
     }
 }
 
-TEST_F(LabelText, PropertiesAreThoseOfTheShownRepresentation) {
-    const auto part = AddPart("coarse", {0, 5, 0});
-    m_scene->RemoveShapeInstance(part.shape);
-    const Part coarse{part.sbom, part.instance,
-                      m_scene->CreateShapeInstance(part.instance, du::Symbol("coarse"))};
-    part.sbom->SetProperty(du::Symbol("Part"), du::Symbol("Mass"), du::Symbol("fine mass"),
-                           du::Symbol("fine"));
-    part.sbom->SetProperty(du::Symbol("Part"), du::Symbol("Mass"), du::Symbol("coarse mass"),
-                           du::Symbol("coarse"));
-    EXPECT_EQ(Label(MakeCallout(m_plain, coarse), {Reference("Part", "Mass")}), "coarse mass");
-}
-
-TEST_F(LabelText, WhatStandsForNothingAndTheFilePropertiesGroupFollowTheLanguage) {
-    const auto callout = MakeCallout(m_plain, m_part);
-    zrk::World::GetWorld()->SetLanguage("de");
-    const du::Localizer localizer("zrbase:zrmodulesStrings");
-    const std::string group = localizer.LocalizeMessage("3206");
-    const std::string fallback = localizer.LocalizeMessage("852");
-    ASSERT_NE(group, "File Properties");
-    EXPECT_EQ(Label(callout, {Reference(group, "Vendor")}), "maker");
-    EXPECT_EQ(Label(callout, {Reference("File Properties", "Vendor")}), fallback);
-}
-
-TEST_F(LabelText, WithoutItemListThereIsNoText) {
-    const auto callout = MakeCallout(m_plain, m_part, m_item);
-    const du::SmartPtr<Callouts> detached(new Callouts);
-    std::string label = "before";
-    detached->GenerateLabelString(callout, {Literal("a"), ItemLabel()}, label);
-    EXPECT_EQ(label, "before");
-    const CalloutPtr undefined(new zrannotations::Callout);
-    const struct {
-        const char* name;
-        CalloutPtr callout;
-        bool attached;
-        bool detached;
-    } rows[] = {
-        {"null", nullptr, false, false},
-        {"no template", undefined, false, false},
-        {"literal", callout, true, false},
-        {"number, no item", MakeCallout(MakeTemplate({ItemLabel()}), m_part), true, true},
-        {"reference without name", MakeCallout(MakeTemplate({Reference("Part", "")}), m_part), false, false},
-        {"missing property", MakeCallout(MakeTemplate({Reference("Part", "Volume")}), m_part), true, false},
-        {"no contents", MakeCallout(MakeTemplate({}), m_part), false, false}};
-    for (const auto& row : rows) {
-        EXPECT_EQ(m_engine->HasTemplateText(row.callout), row.attached) << row.name;
-        EXPECT_EQ(detached->HasTemplateText(row.callout), row.detached) << row.name << ", no item list";
-    }
-}
-
 TEST_F(LabelText, TranslatorsSeeNumberedPlaceholders) {
     const struct {
         Contents contents;

@@ -74,18 +74,5 @@ TEST_F(ZRDll, ANewEngineIsFreeOfEverythingAndReplacesTheOneInTheSlot) {
     ZRDllTerminate();
 }
 
-TEST_F(ZRDll, AnEngineIsFoundByItsSceneOnlyWhileItIsAttached) {
-    const du::SmartPtr<zrk::ShapeScene> other(new zrk::illustration::Illustration3dScene);
-    EXPECT_FALSE(GetCalloutsEngineForScene(other));
-    EXPECT_FALSE(GetCalloutsEngineForScene(other)) << "looking up made an engine";
-    EXPECT_FALSE(GetCalloutsEngineForScene(nullptr));
-    const auto before = m_engine->GetReferenceCount();
-    const auto found = GetCalloutsEngineForScene(m_scene);
-    EXPECT_EQ(found.get(), m_engine.get());
-    EXPECT_EQ(m_engine->GetReferenceCount(), before + 1);
-    m_engine->Destroy();
-    EXPECT_FALSE(GetCalloutsEngineForScene(m_scene));
-}
-
 }  // namespace
 }  // namespace zrcallouts

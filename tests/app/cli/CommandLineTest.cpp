@@ -5,13 +5,6 @@ namespace {
 
 using CommandLine = CliFixture;
 
-TEST_F(CommandLine, TellsItsVersion) {
-    const CliResult result = Run({"--version"});
-    EXPECT_EQ(result.exitCode, 0);
-    EXPECT_EQ(result.out, "zrsheet " ZR_VERSION "\n");
-    EXPECT_EQ(result.err, "");
-}
-
 // Help is the manual: an option that it leaves out does not exist for authors.
 TEST_F(CommandLine, HelpTellsOfEveryOption) {
     const CliResult top = Run({"--help"});

@@ -47,24 +47,6 @@ TEST_F(Output, TargetsThatCannotBeWrittenAreNamedAndNoneIsWritten) {
     }
 }
 
-TEST_F(Output, FolderWithoutWritePermissionIsNamed) {
-    if (geteuid() == 0) GTEST_SKIP() << "root may write everywhere";
-    Write("wedge.gltf", SmallModel());
-    std::filesystem::create_directory(In("locked"));
-    std::filesystem::permissions(In("locked"),
-                                 std::filesystem::perms::owner_read | std::filesystem::perms::owner_exec);
-    ExpectRefused({"make", "wedge.gltf", "-o", "good.svg", "-o", "locked/sheet.svg", "--size", "400x300"},
-                  "locked/sheet.svg");
-}
-
-TEST_F(Output, ReplacesAnOldSheet) {
-    Write("wedge.gltf", SmallModel());
-    Write("sheet.csv", std::string(100000, 'x'));
-    EXPECT_EQ(Run({"make", "wedge.gltf", "-o", "sheet.csv", "--size", "400x300"}).exitCode, 0);
-    EXPECT_LT(Read(In("sheet.csv")).size(), 1000U);
-    EXPECT_EQ(Files(), (Names{"sheet.csv", "wedge.gltf"}));
-}
-
 // The same bytes from one run to the next and for any number of threads, all formats.
 TEST_F(Output, IsTheSameOnOneThreadAndOnFour) {
     Write("sample.glb", SampleBytes());

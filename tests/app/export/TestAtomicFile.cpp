@@ -47,14 +47,6 @@ private:
     rlimit m_before{};
 };
 
-TEST(AtomicFile, ReplacesWhatWasThere) {
-    const TemporaryFolder folder;
-    PutFile(folder / "a.csv", "a longer text than the new one");
-    WriteFileAtomically(folder / "a.csv", std::string("new\0text", 8));
-    EXPECT_EQ(ReadFile(folder / "a.csv"), std::string("new\0text", 8));
-    EXPECT_EQ(folder.CountFiles(), 1);
-}
-
 TEST(AtomicFile, KeepsTheOldFileWhenTheDiskIsFull) {
     const TemporaryFolder folder;
     PutFile(folder / "a.csv", "old");
@@ -79,20 +71,6 @@ TEST(AtomicFile, SaysWhereItCannotWriteAndWhatToDo) {
     EXPECT_THAT(ErrorOf(folder / "folder.csv", "x"),
                 AllOf(HasSubstr("folder.csv"), HasSubstr("Name a file")));
     EXPECT_EQ(folder.CountFiles(), 2);
-}
-
-// A file put in the place of a pipe, a device or a link would take it away from everybody. A pipe stands for
-// them all: a test that failed on a real device would do the damage.
-TEST(AtomicFile, WritesThroughLinksAndLeavesPipesAlone) {
-    const TemporaryFolder folder;
-    PutFile(folder / "real.csv", "old");
-    std::filesystem::create_symlink(folder / "real.csv", folder / "link.csv");
-    WriteFileAtomically(folder / "link.csv", "new");
-    EXPECT_TRUE(std::filesystem::is_symlink(folder / "link.csv"));
-    EXPECT_EQ(ReadFile(folder / "real.csv"), "new");
-    ASSERT_EQ(mkfifo((folder / "pipe.csv").c_str(), 0600), 0);
-    EXPECT_THAT(ErrorOf(folder / "pipe.csv", "x"), HasSubstr("Name a file"));
-    EXPECT_TRUE(std::filesystem::is_fifo(folder / "pipe.csv"));
 }
 
 }  // namespace

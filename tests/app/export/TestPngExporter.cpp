@@ -63,19 +63,5 @@ TEST(PngExporter, DrawsThePageAtAnyScale) {
     }
 }
 
-TEST(PngExporter, DrawsACoveredLeaderDim) {
-    Sheet sheet = SampleSheet();
-    sheet.callouts[0].leaders[0] = {{90, 185}, {10, 185}, "x", false};
-    const Raster page = Decode(PngBytes(sheet));
-    EXPECT_FALSE(HasInk(page, {10, 180, 90, 190}, 1));
-    EXPECT_NE(PixelAt(page, 90, 185), kWhite);
-}
-
-TEST(PngExporter, RefusesABitmapThatIsTooLarge) {
-    Sheet sheet = SampleSheet();
-    sheet.width = 40000;
-    EXPECT_THROW((void)PngBytes(sheet), ExportError);
-}
-
 }  // namespace
 }  // namespace zrsheet::test

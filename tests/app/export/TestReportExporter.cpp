@@ -27,13 +27,5 @@ TEST(ReportExporter, TellsPlacesInPagePixelsRoundedToHundredths) {
         R"("seconds":{"load":0.13,"create":1.0,"pick":0.0,"render":2.5,"write":0.0}})");
 }
 
-TEST(ReportExporter, NamesNoItemForACalloutWithoutOne) {
-    Sheet sheet = SampleSheet();
-    sheet.callouts[0].hasItem = false;
-    const auto json = nlohmann::json::parse(ReportText(sheet));
-    EXPECT_FALSE(json["callouts"][0].contains("itemId"));
-    EXPECT_EQ(json["callouts"][1]["leaders"][1]["visible"], false);
-}
-
 }  // namespace
 }  // namespace zrsheet::test

@@ -64,25 +64,6 @@ TEST(SvgExporter, DrawsLeadersOverAWhiteHaloAndCoveredOnesDashedAndDim) {
               style.leaderWidth + 1);
 }
 
-TEST(SvgExporter, CentresTheLabelByTheHeightOfItsDigits) {
-    const ReadSvg svg(SampleSheet());
-    const pugi::xml_node text = svg.Find("//g[@id='callout-1']/g[@class='label']/text");
-    EXPECT_EQ(text.attribute("x").as_double(), 35.0);
-    EXPECT_EQ(text.attribute("text-anchor").value(), std::string("middle"));
-    EXPECT_NEAR(text.attribute("y").as_double() - 0.5 * CapHeight(SheetStyle().fontSize), 35.0, 0.01);
-}
-
-TEST(SvgExporter, DrawsTheTableWithRealTextUnderItsHead) {
-    const ReadSvg svg(SampleSheet());
-    EXPECT_THAT(svg.All("//g[@class='parts-list']/text"),
-                ElementsAre("Item", "Name", "1", "Pump housing", "2", "Screw"));
-    EXPECT_THAT(svg.All("//g[@class='parts-list']/text/@x"),
-                ElementsAre("274", "286", "274", "286", "274", "294"));
-    EXPECT_THAT(svg.All("//g[@class='parts-list']/text[@text-anchor='end']"), ElementsAre("Item", "1", "2"));
-    EXPECT_THAT(svg.All("//g[@class='parts-list']/text[@font-weight='bold']"), ElementsAre("Item", "Name"));
-    EXPECT_EQ(svg.All("//g[@class='parts-list']/line").size(), 4U);
-}
-
 // A long parts list stands in several columns beside each other.
 TEST(SvgExporter, DrawsEveryTableOfAList) {
     Sheet sheet = SampleSheet();
@@ -90,16 +71,6 @@ TEST(SvgExporter, DrawsEveryTableOfAList) {
     sheet.tables[1].box.x0 += 1000;
     EXPECT_THAT(ReadSvg(sheet).All("//g[@class='parts-list']/text[@x > 1000]"),
                 ElementsAre("Item", "Name", "1", "Pump housing", "2", "Screw"));
-}
-
-TEST(SvgExporter, CarriesTitleSizeAndPicture) {
-    const ReadSvg svg(SampleSheet());
-    EXPECT_EQ(svg.Find("/svg").attribute("viewBox").value(), std::string("0 0 400 200"));
-    EXPECT_EQ(svg.Find("/svg").attribute("width").value(), std::string("400px"));
-    EXPECT_THAT(svg.All("/svg/title"), ElementsAre("Pump"));
-    EXPECT_THAT(svg.Find("//image").attribute("xlink:href").value(),
-                StartsWith("data:image/png;base64,iVBORw0KGgo"));
-    EXPECT_EQ(svg.Find("//image").attribute("height").as_double(), 120.0);
 }
 
 TEST(SvgExporter, WritesAnyTextAsValidXml) {

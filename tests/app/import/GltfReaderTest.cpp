@@ -47,20 +47,6 @@ TEST_F(GltfReader, NamesEveryNode) {
     EXPECT_EQ(ImportModel(Write("latin.gltf", latin)).nodes[1].name, "a  b \xEF\xBF\xBD");
 }
 
-TEST_F(GltfReader, ShowsTheDefaultSceneElseTheFirstElseAll) {
-    Json model = Tetrahedron();
-    model["nodes"] = Json::parse(R"([{"mesh": 0, "name": "A"}, {"mesh": 0, "name": "B"}])");
-    model["scenes"] = Json::parse(R"([{"nodes": [0]}, {"nodes": [1]}])");
-    model["scene"] = 1;
-    EXPECT_EQ(Tree(Import(model)), Names{"B@-1:0"});
-    model.erase("scene");
-    EXPECT_EQ(Tree(Import(model)), Names{"A@-1:0"});
-    model.erase("scenes");
-    model["nodes"][0] = {{"children", {1}}, {"name", "A"}};
-    model["nodes"].push_back({{"mesh", 0}, {"name", "C"}});
-    EXPECT_EQ(Tree(Import(model)), (Names{"A@-1:-1", "B@0:0", "C@-1:0"}));
-}
-
 // Scale first, then the quarter turn about z that takes x to y, then the move.
 TEST_F(GltfReader, ComposesTransforms) {
     Json model = Tetrahedron();
@@ -73,15 +59,6 @@ TEST_F(GltfReader, ComposesTransforms) {
     Json given = Tetrahedron();
     given["nodes"][0]["matrix"] = expected;
     EXPECT_EQ(Import(given).nodes[0].matrix, expected);
-}
-
-TEST_F(GltfReader, KeepsPropertiesAsText) {
-    Json model = Tetrahedron();
-    model["nodes"][0]["extras"] =
-        Json::parse(R"({"No": "A-1", "Mass": 7.5, "Bought": true, "List": [1], "None": null})");
-    using Properties = std::vector<std::pair<std::string, std::string>>;
-    EXPECT_EQ(Import(model).nodes[0].properties,
-              (Properties{{"No", "A-1"}, {"Mass", "7.5"}, {"Bought", "true"}}));
 }
 
 // The second mesh is the same body from other bytes, with an unused vertex in front.
@@ -132,27 +109,6 @@ TEST_F(GltfReader, PutsSparseElementsIn) {
                                        {"indices", {{"bufferView", places}, {"componentType", 5123}}},
                                        {"values", {{"bufferView", values}}}};
     EXPECT_EQ(Import(model).parts[0].positions, (std::vector<float>{0, 0, 0, 0, 1, 0, 8, 0, 0, 0, 0, 9}));
-}
-
-TEST_F(GltfReader, ReadsDataUrisAndInterleavedIntegers) {
-    Json model = Tetrahedron();
-    // Three signed bytes to a vertex, one byte of something else: -127 is -1, and so is -128.
-    const std::size_t accessor = AddAccessor(
-        model, BytesOf<std::int8_t>({0, 0, 0, 7, 127, 0, 0, 7, 0, -127, 0, 7, 0, 0, -128}), 5120, "VEC3", 4);
-    model["accessors"][accessor]["normalized"] = true;
-    model["bufferViews"].back()["byteStride"] = 4;
-    model["meshes"][0]["primitives"][0]["attributes"]["POSITION"] = accessor;
-    const std::vector<float> expected{0, 0, 0, 0, -1, 0, 1, 0, 0, 0, 0, -1};
-    EXPECT_EQ(Import(model).parts[0].positions, expected);
-    model["accessors"][accessor]["normalized"] = false;
-    EXPECT_EQ(Import(model).parts[0].positions[4], -127);
-
-    Json inside = Tetrahedron();
-    inside["buffers"][0]["uri"] =
-        "data:application/"
-        "octet-stream;base64,AAAAAAAAAAAAAAAAAACAPwAAAAAAAAAAAAAAAAAAgD8AAAAAAAAAAAAAAAAAAIA/"
-        "AAACAAEAAAABAAMAAQACAAMAAAADAAIA";
-    EXPECT_EQ(Import(inside).parts[0].positions, Import(Tetrahedron()).parts[0].positions);
 }
 
 TEST_F(GltfReader, UnpacksMeshopt) {

@@ -65,21 +65,6 @@ TEST(PageLayout, HoldsEverythingWhateverTheSizeAndTheList) {
     }
 }
 
-TEST(PageLayout, BreaksLongListsBeforeThePageGrows) {
-    const PartsTable shortList(Items(8), kStyle);
-    const PartsTable longList(Items(40), kStyle);
-    const PartsTable endless(Items(900), kStyle);
-    EXPECT_EQ(LayOutPage(1600, 600, shortList, kStyle).tables.size(), 1U);
-    const PageLayout broken = LayOutPage(1600, 600, longList, kStyle);
-    EXPECT_EQ(broken.tables.size(), 2U);
-    EXPECT_EQ(broken.width, 1600);
-    EXPECT_EQ(broken.height, 600);
-    const PageLayout grown = LayOutPage(1600, 600, endless, kStyle);
-    EXPECT_GT(grown.height, 600);
-    EXPECT_EQ(grown.width, 1600);
-    EXPECT_GE(grown.figure.x1 - grown.figure.x0, 0.4 * 1600) << "the list takes the picture's room";
-}
-
 // Balloons beyond the figure push the page outwards on each side by what they lack, and the tables with it.
 TEST(PageLayout, MakesRoomForBalloonsOnEverySide) {
     const PartsTable table(Items(5), kStyle);
@@ -112,42 +97,6 @@ TEST(PageLayout, MakesRoomForBalloonsOnEverySide) {
         EXPECT_GT(moved.y0, layout.title.y);
     }
     ExpectSound(layout, 5);
-}
-
-TEST(PartsTable, ColumnsHoldTheirTexts) {
-    const PartsTable table(Items(4, std::string(300, 'W'), true), kStyle);
-    const auto tables = table.Tables({10, 20}, 3);
-    ASSERT_EQ(tables.size(), 2U);
-    ASSERT_EQ(tables[0].columns.size(), 4U) << "one item has a tag";
-    EXPECT_EQ(PartsTable(Items(4), kStyle).Tables({0, 0}, 4)[0].columns.size(), 3U);
-    double width = 0.0;
-    for (const SheetTable& part : tables) {
-        for (const auto& row : part.rows) {
-            ASSERT_EQ(row.size(), part.columns.size());
-            for (std::size_t i = 0; i < row.size(); ++i) {
-                EXPECT_LE(
-                    row[i].indent + TextWidth(row[i].text, kStyle.tableFontSize) + 2 * kStyle.cellPadding,
-                    part.columns[i].width + 1e-6);
-            }
-        }
-    }
-    for (const auto& column : tables[0].columns) width += column.width;
-    EXPECT_NEAR(width, tables[0].box.x1 - tables[0].box.x0, 1e-6);
-    EXPECT_LT(width, 700) << "names beyond all measure are cut";
-    EXPECT_LT(tables[0].rows[0][2].indent, tables[0].rows[1][2].indent) << "levels are indented";
-    EXPECT_GE(tables[1].box.x0, tables[0].box.x1);
-}
-
-TEST(PartsTable, RowsWithinFillTheHeightAndNoMore) {
-    const PartsTable table(Items(3), kStyle);
-    for (const double height : {30.0, 100.0, 555.5}) {
-        const std::size_t rows = table.RowsWithin(height);
-        EXPECT_GE(rows, 1U);
-        if (rows > 1) {
-            EXPECT_LE(table.Height(rows), height);
-        }
-        EXPECT_GT(table.Height(rows + 1), height);
-    }
 }
 
 }  // namespace

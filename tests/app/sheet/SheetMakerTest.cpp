@@ -159,13 +159,5 @@ TEST(SheetMaker, KeepsBalloonsApartAndOnThePage) {
     }
 }
 
-TEST(SheetMaker, SpeaksTheLanguageAskedFor) {
-    SheetOptions options = Small("iso", LeaderChoice::One, false, 1);
-    options.language = "de";
-    EXPECT_EQ(Make(SampleAssembly(), options).tables.at(0).columns.at(1).title, "Menge");
-    options.language = "tlh";
-    EXPECT_THROW(static_cast<void>(Make(SampleAssembly(), options)), SheetError);
-}
-
 }  // namespace
 }  // namespace zrsheet

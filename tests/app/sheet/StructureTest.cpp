@@ -47,13 +47,6 @@ Assembly WrappedMachine() {
     return maker.Get();
 }
 
-// Exporters wrap single nodes for a transform or a name; the list would show levels that nobody drew up.
-TEST(WithoutWrappers, FoldsChainsAndKeepsTheRest) {
-    const Assembly folded = WithoutWrappers(WrappedMachine());
-    EXPECT_EQ(NamesOf(folded), (Names{"Machine", "Frame", "Bolt M8", "Rotor", "Shaft", "Key"}));
-    EXPECT_EQ(ParentsOf(folded), (std::vector<int>{-1, 0, 0, 0, 3, 3}));
-}
-
 // The child's own transform comes first, then that of each wrapper from the inside out.
 TEST(WithoutWrappers, PutsTheTransformsOfAChainTogether) {
     const Assembly folded = WithoutWrappers(WrappedMachine());
@@ -76,17 +69,6 @@ TEST(WithoutWrappers, PassesOnPropertiesThatTheNodeHasNoneOf) {
     EXPECT_THAT(folded.nodes[0].properties, ElementsAre(Pair("Mass", "2"), Pair("Material", "Steel")));
 }
 
-// What programs call bodies by themselves gives way to what somebody called the wrapper.
-TEST(WithoutWrappers, KeepsTheNameThatTellsMore) {
-    for (const auto& [leaf, name] : {std::pair{"Solid", "Washer"}, std::pair{"=>[0:1:1:5]", "Washer"},
-                                     std::pair{"Pad001 (Solid)", "Washer"}, std::pair{"mesh_17", "Washer"},
-                                     std::pair{"Nut", "Nut"}, std::pair{"Meshwork", "Meshwork"}}) {
-        AssemblyMaker maker;
-        maker.Node(leaf, maker.Node("Washer", -1, -1), maker.Box("part", 1, 1, 1));
-        EXPECT_EQ(NamesOf(WithoutWrappers(maker.Get())), Names{name}) << leaf;
-    }
-}
-
 TEST(WithProductAtTop, TakesTheOnlyRootForTheProduct) {
     AssemblyMaker maker("file");
     const int part = maker.Box("part", 1, 1, 1);
@@ -104,24 +86,6 @@ TEST(WithProductAtTop, TakesTheOnlyRootForTheProduct) {
     EXPECT_THAT(PlaceOf(product.nodes[1]), ElementsAre(5, 0, 0)) << "and not those below them";
 }
 
-TEST(WithProductAtTop, LeavesModelsWithoutOneAsTheyAre) {
-    AssemblyMaker twoRoots("file");
-    const int part = twoRoots.Box("part", 1, 1, 1);
-    twoRoots.Node("A", twoRoots.Node("Left", -1, -1), part);
-    twoRoots.Node("B", -1, part);
-    EXPECT_EQ(NamesOf(WithProductAtTop(twoRoots.Get())), (Names{"Left", "A", "B"}));
-
-    AssemblyMaker single("file");
-    single.Node("Part", -1, single.Box("part", 1, 1, 1));
-    EXPECT_EQ(NamesOf(WithProductAtTop(single.Get())), Names{"Part"});
-
-    AssemblyMaker generic("file");
-    const int top = generic.Node("=>[0:1:1:2]", -1, -1);
-    generic.Node("A", top, generic.Box("part", 1, 1, 1));
-    generic.Node("B", top, 0);
-    EXPECT_EQ(WithProductAtTop(generic.Get()).name, "file") << "a name that tells nothing";
-}
-
 // Identifiers, ids and the selection by path rest on paths that are all different.
 TEST(InstancePaths, AreUniqueWhateverTheNames) {
     AssemblyMaker maker;
@@ -135,18 +99,6 @@ TEST(InstancePaths, AreUniqueWhateverTheNames) {
     const auto paths = InstancePaths(maker.Get());
     EXPECT_EQ(std::set<std::string>(paths.begin(), paths.end()).size(), paths.size())
         << testing::PrintToString(paths);
-}
-
-TEST(InstancePaths, CountNamesakesInTheirOwnAssembly) {
-    AssemblyMaker maker;
-    const int part = maker.Box("part", 1, 1, 1);
-    for (int i = 0; i < 2; ++i) {
-        const int pump = maker.Node("Pump", -1, -1);
-        for (int k = 0; k < 3; ++k) maker.Node("Screw", pump, part);
-    }
-    EXPECT_EQ(InstancePaths(maker.Get()),
-              (Names{"/Pump", "/Pump/Screw", "/Pump/Screw:2", "/Pump/Screw:3",  //
-                     "/Pump:2", "/Pump:2/Screw", "/Pump:2/Screw:2", "/Pump:2/Screw:3"}));
 }
 
 TEST(PartNames, AreWhatTheInstancesShare) {

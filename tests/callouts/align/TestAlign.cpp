@@ -151,36 +151,6 @@ TEST_F(AlignTest, RecordsTheMovesOfAnOperation) {
     EXPECT_EQ(m_scene->GetHistory().GetUndoCount(), 1U) << "without an operation nothing is recorded";
 }
 
-// A label that is far enough away is a step all the same; the first one never is.
-TEST_F(AlignTest, RecordsEverySpacedLabelButTheFirst) {
-    Labels({{100, 40}});
-    ASSERT_TRUE(Run(SpaceX, MakeOperation()));
-    EXPECT_EQ(m_scene->GetHistory().GetUndoCount(), 0U);
-    Labels({{100, 40}, {300, 40}});
-    ASSERT_TRUE(Run(SpaceX, MakeOperation()));
-    EXPECT_EQ(m_scene->GetHistory().GetUndoCount(), 1U);
-    Labels({{100, 40}, {110, 40}});
-    ASSERT_TRUE(Run(12, MakeOperation()));
-    EXPECT_EQ(Places(), "100,40 110,40") << "an unknown mode moves nothing";
-    EXPECT_EQ(m_scene->GetHistory().GetUndoCount(), 1U);
-}
-
-TEST_F(AlignTest, MovesLabelsInTheirPartsCoordinates) {
-    const Part part = AddPart("a", {4, 3, 0});
-    const dg::FMat33 quarterTurnTwiceAsLarge({0, 2, 0, -2, 0, 0, 0, 0, 2});
-    m_scene->SetLocation(part.shape, dg::Location(quarterTurnTwiceAsLarge, dg::DPoint3D(4, 3, 0)));
-    const auto onPart = MakeCallout(nullptr, part);
-    onPart->SetLabelPosition({1, 1, 0});  // at the pixel (260, 100)
-    m_annotations.emplace_back(onPart);
-    At(200, 150);
-    ASSERT_EQ(Places(), "260,100 200,150");
-    ASSERT_TRUE(Run(AlignMinX, MakeOperation()));
-    EXPECT_EQ(Places(), "200,100 200,150");
-    EXPECT_NEAR(onPart->GetPosition().x, -2, 1e-6) << "six units to the left where each is two long";
-    ASSERT_TRUE(m_scene->GetHistory().Undo());
-    EXPECT_EQ(Places(), "260,100 200,150");
-}
-
 TEST_F(AlignTest, KeepsLabelsInScreenSpaceThere) {
     const auto held = MakeCallout(nullptr, AddPart("a", {0, 0, 0}));
     held->SetLabelPosition({5, 5, 0});  // at the pixel (250, 100)

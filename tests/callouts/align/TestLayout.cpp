@@ -73,27 +73,6 @@ TEST_F(LayoutAroundABox, SpacesTheLabelsOfASideFromTheLeastOn) {
     EXPECT_EQ(m_scene->GetHistory().GetUndoCount(), 0U);
 }
 
-TEST_F(LayoutAroundABox, MeasuresHiddenPartsToo) {
-    const Part aside = AddPart("aside", {-5, 0, 0});
-    m_scene->SetVisible(aside.shape, false);
-    EXPECT_EQ(PlaceAlone(120, 150), "110,150");
-}
-
-TEST_F(LayoutAroundABox, PrefersTheBoxThatTheSourceGives) {
-    m_box.instance->SetShapeSourceBBox({{-5, -1, -1}, {1, 1, 1}});
-    EXPECT_EQ(PlaceAlone(120, 150), "120,150");
-}
-
-TEST_F(LayoutAroundABox, PlacesLabelsInTheirPartsCoordinates) {
-    const dg::FMat33 quarterTurnTwiceAsLarge({0, 2, 0, -2, 0, 0, 0, 0, 2});
-    m_scene->SetLocation(m_box.shape, dg::Location(quarterTurnTwiceAsLarge, dg::DPoint3D(0, 0, 0)));
-    const auto callout = MakeCallout(nullptr, m_box);  // the frame is 150 to 250 by 100 to 200 now
-    callout->SetLabelPosition({1, 0.1, 0});
-    ASSERT_TRUE(Arrange({callout}));
-    EXPECT_EQ(Place(callout), "250,148");
-    EXPECT_NEAR(callout->GetPosition().x, 2.5, 1e-6);
-}
-
 TEST_F(LayoutAroundABox, LeavesALabelWhosePartIsGoneButCountsItOnItsSide) {
     const CalloutPtr lost(new zrannotations::Callout);
     lost->ConnectLeader(new zrannotations::CalloutLeader(dg::DPoint3D(), "gone"));
@@ -113,31 +92,10 @@ TEST_F(LayoutTest, KeepsLabelsInTheWindowAroundALargeModel) {
     EXPECT_EQ(PlaceAlone(190, 260), "190,270");
 }
 
-// Of a window 60 pixels wide the margins leave a line, where left and right are one and the same side.
-TEST_F(LayoutTest, SpacesAllLabelsOfAFrameWithoutWidthTogether) {
-    AddPart("wide", {-4, 0, 0});
-    AddPart("wide too", {4, 0, 0});
-    m_view->SetCamera(dg::Camera3D::Orthographic({0, 0, 0}, {0, 0, -1}, {0, 1, 0}, 10.0, 60, 300, 100.0));
-    const CalloutVec labels{At(190, 150),
-                            At(210, 155)};  // at the pixels (20, 150) and (40, 155) of this camera
-    ASSERT_TRUE(Arrange(labels));
-    EXPECT_EQ(Place(labels[0]), "200,150");
-    EXPECT_EQ(Place(labels[1]), "200,180");
-}
-
 TEST_F(LayoutTest, UsesTheWindowWhenThereIsNoModel) {
     EXPECT_EQ(PlaceAlone(60, 150), "30,150");
     EXPECT_EQ(PlaceAlone(340, 160), "370,160");
     EXPECT_EQ(PlaceAlone(210, 50), "210,30");
-}
-
-TEST_F(LayoutTest, NeedsAnEngineAndAView) {
-    const auto callout = At(60, 150);
-    EXPECT_FALSE(Layout(nullptr, m_view).Execute({callout}));
-    EXPECT_FALSE(Layout(m_engine, nullptr).Execute({callout}));
-    EXPECT_EQ(Place(callout), "60,150");
-    EXPECT_TRUE(Arrange({}));
-    EXPECT_TRUE(Arrange({nullptr}));
 }
 
 }  // namespace

@@ -54,28 +54,6 @@ TEST_F(CreateCallouts, TakesTheSelectionOverAndCompletesEvenWithNothingToDo) {
     EXPECT_EQ(UndoCount(), 0U);
 }
 
-TEST_F(CreateCallouts, AnnouncesItsItemsTogetherBeforeItCompletes) {
-    class Watcher : public zrk::illustration::ItemsListObserver {
-    public:
-        explicit Watcher(std::string& log) : m_log(log) {}
-        void OnBeginUpdate() override { m_log += "("; }
-        void OnEndUpdate() override { m_log += ") "; }
-        void OnItemAdded(unsigned) override { m_log += "+"; }
-
-    private:
-        std::string& m_log;
-    };
-    m_engine->SetTemplate(MakeTemplate({ItemLabel()}));
-    std::string log;
-    const du::SmartPtr<Watcher> watcher(new Watcher(log));
-    Items().RegisterObserver(watcher);
-    Start({AddPart("a", {-4, 0, 0}), AddPart("b", {0, 0, 0}), AddPart("c", {4, 0, 0})},
-          EventPtr(new RecordingEvent(&log)));
-    WaitForPool();
-    EXPECT_EQ(log, "(+++) complete 0");
-    EXPECT_EQ(Dump(), "a=1;b=2;c=3;");
-}
-
 TEST_F(CreateCallouts, EndsLeadersOnTheirPartsSurfaces) {
     m_engine->SetTemplate(MakeTemplate({ItemLabel()}));
     AddGrid();

@@ -72,23 +72,6 @@ TEST_F(CreationStages, RegisterACalloutGivenTwiceTwiceButKeepItOnce) {
     EXPECT_EQ(Text(callout), "x");
 }
 
-TEST_F(CreationStages, RefuseWhatIsNotAllowed) {
-    const auto definition = MakeTemplate({ItemLabel()});
-    const unsigned item = AddItem({m_part});
-    AddCallout(definition, m_part, item);
-    const auto again = MakeCallout(definition, m_part, item);
-    StagedGenerator generator(m_engine);
-    generator.FinalizeCallouts({nullptr, again});
-    EXPECT_TRUE(generator.GetCreatedCallouts().empty());
-    EXPECT_EQ(Text(again), "");
-}
-
-TEST_F(CreationStages, GiveCalloutsWithoutTemplateTextThePredefinedOne) {
-    const auto callout = MakeCallout(MakeTemplate({}), m_part);
-    StagedGenerator(m_engine).FinalizeCallouts({callout});
-    EXPECT_NE(Text(callout), "");
-}
-
 TEST_F(CreationStages, ShowWhatIsInitialisedAndCountTheRest) {
     class Watcher : public zrk::SceneObserver {
     public:
@@ -124,48 +107,6 @@ TEST_F(CreationStages, ShowWhatIsInitialisedAndCountTheRest) {
     EXPECT_EQ(first->GetViewId(), m_view->GetViewId());
 }
 
-TEST_F(CreationStages, ShowASetWithoutItsEmptyPointers) {
-    const auto callout = MakeCallout(MakeTemplate({Literal("x")}), m_part);
-    const auto operation = MakeOperation();
-    StagedGenerator(m_engine).ShowCallouts(SetOf({nullptr, callout}), operation);
-    EXPECT_EQ(Shown(), CalloutVec{callout});
-    operation->Undo();
-    EXPECT_EQ(Shown(), CalloutVec());
-}
-
-TEST_F(CreationStages, PrepareTheTextsOfAssembliesForTranslators) {
-    const Part assembly = AddAssembly("assembly");
-    const auto plain = MakeTemplate({Literal("No. "), ItemLabel()});
-    const auto property = MakeTemplate({Reference("Data", "Size")});
-    const auto onPart = MakeCallout(plain, m_part);
-    const auto onAssembly = MakeCallout(plain, m_part, std::nullopt, &assembly);
-    const auto withProperty = MakeCallout(property, m_part, std::nullopt, &assembly);
-    const auto withoutTemplate = MakeCallout(nullptr, m_part, std::nullopt, &assembly);
-    const CalloutVec all{onPart, onAssembly, withProperty, withoutTemplate};
-    for (const auto& callout : all) callout->GetLocalizableString() = du::Symbol("own");
-    StagedGenerator(m_engine).ShowCallouts(all, nullptr);
-    EXPECT_EQ(Localizable(onPart), "own");
-    EXPECT_EQ(Localizable(onAssembly), "No. {0}");
-    EXPECT_EQ(Localizable(withProperty), "own") << "translators cannot know the parts' properties";
-    EXPECT_EQ(Localizable(withoutTemplate), "own");
-    EXPECT_FALSE(onAssembly->GetLocalizableString().IsEnabled());
-}
-
-TEST_F(CreationStages, LocaliseTextsWhenTheDocumentAsksForIt) {
-    const Part assembly = AddAssembly("assembly");
-    const du::SmartPtr<zrkapp::illustration::KorvanFileInfo> info(new zrkapp::illustration::KorvanFileInfo);
-    info->GetLocalizationSettings()->SetNotes(true);
-    const auto world = zrk::World::GetWorld();
-    const auto definition = MakeTemplate({Literal("No. "), ItemLabel()});
-    for (const bool isKnown : {false, true}) {
-        world->SetMRC(new zrkapp::illustration::IllMultiRootContainer(isKnown ? info : nullptr));
-        const auto callout = MakeCallout(definition, m_part, std::nullopt, &assembly);
-        StagedGenerator(m_engine).ShowCallouts(CalloutVec{callout}, nullptr);
-        EXPECT_EQ(callout->GetLocalizableString().IsEnabled(), isKnown);
-    }
-    world->SetMRC(nullptr);
-}
-
 TEST_F(CreationStages, NumberCalloutsMadeElsewhere) {
     const auto definition = MakeTemplate({ItemLabel()});
     const Part listed = AddPart("listed", {8, 0, 0});
@@ -188,19 +129,6 @@ TEST_F(CreationStages, NumberCalloutsMadeElsewhere) {
     EXPECT_FALSE(Items().GetItemIdForInstance(m_part.sbom, id)) << "the new item is a step of the operation";
 }
 
-TEST_F(CreationStages, KeepCalloutsThatNeedNoNumber) {
-    const auto numbered = MakeTemplate({ItemLabel()});
-    const auto free = MakeFreeCallout(numbered);
-    const auto plain = MakeCallout(MakeTemplate({Literal("x")}), m_part);
-    const auto given = MakeOperation();
-    OperationPtr operation = given;
-    Create({free, plain}, operation);
-    EXPECT_EQ(operation, given);
-    EXPECT_EQ(Shown(), (CalloutVec{free, plain}));
-    EXPECT_FALSE(free->HasItemId());
-    EXPECT_TRUE(Items().GetItemIds().empty());
-}
-
 TEST_F(CreationStages, LeaveTheOperationEmptyWhenNoCalloutIsKept) {
     const auto definition = MakeTemplate({ItemLabel()});
     Items().SetItemized(AddItem({m_part}), false);
@@ -208,19 +136,6 @@ TEST_F(CreationStages, LeaveTheOperationEmptyWhenNoCalloutIsKept) {
     EXPECT_EQ(Create({nullptr, MakeCallout(definition, m_part)}, operation), "");
     EXPECT_FALSE(operation);
     EXPECT_EQ(UndoCount(), 0U);
-}
-
-// A candidate is judged before it has a number, and a missing number counts as the same.
-TEST_F(CreationStages, RefuseACandidateOnAPartThatHasANumberedCallout) {
-    const auto definition = MakeTemplate({ItemLabel()});
-    const Part other = AddPart("other", {8, 0, 0});
-    AddCallout(definition, m_part, AddItem({other}));
-    const std::string before = Dump();
-    OperationPtr operation;
-    EXPECT_EQ(Create({MakeCallout(definition, m_part)}, operation), before);
-    EXPECT_FALSE(operation);
-    unsigned id = 0;
-    EXPECT_FALSE(Items().GetItemIdForInstance(m_part.sbom, id));
 }
 
 TEST_F(CreationStages, TieCalloutsOnSymbolsToTheFirstAnnotationOfTheSymbol) {
@@ -268,40 +183,6 @@ TEST_F(CreationStages, PrepareCalloutsThatTheUserPlacesHimself) {
     m_scene->GetHistory().Undo();
     EXPECT_TRUE(Shown().empty());
     EXPECT_FALSE(Items().GetItemIdForInstance(m_part.sbom, id)) << "one undo takes the item back too";
-}
-
-TEST_F(CreationStages, MakeNoManualCalloutWithoutVariants) {
-    Items().SetItemized(AddItem({m_part}), false);
-    const auto given = MakeOperation();
-    OperationPtr operation = given;
-    CalloutGenerator generator(m_engine);
-    generator.CreateManuallyOnSelected(Select({m_part}), operation);
-    EXPECT_EQ(operation, given);
-    EXPECT_TRUE(generator.GetCreatedCallouts().empty());
-}
-
-TEST_F(CreationStages, AnswerForTheItemListWhileThereIsOne) {
-    const NodePtr node = MakeBox("bolt");
-    const unsigned item = AddItem({AddPart("b1", {4, 0, 0}, nullptr, node)}, "B");
-    const Part equal = AddPart("b2", {8, 0, 0}, nullptr, node);
-    CalloutGenerator generator(m_engine);
-    std::string label;
-    bool isCustom = false;
-    generator.GetItemLabel(item, label, isCustom);
-    EXPECT_EQ(label, "B");
-    EXPECT_TRUE(isCustom);
-    unsigned id = 0;
-    EXPECT_TRUE(generator.GetMatchingItem(equal.sbom, id));
-    EXPECT_EQ(id, item);
-    OperationPtr operation;
-    generator.RemoveFromItemList(item, operation);
-    EXPECT_TRUE(Items().GetItemIds().empty());
-    ASSERT_TRUE(operation);
-    StopEngine();
-    CalloutGenerator idle(nullptr);
-    EXPECT_FALSE(idle.GetMatchingItem(equal.sbom, id));
-    idle.GetItemLabel(item, label, isCustom);
-    EXPECT_EQ(label, "B");
 }
 
 }  // namespace

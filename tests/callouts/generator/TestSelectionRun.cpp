@@ -43,17 +43,6 @@ TEST_F(SelectionRun, ReportsProgressBeforeEachHundredthItemOfAllPasses) {
     EXPECT_THAT(ProgressOf({}), ElementsAre()) << "nothing selected, nothing done";
 }
 
-TEST_F(SelectionRun, GivesPartsOfOneComponentOneVariant) {
-    UseTemplate({Literal("x")});
-    const auto bolts = Row(2, MakeBox("bolt"));
-    const Part nut = AddPart("nut", {4, 0, 0});
-    StagedGenerator generator(m_engine);
-    generator.InitializeSelected(Select({bolts[0], bolts[1], nut, bolts[0]}), nullptr);
-    EXPECT_EQ(generator.GetVariantsCount(), 2U);
-    Create({bolts[0], nut, bolts[1]});
-    EXPECT_EQ(Dump(), "bolt0=x;bolt1=x;nut=x;");
-}
-
 TEST_F(SelectionRun, LetsFurtherPartsLeadFromTheFirstCalloutWhenAsked) {
     UseTemplate({Literal("x")});
     const auto bolts = Row(3, MakeBox("bolt"));
@@ -74,20 +63,6 @@ TEST_F(SelectionRun, LetsFurtherPartsLeadFromTheFirstCalloutWhenAsked) {
         EXPECT_EQ(Shown().front()->GetDrawnLeaders().size(), row.drawnOnFirst) << row.combine << row.drawOne;
         m_scene->GetHistory().Undo();
     }
-}
-
-TEST_F(SelectionRun, PassesOverPartsThatCannotBeLedTo) {
-    UseTemplate({ItemLabel()});
-    m_engine->SetCombineForSamePart(true);
-    const NodePtr empty(new zrk::ComponentNode("hollow", new zrk::Shape(new zrg::Shape({}, {}))));
-    const auto hollow = Row(2, empty);
-    const Part solid = AddPart("solid", {0, 4, 0});
-    const Part hidden = AddPart("hidden", {0, -4, 0});
-    const Part solid2 = AddPart("solid2", {4, 4, 0});
-    m_scene->SetVisible(hidden.shape, false);
-    AddItem({hollow[0], solid, hidden, hollow[1], solid2});
-    Create({hollow[0], solid, hidden, hollow[1], solid2});
-    EXPECT_EQ(Dump(), "solid,solid2=1;");
 }
 
 TEST_F(SelectionRun, NumbersPartsThatAreNotListedYet) {
@@ -125,32 +100,6 @@ TEST_F(SelectionRun, GroupsPartsByTheirPropertyValues) {
                                   addBolt("e", 9, "6", nullptr)};
     Create(parts);
     EXPECT_EQ(Dump(), "a,c=M6A2;b=M8A2;d=M6A4;") << "a part that lacks a value gets none";
-}
-
-// The item list comes first: parts of one item stay together whatever their properties say.
-TEST_F(SelectionRun, GroupsByItemWhenTheTemplateShowsItemAndProperty) {
-    UseTemplate({ItemLabel(), Literal("-"), Reference("Data", "Size")});
-    m_engine->SetCombineForSamePart(true);
-    const auto bolts = Row(2, MakeBox("bolt"));
-    bolts[0].sbom->SetProperty(du::Symbol("Data"), du::Symbol("Size"), du::Symbol("6"));
-    bolts[1].sbom->SetProperty(du::Symbol("Data"), du::Symbol("Size"), du::Symbol("8"));
-    AddItem(bolts);
-    Create(bolts);
-    EXPECT_EQ(Dump(), "bolt0,bolt1=1-6;");
-}
-
-TEST_F(SelectionRun, ReachesTheListedPartsBelowAnAssembly) {
-    UseTemplate({Literal("x")});
-    const Part assembly = AddAssembly("assembly");
-    const Part listed = AddPart("listed", {-4, 0, 0}, &assembly);
-    const Part inner = AddAssembly("inner", false, &assembly);
-    const Part deep = AddPart("deep", {0, 0, 0}, &inner);
-    AddPart("unlisted", {4, 0, 0}, &assembly);
-    AddItem({listed});
-    AddItem({inner});
-    AddItem({deep});
-    Create({assembly});
-    EXPECT_EQ(Dump(), "deep=x;listed=x;");
 }
 
 TEST_F(SelectionRun, TurnsToTheParentOfAPartThatIsNotItemized) {
@@ -202,29 +151,6 @@ TEST_F(SelectionRun, NamesAnAssemblyOnlyWhenSeveralPartsAreMeant) {
         EXPECT_EQ(callout->GetType(), zrannotations::CALLOUT_TYPE_SHAPE);
     }
     EXPECT_EQ(Dump(), "only=1;single=2;");
-}
-
-TEST_F(SelectionRun, LeadsToTheFirstVisiblePartOfAnAssembly) {
-    UseTemplate({ItemLabel()});
-    const Part assembly = AddAssembly("assembly");
-    const Part first = AddPart("first", {-4, 0, 0}, &assembly);
-    AddPart("second", {0, 0, 0}, &assembly);
-    AddPart("third", {4, 0, 0}, &assembly);
-    m_scene->SetVisible(first.shape, false);
-    AddItem({assembly});
-    Create({assembly});
-    EXPECT_EQ(Dump(), "second=1;");
-}
-
-TEST_F(SelectionRun, RefusesASecondCalloutOfTheSameItemOnAPart) {
-    UseTemplate({ItemLabel()});
-    const auto bolts = Row(2, MakeBox("bolt"));
-    Create(bolts);
-    const std::string once = Dump();
-    const std::size_t entries = UndoCount();
-    Create(bolts);
-    EXPECT_EQ(Dump(), once);
-    EXPECT_EQ(UndoCount(), entries) << "nothing was done that could be undone";
 }
 
 TEST_F(SelectionRun, DoesAndRecordsNothingWithoutVariants) {

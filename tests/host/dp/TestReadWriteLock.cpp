@@ -196,32 +196,5 @@ TEST(ReadWriteLockDeathTest, EndsTheProcessWhenSomeoneGivesBackWhatHeDoesNotHold
     }
 }
 
-TEST(Lockers, HoldTheLockInScopeAndAcceptNone) {
-    { const ReadLocker nothing(nullptr); }
-    { const WriteLocker nothing(nullptr); }
-    ReadWriteLock lock;
-    {
-        const ReadLocker read(&lock);
-        const Rival reader(lock, "r", "R");
-        reader.WaitUntilIn();
-    }
-    {
-        const Rival writer(lock, "w", "W");
-        writer.WaitUntilIn();
-    }
-    std::atomic<bool> isFree{false};
-    std::thread rival;
-    {
-        const WriteLocker write(&lock);
-        rival = std::thread([&] {
-            const WriteLocker mine(&lock);
-            EXPECT_TRUE(isFree);
-        });
-        std::this_thread::sleep_for(kPatience);
-        isFree = true;
-    }
-    rival.join();
-}
-
 }  // namespace
 }  // namespace dp

@@ -30,15 +30,6 @@ private:
     unsigned m_mark = kAlive;
 };
 
-TEST(BackLink, LeadsToTheOwnerWithoutKeepingItAlive) {
-    SmartPtr<Owner> owner(new Owner);
-    const auto link = owner->GetLink();
-    EXPECT_EQ(link->Lock(), owner);
-    EXPECT_EQ(owner->GetReferenceCount(), 1U);
-    owner = nullptr;
-    EXPECT_FALSE(link->Lock());
-}
-
 // Under a sanitizer an owner that is taken up while it is freed shows as a use after free or a double free.
 TEST(BackLink, NeverTakesUpAnOwnerThatIsBeingFreed) {
     constexpr int kRounds = 2000;

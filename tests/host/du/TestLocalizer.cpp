@@ -62,31 +62,5 @@ TEST_F(LocalizerTest, ShowsEnglishForAnUnknownLanguageOnAGermanMachine) {
     icu::Locale::setDefault(before, status);
 }
 
-TEST_F(LocalizerTest, PutsRegisteredMessagesInFrontAndFallsBackToTheirEnglish) {
-    Localizer::RegisterModule("test:front", "en", {{"1", "one"}, {"2", "two"}});
-    Localizer::RegisterModule("test:front", "de", {{"1", "eins"}});
-    const Localizer front("test:front");
-    Localizer::SetLanguage("de");
-    EXPECT_EQ(front.LocalizeMessage("1"), "eins");
-    EXPECT_EQ(front.LocalizeMessage("2"), "two");
-    EXPECT_EQ(front.LocalizeMessage("3"), "");
-}
-
-TEST_F(LocalizerTest, LocalizableStringsFollowTheLanguage) {
-    LocalizableString text;
-    EXPECT_TRUE(text.empty());
-    text = Symbol("bolt");
-    text.SetEnabled(true);
-    text.SetTranslation("de", Symbol("Schraube"));
-    EXPECT_EQ(Symbol(text), Symbol("bolt"));
-    Localizer::SetLanguage("de");
-    EXPECT_EQ(Symbol(text), Symbol("Schraube"));
-    text = Symbol("screw");
-    EXPECT_EQ(Symbol(text), Symbol("Schraube"));
-    EXPECT_TRUE(text.IsEnabled());
-    Localizer::SetLanguage("fr");
-    EXPECT_EQ(Symbol(text), Symbol("screw"));
-}
-
 }  // namespace
 }  // namespace du

@@ -37,15 +37,6 @@ TEST(Symbol, IsEqualExactlyWhenTheTextsAre) {
     EXPECT_EQ(Symbol(), Symbol::EMPTY);
 }
 
-// Sets of symbols reach results and files: their order must not depend on when a text was first seen.
-TEST(Symbol, SortsByTextWhateverTheOrderOfCreation) {
-    const std::set<Symbol> sorted{Symbol("zeta-2"), Symbol("zeta-10"), Symbol("\xC3\xA4"), Symbol(),
-                                  Symbol("Zeta")};
-    std::vector<std::string> texts;
-    for (const Symbol& symbol : sorted) texts.push_back(symbol.Text());
-    EXPECT_EQ(texts, (std::vector<std::string>{"", "Zeta", "zeta-10", "zeta-2", "\xC3\xA4"}));
-}
-
 TEST(Symbol, GivesAllThreadsTheSameAddressForNewTexts) {
     constexpr int kThreads = 8;
     constexpr std::size_t kTexts = 5000;

@@ -104,53 +104,5 @@ TEST_F(TaskPoolTest, AbortsWhatIsQueuedButFinishesWhatRuns) {
     EXPECT_EQ(m_log.Lines().size(), 4U);
 }
 
-TEST_F(TaskPoolTest, HandsTheFirstExceptionToWhoWaitsAndGoesOn) {
-    TaskPool pool(1);
-    Block(pool);
-    Insert(pool, "bad", 2, [] { throw std::runtime_error("first"); });
-    Insert(pool, "worse", 1, [] { throw std::runtime_error("second"); });
-    Insert(pool, "good", 0);
-    m_gate.count_down();
-    try {
-        pool.WaitIdle();
-        ADD_FAILURE() << "the failure was lost";
-    } catch (const std::runtime_error& failure) {
-        EXPECT_STREQ(failure.what(), "first");
-    }
-    EXPECT_EQ(m_log.Lines(), (std::vector<std::string>{"run gate", "done gate", "run good", "done good"}));
-    EXPECT_NO_THROW(pool.WaitIdle());
-}
-
-TEST_F(TaskPoolTest, WaitsForTasksThatTasksInsert) {
-    TaskPool pool(4);
-    std::atomic<int> runs{0};
-    for (int i = 0; i < 200; ++i) {
-        Insert(pool, "outer", i % 3, [&] { Insert(pool, "inner", 0, [&] { ++runs; }); });
-    }
-    pool.WaitIdle();
-    EXPECT_EQ(runs, 200);
-}
-
-// Who waits may free next what the task holds or refers to.
-TEST_F(TaskPoolTest, IsIdleOnlyWhenTheRunningTaskIsDoneAndDropped) {
-    /// Takes its time to die.
-    class SlowToDie : public Job {
-    public:
-        using Job::Job;
-        ~SlowToDie() override {
-            std::this_thread::sleep_for(std::chrono::milliseconds(30));
-            m_log.Add("gone");
-        }
-    };
-    TaskPool pool(1);
-    pool.InsertTask(new SlowToDie(m_log, "slow", 0, [this] {
-        m_started.count_down();
-        std::this_thread::sleep_for(std::chrono::milliseconds(30));
-    }));
-    m_started.wait();
-    pool.WaitIdle();
-    EXPECT_EQ(m_log.Lines(), (std::vector<std::string>{"run slow", "done slow", "gone"}));
-}
-
 }  // namespace
 }  // namespace du

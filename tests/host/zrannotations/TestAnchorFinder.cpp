@@ -74,41 +74,5 @@ TEST_F(AnchorFinderTest, LeadsToTheMemberOfAnAssemblyThatIsSeenBestWhenItsOwnPar
     EXPECT_TRUE(cover->IsVisible());
 }
 
-TEST_F(AnchorFinderTest, TakesTheLargestTriangleSeenFromBehindRatherThanNone) {
-    CoverEverything();
-    const ShapePtr backs(
-        new zrg::Shape({0, 0, 0, 3, 0, 0, 0, 3, 0, 10, 0, 0, 22, 0, 0, 10, 12, 0}, {0, 2, 1, 3, 5, 4}));
-    dg::DPoint3D anchor;
-    ASSERT_TRUE(FindAnchor(*AddPart("b", backs, At(0, 0, 0)), anchor));
-    ExpectNear(anchor, 14, 4, 0);
-}
-
-TEST_F(AnchorFinderTest, WeighsTrianglesAsTheyLookNotAsTheyAre) {
-    CoverEverything();
-    // A large wall that the eye sees almost edge on, and a small floor.
-    const ShapePtr shape(
-        new zrg::Shape({0, 0, 0, 6, 0, 0, 0, 6, 0, 20, 0, 0, 21, 0, 40, 20, 40, 0}, {0, 1, 2, 3, 4, 5}));
-    dg::DPoint3D anchor;
-    ASSERT_TRUE(FindAnchor(*AddPart("b", shape, At(0, 0, -20)), anchor));
-    EXPECT_NEAR(anchor.x, 20 + 1.0 / 3, 1e-6) << "40 square pixels against 36";
-    const ShapePtr steeper(
-        new zrg::Shape({0, 0, 0, 6, 0, 0, 0, 6, 0, 20, 0, 0, 20.5F, 0, 40, 20, 40, 0}, {0, 1, 2, 3, 4, 5}));
-    ASSERT_TRUE(FindAnchor(*AddPart("c", steeper, At(0, 0, -20)), anchor));
-    ExpectNear(anchor, 2, 2, 0);
-}
-
-TEST_F(AnchorFinderTest, NeedsGeometryButNoView) {
-    const auto empty = AddPart("a", ShapePtr(new zrg::Shape({}, {})), At(0, 0, 0));
-    dg::DPoint3D anchor(1, 2, 3);
-    EXPECT_FALSE(FindAnchor(*empty, anchor));
-    EXPECT_FALSE(FindAnchor(*AddPart("b", nullptr, At(0, 0, 0)), anchor));
-    ExpectNear(anchor, 1, 2, 3);
-    const du::SmartPtr<zrk::ShapeScene> blind(new zrk::ShapeScene);
-    const auto part = blind->CreateShapeInstance(MakeInstance("c", Square(10), At(0, 0, 0)));
-    EXPECT_FALSE(VisibilityOf(*part));
-    EXPECT_TRUE(FindAnchor(*part, anchor));
-    blind->Close();
-}
-
 }  // namespace
 }  // namespace zrannotations

@@ -50,58 +50,6 @@ protected:
     const du::SmartPtr<ItemsList> m_items;
 };
 
-TEST_F(ItemListTest, BelongsToAnIllustratedSceneUntilTheyPart) {
-    EXPECT_EQ(ItemList::GetItemListForScene(m_scene), m_list);
-    EXPECT_FALSE(ItemList::GetItemListForScene(new zrk::ShapeScene));
-    EXPECT_FALSE(ItemList::GetItemListForScene(nullptr));
-    ItemList::RemoveItemListForScene(m_scene);
-    const auto fresh = ItemList::GetItemListForScene(m_scene);
-    EXPECT_TRUE(fresh);
-    EXPECT_FALSE(fresh == m_list);
-    EXPECT_NE(fresh->GetZrkItemList(), m_items);
-}
-
-TEST_F(ItemListTest, ListsAnInstanceOnce) {
-    const auto bolt = Add(m_root, "bolt", Node("Bolt"));
-    const auto operation = NewOperation();
-    const unsigned id = m_list->AddInstance(bolt, operation, true, "A7");
-    EXPECT_TRUE(operation->IsRecordable());
-    EXPECT_EQ(Dump(), "A7!=bolt,;");
-    EXPECT_TRUE(m_items->GetItemized(id));
-    EXPECT_TRUE(m_items->Capture(id)->isManual);
-    const auto again = NewOperation();
-    EXPECT_EQ(m_list->AddInstance(bolt, again, false, ""), id);
-    EXPECT_FALSE(again->IsRecordable()) << "nothing was added";
-    EXPECT_EQ(Dump(), "A7!=bolt,;");
-    EXPECT_FALSE(
-        m_items->Capture(m_list->AddInstance(Add(m_root, "nut", nullptr), nullptr, false, ""))->isManual);
-}
-
-TEST_F(ItemListTest, TakesAnAddedItemBackUnderTheSameIdAndLabel) {
-    m_list->AddInstance(Add(m_root, "bolt", Node("Bolt")), nullptr, false, "");
-    const auto nut = Add(m_root, "nut", Node("Nut"));
-    const auto operation = NewOperation();
-    const unsigned id = m_list->AddInstance(nut, operation, false, "");
-    operation->Undo();
-    EXPECT_EQ(Dump(), "1=bolt,;");
-    EXPECT_FALSE(nut->CarriesItem());
-    operation->Redo();
-    unsigned found = 0;
-    EXPECT_TRUE(m_items->GetItemIdForInstance(nut, found));
-    EXPECT_EQ(found, id);
-    EXPECT_EQ(Dump(), "1=bolt,;2=nut,;");
-}
-
-// What the user changed between making and undoing comes back with redo.
-TEST_F(ItemListTest, RedoesAnItemAsItLeft) {
-    const auto operation = NewOperation();
-    const unsigned id = m_list->AddInstance(Add(m_root, "bolt", Node("Bolt")), operation, false, "");
-    m_items->SetLabel(id, "B2");
-    operation->Undo();
-    operation->Redo();
-    EXPECT_EQ(Dump(), "B2!=bolt,;");
-}
-
 TEST_F(ItemListTest, BringsADeletedItemBackToItsPlace) {
     const auto bolt = Add(m_root, "bolt", Node("Bolt"));
     for (const auto& instance : {Add(m_root, "nut", Node("Nut")), bolt, Add(m_root, "cap", Node("Cap"))}) {
@@ -190,40 +138,6 @@ TEST_F(StructureTest, ListsAWeldAsOnePart) {
         EXPECT_NE(Dump().find("3=weld,;"), std::string::npos) << Dump();
         EXPECT_EQ(Dump().find("plate"), std::string::npos) << Dump();
     }
-}
-
-TEST_F(StructureTest, LeavesItemsThatAreThereAlready) {
-    m_list->AddInstance(m_root->GetChildren().front(), nullptr, true, "X");
-    m_list->GenerateFromStructure(m_root, nullptr);
-    const std::string once = Dump();
-    m_list->GenerateFromStructure(m_root, nullptr);
-    EXPECT_EQ(Dump(), once) << "a second run finds everything listed";
-    EXPECT_EQ(once, "X!=bolt1,;1=bolt2,bolt3,bolt4,;2=nut1,nut2,;") << "no part is left without an item";
-}
-
-TEST_F(ItemListTest, TellsUnknownPartsApartAndListsASinglePartByItself) {
-    Add(m_root, "u1", nullptr);
-    Add(m_root, "u2", nullptr);
-    m_list->GenerateFromStructure(m_root, nullptr);
-    EXPECT_EQ(Dump(), "1=u1,;2=u2,;");
-    m_items->Clear();
-    m_list->GenerateFromStructure(new SbomInstance(du::Symbol("alone"), "alone"), nullptr);
-    EXPECT_EQ(Dump(), "1=alone,;");
-}
-
-// Observers hear of a generated list at once, not item by item.
-TEST_F(StructureTest, AnnouncesAGeneratedListAsOneChange) {
-    class Recorder : public zrk::illustration::ItemsListObserver {
-    public:
-        void OnBeginUpdate() override { m_heard += "("; }
-        void OnEndUpdate() override { m_heard += ")"; }
-        void OnItemAdded(unsigned int) override { m_heard += "+"; }
-        std::string m_heard;
-    };
-    const du::SmartPtr<Recorder> recorder(new Recorder);
-    m_items->RegisterObserver(recorder);
-    m_list->GenerateFromStructure(m_root, nullptr);
-    EXPECT_EQ(recorder->m_heard, "(++)");
 }
 
 }  // namespace

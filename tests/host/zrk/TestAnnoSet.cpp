@@ -89,20 +89,6 @@ protected:
     du::SmartPtr<AnnoSet> m_set;
 };
 
-TEST_F(AnnoSetTest, TellsWhoComesAndGoes) {
-    const NotePtr a = Add('a');
-    EXPECT_FALSE(m_set->AddAnnotationToSet(a, nullptr));  // told even so
-    EXPECT_FALSE(m_set->AddAnnotationToSet(nullptr, nullptr));
-    EXPECT_EQ(a->GetScene(), m_scene);
-    a->Change();
-    EXPECT_TRUE(m_set->RemoveAnnotationFromSet(a, nullptr));
-    EXPECT_FALSE(m_set->RemoveAnnotationFromSet(a, nullptr));
-    EXPECT_FALSE(m_set->RemoveAnnotationFromSet(nullptr, nullptr));
-    EXPECT_FALSE(a->GetScene());
-    a->Change();  // outside a set nobody is told
-    EXPECT_EQ(Heard(), "+a+a*a-a");
-}
-
 TEST_F(AnnoSetTest, UndoesAndRedoesWhatAnOperationChanged) {
     const NotePtr a = Add('a');
     const auto operation = Begin();
@@ -175,69 +161,6 @@ TEST_F(AnnoSetTest, WalksOwnAndReferencedAnnotationsByMode) {
                 {0, '\0', false, ""}};
     for (const auto& row : rows) EXPECT_EQ(Walk(row.mode, row.last, row.empties), row.names);
     EXPECT_EQ(Heard(), "+a+b-a-b");  // references are told to nobody
-}
-
-TEST_F(AnnoSetTest, CountsByMaskAndForgetsReferences) {
-    Add('a');
-    const NotePtr r(new Note('r', 6));
-    m_set->AddReferencedAnnotation(r);
-    const struct {
-        unsigned mask;
-        std::uint64_t own;
-        std::uint64_t referenced;
-    } rows[] = {{1, 1, 0}, {2, 0, 1}, {7, 1, 1}, {8, 0, 0}};
-    for (const auto& row : rows) {
-        std::uint64_t own = 9, referenced = 9;
-        m_set->GetAnnotationCounts(row.mask, own, referenced);
-        EXPECT_EQ(own, row.own) << row.mask;
-        EXPECT_EQ(referenced, row.referenced) << row.mask;
-    }
-    EXPECT_TRUE(m_set->IsReferencedAnnotation(r));
-    EXPECT_FALSE(m_set->Contains(r));
-    EXPECT_EQ(r->GetScene(), m_scene);
-    m_set->AddAnnotationToSet(r, nullptr);
-    m_set->RemoveAnnotationFromSet(r, nullptr);
-    EXPECT_EQ(r->GetScene(), m_scene);  // the reference stays
-    m_set->RemoveReferencedAnnotation(r);
-    EXPECT_FALSE(r->GetScene());
-    EXPECT_TRUE(m_set->GetReferencedAnnotations().empty());
-}
-
-TEST_F(AnnoSetTest, LetsAllGoSilentlyWhenTheSceneCloses) {
-    const NotePtr a = Add('a');
-    const NotePtr r(new Note('r'));
-    m_set->AddReferencedAnnotation(r);
-    Heard();
-    m_scene->Close();
-    EXPECT_EQ(Heard(), "");
-    EXPECT_FALSE(r->GetScene());
-    EXPECT_EQ(a->GetReferenceCount(), 1U);
-    EXPECT_EQ(r->GetReferenceCount(), 1U);
-    EXPECT_FALSE(a->GetScene());
-    EXPECT_FALSE(m_set->Contains(a));
-}
-
-TEST_F(AnnoSetTest, ServesThreadsAndRemovesTensOfThousandsQuickly) {
-    constexpr int kEach = 10000;
-    std::vector<std::thread> threads;
-    m_scene->UnregisterObserver(m_observer);
-    for (int t = 0; t < 3; ++t) {
-        threads.emplace_back([this] {
-            std::vector<NotePtr> mine;
-            for (int i = 0; i < kEach; ++i) mine.emplace_back(new Note('n'));
-            for (const auto& note : mine) m_set->AddAnnotationToSet(note, nullptr);
-            for (const auto& note : mine) EXPECT_TRUE(m_set->RemoveAnnotationFromSet(note, nullptr));
-        });
-    }
-    for (auto& thread : threads) thread.join();
-    EXPECT_EQ(Walk(), "");
-}
-
-TEST(Annotation, HasAnIdOfItsOwn) {
-    const NotePtr a(new Note('a'));
-    const NotePtr b(new Note('b'));
-    EXPECT_NE(a->Id(), 0U);
-    EXPECT_NE(a->Id(), b->Id());
 }
 
 }  // namespace

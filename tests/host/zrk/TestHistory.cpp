@@ -65,17 +65,6 @@ TEST_F(HistoryTest, UndoesBackwardsAndRedoesForwards) {
     EXPECT_EQ(Log(), "+a+b+c+d");
 }
 
-TEST_F(HistoryTest, ForgetsWhatWasUndoneWhenSomethingNewIsDone) {
-    Record("a");
-    Record("b");
-    m_history.Undo();
-    Record("c");
-    EXPECT_EQ(m_history.GetRedoCount(), 0U);
-    m_history.Undo();
-    m_history.Undo();
-    EXPECT_EQ(Log(), "-b-c-a");
-}
-
 TEST_F(HistoryTest, KeepsOnlyWhatIsWorthAnEntry) {
     const struct {
         const char* steps;
@@ -97,34 +86,6 @@ TEST_F(HistoryTest, KeepsOnlyWhatIsWorthAnEntry) {
     homeless->AddStep(new Step(m_log, 'a', true, true));
     RecordOperation(homeless);
     EXPECT_EQ(m_history.GetUndoCount(), 2U);
-}
-
-// A step without undo stays done; doing it again with the others would do it twice.
-TEST_F(HistoryTest, PassesOverStepsWithoutUndoBothWays) {
-    Record("a1b");
-    m_history.Undo();
-    m_history.Redo();
-    EXPECT_EQ(Log(), "-b-a+a+b");
-}
-
-TEST_F(HistoryTest, TakesRecordsFromManyThreads) {
-    std::vector<std::thread> threads;
-    for (int i = 0; i < 4; ++i) {
-        threads.emplace_back([this] {
-            for (int round = 0; round < 100; ++round) Record("a");
-        });
-    }
-    for (auto& thread : threads) thread.join();
-    EXPECT_EQ(m_history.GetUndoCount(), 400U);
-}
-
-TEST_F(HistoryTest, LetsTheSceneGoWhenItCloses) {
-    Record("a");
-    Record("b");
-    m_history.Undo();
-    EXPECT_EQ(m_scene->GetReferenceCount(), 3U);  // both operations hold it
-    m_scene->Close();
-    EXPECT_EQ(m_scene->GetReferenceCount(), 1U);
 }
 
 }  // namespace

@@ -54,35 +54,6 @@ TEST_F(KernelTest, PumpsInOrderAndWhatIsPostedMeanwhile) {
     EXPECT_EQ(m_kernel->DispatchEvents(), 0U);
 }
 
-TEST_F(KernelTest, CompletesAnEventOnceAndLetsItGo) {
-    const du::SmartPtr<Event> event(new Event);
-    m_kernel->ManageObject(event);
-    event->Progress(40);
-    EXPECT_FALSE(event->IsCompleted());
-    event->Complete();
-    event->Complete(7);
-    EXPECT_EQ(event->Heard(), "40% complete 0 status 0");
-    EXPECT_TRUE(m_kernel->GetManaged().empty());
-    EXPECT_EQ(event->GetReferenceCount(), 1U);
-    // The kernel may hold the only reference: completing must not free what it is working on.
-    auto* const managedOnly = new Event;
-    m_kernel->ManageObject(managedOnly);
-    managedOnly->Complete(3);
-    EXPECT_TRUE(m_kernel->GetManaged().empty());
-}
-
-TEST_F(KernelTest, CompletesAnEventOnceWhenThreadsRace) {
-    for (int round = 0; round < 200; ++round) {
-        const du::SmartPtr<Event> event(new Event);
-        m_kernel->ManageObject(event);
-        std::thread rival([&] { event->Complete(0); });
-        m_kernel->CancelPendingEvents();
-        rival.join();
-        ASSERT_TRUE(event->Heard() == "complete 0 status 0" || event->Heard() == "complete 1 status 1")
-            << event->Heard();
-    }
-}
-
 TEST_F(KernelTest, CancelsEverythingOnceWithStatusOne) {
     const du::SmartPtr<Event> posted(new Event);
     const du::SmartPtr<Event> managed(new Event);
@@ -143,31 +114,6 @@ TEST_F(KernelTest, DispatchesOnAThreadOfItsOwnInTheOrderOfEachPoster) {
     m_kernel->StopDispatcher();
     for (const auto& mine : seen) EXPECT_TRUE(std::is_sorted(mine.begin(), mine.end()));
     EXPECT_FALSE(strangers);
-}
-
-TEST_F(KernelTest, LeavesWhatIsQueuedWhenTheDispatcherStopsAndStartsAgain) {
-    std::latch entered(1);
-    std::latch gate(1);
-    m_kernel->StartDispatcher();
-    m_kernel->StartDispatcher();
-    m_kernel->Post([&](int) {
-        entered.count_down();
-        gate.wait();
-    });
-    entered.wait();
-    m_kernel->Post(Note("left"));
-    std::thread opener([&] {
-        std::this_thread::sleep_for(std::chrono::milliseconds(30));
-        gate.count_down();
-    });
-    m_kernel->StopDispatcher();  // waits for what runs, not for what is queued
-    opener.join();
-    EXPECT_EQ(m_log, "");
-    std::latch ran(1);
-    m_kernel->StartDispatcher();
-    m_kernel->Post([&](int) { ran.count_down(); });
-    ran.wait();
-    EXPECT_EQ(m_log, "left0 ");
 }
 
 }  // namespace

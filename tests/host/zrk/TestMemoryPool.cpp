@@ -72,31 +72,5 @@ TEST(MemoryPool, FailsExactlyTheRequestedAllocationOnceAndSoDoesNew) {
     delete third;
 }
 
-TEST(MemoryPool, AnswersNullWhenTheRangeIsExhausted) {
-    EXPECT_EQ(MemoryPool::Allocate(std::size_t{1} << 40), nullptr);
-    void* const block = MemoryPool::Allocate(kOddSize);  // and goes on for what fits
-    EXPECT_NE(block, nullptr);
-    MemoryPool::Free(block, kOddSize);
-}
-
-TEST(MemoryPool, NeverGivesOneBlockToTwoThreads) {
-    constexpr unsigned char kThreads = 4;
-    std::vector<std::thread> threads;
-    std::vector<int> clashes(kThreads);
-    for (unsigned char mark = 0; mark < kThreads; ++mark) {
-        threads.emplace_back([&clashes, mark] {
-            for (int round = 0; round < 3000; ++round) {
-                auto* const block = static_cast<unsigned char*>(MemoryPool::Allocate(64));
-                std::memset(block, mark, 64);
-                if (round % 100 == 0) std::this_thread::yield();
-                for (int i = 0; i < 64; ++i) clashes[mark] += block[i] == mark ? 0 : 1;
-                MemoryPool::Free(block, 64);
-            }
-        });
-    }
-    for (auto& thread : threads) thread.join();
-    EXPECT_EQ(clashes, std::vector<int>(kThreads));
-}
-
 }  // namespace
 }  // namespace zrk

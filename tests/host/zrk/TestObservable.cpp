@@ -31,11 +31,6 @@ protected:
     const du::SmartPtr<Recorder> m_recorder{new Recorder};
 };
 
-TEST_F(ObservableTest, FramesASingleNotificationAndDeliversItAtOnce) {
-    m_recorder->Tell(1, 1, "a");
-    EXPECT_EQ(m_recorder->Heard(), "(a)");
-}
-
 TEST_F(ObservableTest, DeliversEqualOnesOnceInOrderOfFirstArrival) {
     {
         const Observable::UpdateGroup group(m_recorder);
@@ -65,28 +60,12 @@ TEST_F(ObservableTest, WaitsForTheOutermostGroup) {
     EXPECT_EQ(m_recorder->Heard(), "(ab)");
 }
 
-TEST_F(ObservableTest, StaysSilentWhenNothingHappenedInAGroup) {
-    { const Observable::UpdateGroup group(m_recorder); }
-    { const Observable::UpdateGroup nobody(nullptr); }
-    EXPECT_EQ(m_recorder->Heard(), "");
-}
-
 TEST_F(ObservableTest, HoldsNoLockWhileItDelivers) {
     {
         const Observable::UpdateGroup group(m_recorder);
         m_recorder->Tell(1, 1, "nested");
     }
     EXPECT_EQ(m_recorder->Heard(), "(nested(answer))");
-}
-
-TEST_F(ObservableTest, KeepsTheObservableUntilItsGroupCloses) {
-    du::SmartPtr<Recorder> recorder(new Recorder);
-    {
-        const Observable::UpdateGroup group(recorder);
-        recorder->Tell(1, 1, "a");
-        EXPECT_EQ(recorder->GetReferenceCount(), 2U);
-        recorder = nullptr;
-    }
 }
 
 }  // namespace

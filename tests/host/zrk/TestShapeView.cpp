@@ -72,19 +72,6 @@ TEST_F(ShapeViewTest, FollowsTheSceneAfterEveryKindOfChange) {
     EXPECT_EQ(m_stage.Pick(120, 80), "new");
 }
 
-TEST_F(ShapeViewTest, AnswersWithThePointThatWasSeen) {
-    const du::SmartPtr<PickEvent> event(new PickEvent);
-    const auto below = dg::Camera3D::Orthographic({0, 0, 0}, {0, 0, 1}, {0, 1, 0}, 2.0, 200, 200, 100);
-    m_view.Pick(below, 60, 60, PICK_ALL, event.get());  // through a camera that is not the view's
-    EXPECT_FALSE(event->IsCompleted());                 // only queued
-    Kernel::GetKernel()->DispatchEvents();
-    ASSERT_EQ(event->GetResults().size(), 1U);
-    EXPECT_EQ(event->GetResults()[0].GetObject(), du::SmartPtr<Object>(m_floor));
-    const dg::DVec3 off = event->GetResults()[0].GetPoint() - dg::DPoint3D(20, 20, 0);
-    EXPECT_LT(off.Length(), 1e-4);
-    EXPECT_EQ(event->GetReferenceCount(), 1U);
-}
-
 TEST_F(ShapeViewTest, CompletesPicksThatNobodyCanAnswer) {
     const du::SmartPtr<PickEvent> stopped(new PickEvent);
     const du::SmartPtr<PickEvent> late(new PickEvent);
@@ -116,34 +103,6 @@ public:
     void OnWindowSizeChanged(const du::SmartPtr<ShapeView>&) override { m_log += "size "; }
     std::string m_log;
 };
-
-TEST_F(ShapeViewTest, TellsOfTimersColoursAndSizes) {
-    const du::SmartPtr<ViewLog> log(new ViewLog);
-    m_scene.RegisterObserver(log);
-    m_view.OnTimer();
-    m_view.OnTimer();
-    m_view.SetDirty(false);
-    m_view.Resize(300, 100);
-    EXPECT_TRUE(m_view.IsDirty());
-    m_view.OnTimer();
-    m_view.SetBackgroundColors({1, 0, 0, 1}, {0, 1, 0, 1}, {0, 0, 1, 1});
-    EXPECT_EQ(log->m_log, "changed same size changed colour ");
-    dg::Color top, bottom, border;
-    m_view.GetBackgroundColors(top, bottom, border);
-    EXPECT_EQ(top, dg::Color(1, 0, 0, 1));
-    EXPECT_EQ(bottom, dg::Color(0, 1, 0, 1));
-    EXPECT_EQ(border, dg::Color(0, 0, 1, 1));
-}
-
-TEST_F(ShapeViewTest, KeepsItsSizeUnderACameraThatBringsNone) {
-    dg::Camera3D camera = dg::Camera3D::Orthographic({1, 2, 3}, {0, 0, -1}, {0, 1, 0}, 1, 0, 0, 1);
-    m_view.SetCamera(camera);
-    m_view.GetCamera(camera);
-    EXPECT_EQ(camera.GetViewportWidth(), 200);
-    m_view.SetCamera(dg::Camera3D::Orthographic({1, 2, 3}, {0, 0, -1}, {0, 1, 0}, 1, 30, 40, 1));
-    m_view.GetCamera(camera);
-    EXPECT_EQ(camera.GetViewportHeight(), 40);
-}
 
 }  // namespace
 }  // namespace zrk

@@ -80,27 +80,6 @@ TEST(Tree, VisitsParentsFirstAndStopsWhenTold) {
     }
 }
 
-TEST(Tree, TellsItsObserversFramedAndOfItsEnd) {
-    std::string heard;
-    std::string unframed;
-    du::SmartPtr<Tree> tree(new Tree);
-    const du::SmartPtr<TreeListener> listener(new TreeListener(heard));
-    const du::SmartPtr<TreeListener> plain(new TreeListener(unframed, false));
-    const du::SmartPtr<TreeListener> left(new TreeListener(heard));
-    tree->RegisterObserver(listener, true);
-    tree->RegisterObserver(plain, false);
-    tree->RegisterObserver(left, false);
-    tree->UnregisterObserver(left);
-    const InstancePtr root = Family();
-    tree->SetRoot(root);
-    tree->BeginUpdate();
-    tree->ChangeProperty(root->GetChildren()[0], du::Symbol("g"), du::Symbol("n"), du::Symbol("v"));
-    tree->EndUpdate();
-    tree = nullptr;
-    EXPECT_EQ(heard, "(r)(pa)!");
-    EXPECT_EQ(unframed, "rpa!");
-}
-
 TEST(Instance, StandsWhereItsAncestorsPutIt) {
     const InstancePtr top =
         Make("t", {dg::FMat33({0, 1, 0, -1, 0, 0, 0, 0, 1}), {100, 0, 0}});  // a quarter turn
@@ -115,19 +94,6 @@ TEST(Instance, StandsWhereItsAncestorsPutIt) {
     EXPECT_EQ(root, top);
     root->GetRootContainerRoot(root);
     EXPECT_EQ(root, top);
-}
-
-TEST(Instance, LosesItsParentWhenThatGoes) {
-    InstancePtr root = Family();
-    const InstancePtr a = root->GetChildren()[0];
-    InstancePtr parent;
-    a->GetParent(parent);
-    EXPECT_EQ(parent, root);
-    parent = nullptr;
-    root = nullptr;
-    a->GetParent(parent);
-    EXPECT_FALSE(parent);
-    EXPECT_EQ(a->GetChildren().size(), 2U);  // and keeps its own
 }
 
 // Freed by recursion such a chain would need a stack frame a node.
@@ -147,39 +113,6 @@ TEST(Instance, FreesAChainOfAHundredThousandWithoutTheStack) {
     EXPECT_EQ(last->GetReferenceCount(), 2U);    // the lower one is not
     middle = nullptr;
     EXPECT_EQ(last->GetReferenceCount(), 1U);
-}
-
-TEST(BaseInstance, FindsPropertiesOfTheSourceBeforeThoseOfAll) {
-    const InstancePtr part = Make("p");
-    const du::Symbol group("g"), name("n"), other("o"), source("s");
-    part->SetProperty(group, name, du::Symbol("general"));
-    part->SetProperty(group, name, du::Symbol("special"), source);
-    part->SetProperty(group, other, du::Symbol("old"));
-    part->SetProperty(group, other, du::Symbol("new"));
-    du::Symbol value("untouched");
-    EXPECT_FALSE(part->FindProperty(other, name, source, value));
-    EXPECT_EQ(value.Text(), "untouched");
-    const struct {
-        std::vector<du::Symbol> groups;
-        std::vector<du::Symbol> names;
-        du::Symbol source;
-        const char* text;  // null: not found
-    } rows[] = {
-        {{group}, {name}, source, "special"},
-        {{group}, {name}, du::Symbol("t"), "general"},
-        {{group}, {other}, source, "new"},
-        {{group, group}, {other, name}, source, "new\x1fspecial"},
-        {{group, group}, {name, du::Symbol("x")}, source, nullptr},
-        {{group, group}, {name}, source, nullptr},
-        {{}, {}, source, ""},
-    };
-    for (const auto& row : rows) {
-        const auto found = part->LookUpProperty(row.groups, row.names, row.source);
-        ASSERT_EQ(static_cast<bool>(found), row.text != nullptr);
-        if (found) {
-            EXPECT_EQ(found->GetSymbol().Text(), row.text);
-        }
-    }
 }
 
 }  // namespace

@@ -35,35 +35,6 @@ TEST(VisibilityMap, FindsTheMiddleOfTheLargestPieceThatIsSeen) {
     EXPECT_EQ(map->Find(*buried), nullptr);
 }
 
-// The bar reaches both borders of the picture: its halves touch only where one row ends and the next begins.
-TEST(VisibilityMap, TakesTheFirstOfEqualPiecesAndDoesNotJoinThemAcrossTheBorder) {
-    Stage stage;
-    const PartPtr bar = stage.AddBox("bar", -100.5, -10.5, 0, {201, 21, 1});
-    stage.AddBox("beam", -5.5, -50, 5, {10, 100, 1});
-    const VisibleSpot* const spot = stage.GetView()->GetVisibilityMap()->Find(*bar);
-    ASSERT_NE(spot, nullptr);
-    EXPECT_EQ(spot->area, 95U * 21U);
-    EXPECT_LT(spot->x, 95);
-}
-
-TEST(VisibilityMap, IsMadeAnewOnlyWhenSceneOrCameraChanged) {
-    Stage stage;
-    const PartPtr box = stage.AddBox("box", 0, 0, 0, {10, 10, 1});
-    const auto first = stage.GetView()->GetVisibilityMap();
-    EXPECT_EQ(stage.GetView()->GetVisibilityMap(), first);
-    stage.GetScene()->SetVisible(box, false);
-    const auto second = stage.GetView()->GetVisibilityMap();
-    EXPECT_EQ(second->Find(*box), nullptr);
-    EXPECT_NE(first->Find(*box), nullptr);  // who holds the old one keeps it
-    stage.GetScene()->SetVisible(box, true);
-    EXPECT_NE(stage.GetView()->GetVisibilityMap()->Find(*box), nullptr);
-    stage.GetView()->SetCamera(
-        dg::Camera3D::Orthographic({500, 0, 0}, {0, 0, -1}, {0, 1, 0}, 1, 200, 200, 100));
-    EXPECT_EQ(stage.GetView()->GetVisibilityMap()->Find(*box), nullptr);
-    stage.GetView()->Resize(0, 0);
-    EXPECT_EQ(stage.GetView()->GetVisibilityMap()->Find(*box), nullptr);
-}
-
 constexpr int kSize = 48;
 
 /// The picture as single picks see it, and what follows from it by definition.

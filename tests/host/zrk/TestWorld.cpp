@@ -29,19 +29,6 @@ protected:
     }
 };
 
-TEST_F(WorldTest, SwitchesTheLanguageBeforeItTells) {
-    const du::SmartPtr<LanguageListener> listener(new LanguageListener);
-    const auto world = World::GetWorld();
-    world->RegisterObserver(listener, true);
-    EXPECT_TRUE(world->SetLanguage("de"));
-    EXPECT_FALSE(world->SetLanguage("tlh"));
-    EXPECT_EQ(du::Localizer::GetLanguage(), "de");
-    EXPECT_TRUE(world->SetLanguage("fr"));
-    world->DeregisterObserver(listener);
-    EXPECT_TRUE(world->SetLanguage("en"));
-    EXPECT_EQ(listener->m_heard, "de fr ");
-}
-
 // A task that is still running asks for the world; it must not find none while it works.
 TEST_F(WorldTest, StaysInPlaceUntilItsTasksAreDone) {
     class Asker : public du::Task {
@@ -67,14 +54,6 @@ TEST_F(WorldTest, StaysInPlaceUntilItsTasksAreDone) {
     EXPECT_FALSE(World::GetWorld());
     EXPECT_FALSE(world->GetTaskPool()->InsertTask(new Asker(started, found)));
     World::Stop();
-}
-
-TEST_F(WorldTest, HoldsTheOpenDocumentUntilItIsReplaced) {
-    const du::SmartPtr<MultiRootContainer> document(new MultiRootContainer);
-    World::GetWorld()->SetMRC(document);
-    EXPECT_EQ(World::GetWorld()->GetMRC(), document);
-    World::GetWorld()->SetMRC(nullptr);
-    EXPECT_EQ(document->GetReferenceCount(), 1U);
 }
 
 }  // namespace

@@ -56,44 +56,6 @@ protected:
     const du::SmartPtr<zrk::ShapeScene> m_scene{new Illustration3dScene};
 };
 
-TEST_F(CalloutEngineMgrTest, KeepsTheEngineWhichHearsOfItsSceneUntilItLeaves) {
-    EXPECT_FALSE(Find());
-    Create();  // nobody there yet
-    const Engine* const engine = Join();
-    ASSERT_EQ(Find().get(), engine);
-    EXPECT_EQ(engine->GetScene(), m_scene);
-    const auto part = Create();
-    m_scene->SetLocation(part, {});
-    m_scene->SetVisible(part, false);
-    m_scene->SetVisible(part, true);
-    m_scene->RemoveShapeInstance(part);
-    EXPECT_EQ(m_heard, "+>01-");
-    Find()->Destroy();
-    EXPECT_FALSE(Find());
-    EXPECT_EQ(m_heard, "+>01-~");
-    Create();
-    EXPECT_EQ(m_heard, "+>01-~");
-}
-
-TEST_F(CalloutEngineMgrTest, LetsAnEngineGoWhenItsSceneCloses) {
-    Join();
-    m_scene->Close();
-    EXPECT_FALSE(Find());
-    EXPECT_EQ(m_heard, "~");
-    EXPECT_EQ(m_scene->GetReferenceCount(), 1U);
-}
-
-TEST_F(CalloutEngineMgrTest, ReplacesAnEngineAndIgnoresItsLateFarewell) {
-    const du::SmartPtr<Callouts> old(Join());
-    Engine* const next = Join();
-    EXPECT_EQ(Find().get(), next);
-    old->Destroy();
-    EXPECT_EQ(Find().get(), next);
-    EXPECT_FALSE(old->GetScene());
-    EXPECT_FALSE(old->GetAnnoSet());
-    Find()->Destroy();
-}
-
 TEST_F(CalloutEngineMgrTest, CarriesTheMainViewOnlyAndOnlyWhenAsked) {
     const du::SmartPtr<zrk::ShapeView> main(new zrk::ShapeView(m_scene, 1));
     const du::SmartPtr<zrk::ShapeView> inset(new zrk::ShapeView(m_scene, 2));
