@@ -37,9 +37,12 @@ ONLY = {
     "app/import": [],
     "app/sample": ["app/import"],
     "app/render": ["du", "dp", "dg", "zrg"],
-    "app/sheet": HOST + COMPONENT + ["app/import", "app/render"],
-    "app/export": ["app/import", "app/render", "app/sheet"],
-    "app/cli": HOST + ["app/import", "app/render", "app/sheet", "app/export"],
+    "app/document": HOST + COMPONENT + ["app/import"],
+    "app/project": HOST + COMPONENT + ["app/import", "app/document"],
+    "app/sheet": HOST + COMPONENT + ["app/import", "app/document", "app/render"],
+    "app/export": ["app/document", "app/import", "app/render", "app/sheet"],
+    "app/command": HOST + COMPONENT + ["app/import", "app/document", "app/project", "app/sheet", "app/export"],
+    "app/cli": HOST + ["app/import", "app/document", "app/project", "app/render", "app/sheet", "app/export", "app/command"],
 }
 
 ANYTHING = ["tests", "bench"]

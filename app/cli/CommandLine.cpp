@@ -6,9 +6,9 @@
 #include <string>
 #include <vector>
 
+#include "app/document/UserError.h"
 #include "app/export/ExportSheet.h"
 #include "app/sheet/PageLayout.h"
-#include "app/sheet/SheetError.h"
 
 namespace zrsheet {
 namespace {
@@ -48,17 +48,17 @@ void ReadSize(const std::string& text, SheetOptions& options) {
     const bool isFit = isSize && options.width >= kLeastWidth && options.height >= kLeastHeight &&
                        options.width <= kMostPixels && options.height <= kMostPixels;
     if (!isFit) {
-        throw SheetError("size '" + text + "': give WIDTHxHEIGHT in pixels, from " +
-                         std::to_string(kLeastWidth) + "x" + std::to_string(kLeastHeight) + " to " +
-                         std::to_string(kMostPixels) + "x" + std::to_string(kMostPixels));
+        throw UserError("size '" + text + "': give WIDTHxHEIGHT in pixels, from " +
+                        std::to_string(kLeastWidth) + "x" + std::to_string(kLeastHeight) + " to " +
+                        std::to_string(kMostPixels) + "x" + std::to_string(kMostPixels));
     }
 }
 
 void CheckOutputs(const MakeRequest& request) {
     for (const auto& output : request.outputs) {
         if (CanExport(output)) continue;
-        throw SheetError("output '" + output.string() + "': its format is not known; use one of " +
-                         KnownExtensions());
+        throw UserError("output '" + output.string() + "': its format is not known; use one of " +
+                        KnownExtensions());
     }
 }
 
@@ -197,7 +197,7 @@ CommandLine ReadCommandLine(int argc, const char* const* argv) {
         const std::string complaint =
             unknown.empty() ? InOneLine(error.what()) : "'" + InOneLine(unknown.front()) + "' is no command";
         line.exitCode = Report(complaint + "; 'zrsheet make --help' tells how it goes");
-    } catch (const SheetError& error) {
+    } catch (const UserError& error) {
         line.exitCode = Report(error.what());
     }
     return line;

@@ -7,13 +7,13 @@
 
 #include "app/cli/CommandLine.h"
 #include "app/cli/ProgressBar.h"
+#include "app/document/UserError.h"
 #include "app/export/AtomicFile.h"
 #include "app/export/ExportError.h"
 #include "app/export/ExportSheet.h"
 #include "app/export/ReportExporter.h"
 #include "app/import/ImportError.h"
 #include "app/import/ImportModel.h"
-#include "app/sheet/SheetError.h"
 #include "app/sheet/SheetMaker.h"
 
 namespace {

@@ -5,9 +5,9 @@
 #include <string>
 #include <utility>
 
-#include "app/sheet/InstancePattern.h"
-#include "app/sheet/LabelTemplate.h"
-#include "app/sheet/SheetError.h"
+#include "app/document/InstancePattern.h"
+#include "app/document/LabelTemplate.h"
+#include "app/document/UserError.h"
 #include "callouts/generator/CalloutGenerator.h"
 #include "zrannotations/CalloutTemplates.h"
 #include "zrk/annotation/AnnoSet.h"
@@ -75,10 +75,10 @@ void Illustrator::LoadEngine() {
     try {
         zrk::ComponentLibrary(kComponent).Create("create", "callouts", "calloutengine", made);
     } catch (const std::runtime_error& error) {
-        throw SheetError(std::string(error.what()) + "; install zrsheet again");
+        throw UserError(std::string(error.what()) + "; install zrsheet again");
     }
     m_engine = du::DynamicCast<zrcallouts::Callouts>(made);
-    if (!m_engine) throw SheetError("the component zrcallouts makes no engine; install zrsheet again");
+    if (!m_engine) throw UserError("the component zrcallouts makes no engine; install zrsheet again");
     m_engine->Initialize(m_model.Scene());
     m_engine->SetTemplate(definition);
     m_engine->SetCombineForSamePart(m_options.leaders == LeaderChoice::All);
@@ -94,8 +94,8 @@ void Illustrator::CreateCallouts(const ProgressSink& progress) {
         selection.emplace_back(new SbomInstanceSelectionItem(instance));
     }
     if (selection.empty()) {
-        throw SheetError("select" + Quoted(m_options.selection) +
-                         ": no part matches; patterns are names or paths such as 'Bolt*' or '/Pump/*'");
+        throw UserError("select" + Quoted(m_options.selection) +
+                        ": no part matches; patterns are names or paths such as 'Bolt*' or '/Pump/*'");
     }
     const du::SmartPtr<zrk::AsyncEvent> event(new ProgressEvent(progress));
     zrcallouts::CalloutGenerator::CreateCallouts(m_engine, std::move(selection), event);

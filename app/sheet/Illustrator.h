@@ -5,7 +5,7 @@
 #include <functional>
 #include <vector>
 
-#include "app/sheet/ProductModel.h"
+#include "app/document/ProductModel.h"
 #include "app/sheet/SheetOptions.h"
 #include "callouts/Callouts.h"
 #include "du/SmartPtr.h"
@@ -23,14 +23,14 @@ public:
     using CalloutPtr = du::SmartPtr<zrannotations::Callout>;
 
     /// Loads the component, lists the parts and binds an engine to the scene. Requires: `model` outlives
-    /// this. Throws SheetError when the component is missing or the template is wrong.
+    /// this. Throws UserError when the component is missing or the template is wrong.
     Illustrator(ProductModel& model, const SheetOptions& options);
     Illustrator(const Illustrator&) = delete;
     Illustrator& operator=(const Illustrator&) = delete;
     /// The application offers no templates from then on.
     ~Illustrator();
 
-    /// Creates the callouts in the task pool and waits. Throws SheetError when nothing is selected.
+    /// Creates the callouts in the task pool and waits. Throws UserError when nothing is selected.
     void CreateCallouts(const ProgressSink& progress);
     /// Answers the picks that find the leaders' ends and tell which are covered.
     void AnswerPicks();

@@ -9,22 +9,10 @@
 #include <string>
 #include <vector>
 
+#include "app/document/PageGeometry.h"
 #include "app/render/Raster.h"
 
 namespace zrsheet {
-
-struct PagePoint {
-    double x = 0.0;
-    double y = 0.0;
-};
-
-/// x0 <= x1 and y0 <= y1.
-struct PageBox {
-    double x0 = 0.0;
-    double y0 = 0.0;
-    double x1 = 0.0;
-    double y1 = 0.0;
-};
 
 /// From the balloon's rim (`end`) to the dot on the part (`anchor`).
 struct SheetLeader {

@@ -5,13 +5,13 @@
 #include <thread>
 #include <utility>
 
+#include "app/document/ProductModel.h"
+#include "app/document/UserError.h"
 #include "app/render/PartPicture.h"
 #include "app/sheet/CalloutPlates.h"
 #include "app/sheet/Illustrator.h"
 #include "app/sheet/PageLayout.h"
 #include "app/sheet/PartsTable.h"
-#include "app/sheet/ProductModel.h"
-#include "app/sheet/SheetError.h"
 #include "zrk/scene/PickScene.h"
 #include "zrk/world/World.h"
 #include "zrkapp/illustration/HostSession.h"
@@ -85,7 +85,7 @@ Sheet MakeSheet(Assembly assembly, const SheetOptions& options, const StageSink&
     const unsigned threads = ThreadCount(options);
     const zrkapp::illustration::HostSession session(threads);
     if (!zrk::World::GetWorld()->SetLanguage(options.language)) {
-        throw SheetError("language '" + options.language + "': no texts; there are en, de, fr, es and ja");
+        throw UserError("language '" + options.language + "': no texts; there are en, de, fr, es and ja");
     }
     ProductModel model(std::move(assembly));
     Illustrator illustrator(model, options);

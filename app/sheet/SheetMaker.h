@@ -15,7 +15,7 @@ namespace zrsheet {
 using StageSink = std::function<void(std::string_view stage, int percent)>;
 
 /// Starts the host, illustrates the model and stops the host again. The same model and options give the same
-/// sheet, whatever the number of threads. Throws SheetError. One at a time in a process.
+/// sheet, whatever the number of threads. Throws UserError. One at a time in a process.
 [[nodiscard]] Sheet MakeSheet(Assembly assembly, const SheetOptions& options, const StageSink& sink);
 
 }  // namespace zrsheet

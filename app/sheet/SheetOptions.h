@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "app/sheet/ViewDirection.h"
+#include "app/document/ViewDirection.h"
 
 namespace zrsheet {
 

@@ -7,9 +7,9 @@
 #include <map>
 #include <set>
 
-#include "app/sheet/SheetError.h"
-#include "tests/app/sheet/AssemblyMaker.h"
-#include "tests/app/sheet/ModelFiles.h"
+#include "app/document/UserError.h"
+#include "tests/app/document/AssemblyMaker.h"
+#include "tests/app/document/ModelFiles.h"
 #include "zrk/scene/PickFlags.h"
 #include "zrk/scene/PickScene.h"
 #include "zrk/scene/VisibilityMap.h"
@@ -264,7 +264,7 @@ TEST(Illustrator, SaysThatNothingIsSelected) {
     try {
         const Illustration none(BoxWithCore(), options);
         ADD_FAILURE() << "made a sheet without callouts";
-    } catch (const SheetError& error) {
+    } catch (const UserError& error) {
         EXPECT_NE(std::string(error.what()).find("'Wing*' '/Tail'"), std::string::npos) << error.what();
     }
 }

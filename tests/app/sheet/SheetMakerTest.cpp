@@ -7,10 +7,10 @@
 #include <ios>
 #include <sstream>
 
+#include "app/document/UserError.h"
 #include "app/export/SvgExporter.h"
 #include "app/sheet/PageLayout.h"
-#include "app/sheet/SheetError.h"
-#include "tests/app/sheet/ModelFiles.h"
+#include "tests/app/document/ModelFiles.h"
 
 namespace zrsheet {
 namespace {

@@ -1,11 +1,11 @@
-#include "app/sheet/Structure.h"
+#include "app/document/Structure.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <set>
 
-#include "tests/app/sheet/AssemblyMaker.h"
+#include "tests/app/document/AssemblyMaker.h"
 
 namespace zrsheet {
 namespace {

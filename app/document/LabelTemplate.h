@@ -10,7 +10,7 @@
 
 namespace zrsheet {
 
-/// "{{" and "}}" stand for braces. Throws SheetError for anything else in braces.
+/// "{{" and "}}" stand for braces. Throws UserError for anything else in braces.
 [[nodiscard]] du::SmartPtr<zrannotations::TAnnotation> ParseLabelTemplate(const std::string& text);
 
 }  // namespace zrsheet

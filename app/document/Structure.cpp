@@ -1,4 +1,4 @@
-#include "app/sheet/Structure.h"
+#include "app/document/Structure.h"
 
 #include <algorithm>
 #include <array>

@@ -19,7 +19,7 @@ struct ViewDirection {
 /// The names that ParseViewDirection knows, for help texts.
 [[nodiscard]] std::span<const std::string_view> ViewNames();
 
-/// A known name, or the direction away from the eye as "x,y,z". Throws SheetError.
+/// A known name, or the direction away from the eye as "x,y,z". Throws UserError.
 [[nodiscard]] ViewDirection ParseViewDirection(const std::string& text);
 
 }  // namespace zrsheet

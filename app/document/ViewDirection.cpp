@@ -1,4 +1,4 @@
-#include "app/sheet/ViewDirection.h"
+#include "app/document/ViewDirection.h"
 
 #include <algorithm>
 #include <array>
@@ -6,7 +6,7 @@
 #include <cmath>
 #include <vector>
 
-#include "app/sheet/SheetError.h"
+#include "app/document/UserError.h"
 
 namespace zrsheet {
 namespace {
@@ -65,7 +65,7 @@ ViewDirection ParseViewDirection(const std::string& text) {
     ViewDirection view;
     view.look = {numbers[0], numbers[1], numbers[2]};
     if (!isDirection || std::hypot(numbers[0], numbers[1], numbers[2]) == 0.0) {
-        throw SheetError(
+        throw UserError(
             "view '" + text +
             "': not known; give iso, front, back, left, right, top, bottom or a direction such as -1,-1,-1");
     }

@@ -1,9 +1,9 @@
-#include "app/sheet/LabelTemplate.h"
+#include "app/document/LabelTemplate.h"
 
 #include <string_view>
 #include <utility>
 
-#include "app/sheet/SheetError.h"
+#include "app/document/UserError.h"
 #include "zrannotations/LabelContent.h"
 
 namespace zrsheet {
@@ -26,7 +26,7 @@ Content Placeholder(const std::string& name, const std::string& labelTemplate) {
     if (name.starts_with(kPropertyPrefix) && name.size() > kPropertyPrefix.size()) {
         return Reference("", name.substr(kPropertyPrefix.size()));
     }
-    throw SheetError(
+    throw UserError(
         "template '" + labelTemplate + "': {" + name +
         "} is not known; use {item}, {quantity}, {tag}, {name} or {property:NAME}, and {{ for a brace");
 }
@@ -53,8 +53,8 @@ private:
         }
         const std::size_t end = c == '{' ? m_text.find('}', m_at) : std::string::npos;
         if (end == std::string::npos) {
-            throw SheetError("template '" + m_text + "': the brace at character " + std::to_string(m_at + 1) +
-                             " has no partner; write it twice for a brace in the text");
+            throw UserError("template '" + m_text + "': the brace at character " + std::to_string(m_at + 1) +
+                            " has no partner; write it twice for a brace in the text");
         }
         FlushLiteral();
         m_contents.push_back(Placeholder(m_text.substr(m_at + 1, end - m_at - 1), m_text));
@@ -76,7 +76,7 @@ private:
 }  // namespace
 
 du::SmartPtr<zrannotations::TAnnotation> ParseLabelTemplate(const std::string& text) {
-    if (text.empty()) throw SheetError("template: it is empty; use {item} for item numbers");
+    if (text.empty()) throw UserError("template: it is empty; use {item} for item numbers");
     return du::SmartPtr<zrannotations::TAnnotation>(
         new zrannotations::TAnnotation("zrsheet", TemplateParser(text).Parse(), nullptr));
 }

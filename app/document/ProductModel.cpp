@@ -1,11 +1,11 @@
-#include "app/sheet/ProductModel.h"
+#include "app/document/ProductModel.h"
 
 #include <algorithm>
 #include <cfloat>
 #include <map>
 #include <utility>
 
-#include "app/sheet/Structure.h"
+#include "app/document/Structure.h"
 #include "zrk/tree/ComponentNode.h"
 #include "zrk/world/World.h"
 #include "zrkapp/illustration/IllMultiRootContainer.h"

@@ -1,8 +1,8 @@
-#include "app/sheet/LabelTemplate.h"
+#include "app/document/LabelTemplate.h"
 
 #include <gtest/gtest.h>
 
-#include "app/sheet/SheetError.h"
+#include "app/document/UserError.h"
 
 namespace zrsheet {
 namespace {
@@ -49,7 +49,7 @@ TEST(LabelTemplate, SaysWhatIsWrongAndWhere) {
         try {
             static_cast<void>(ParseLabelTemplate(text));
             ADD_FAILURE() << "taken: " << text;
-        } catch (const SheetError& error) {
+        } catch (const UserError& error) {
             EXPECT_NE(std::string(error.what()).find(culprit), std::string::npos) << error.what();
         }
     }

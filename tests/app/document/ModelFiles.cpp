@@ -1,4 +1,4 @@
-#include "tests/app/sheet/ModelFiles.h"
+#include "tests/app/document/ModelFiles.h"
 
 #include <stdlib.h>
 

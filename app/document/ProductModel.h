@@ -7,9 +7,9 @@
 #include <string>
 #include <vector>
 
+#include "app/document/PageGeometry.h"
+#include "app/document/ViewDirection.h"
 #include "app/import/Assembly.h"
-#include "app/sheet/Sheet.h"
-#include "app/sheet/ViewDirection.h"
 #include "dg/FBox.h"
 #include "du/SmartPtr.h"
 #include "zrk/illustration/Illustration3dScene.h"

@@ -1,4 +1,4 @@
-#include "tests/app/sheet/AssemblyMaker.h"
+#include "tests/app/document/AssemblyMaker.h"
 
 namespace zrsheet {
 

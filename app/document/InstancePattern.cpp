@@ -1,4 +1,4 @@
-#include "app/sheet/InstancePattern.h"
+#include "app/document/InstancePattern.h"
 
 #include <algorithm>
 #include <cctype>

@@ -7,7 +7,7 @@
 
 namespace zrsheet {
 
-class SheetError : public std::runtime_error {
+class UserError : public std::runtime_error {
 public:
     using std::runtime_error::runtime_error;
 };

@@ -1,12 +1,12 @@
-#include "app/sheet/ProductModel.h"
+#include "app/document/ProductModel.h"
 
 #include <gtest/gtest.h>
 
 #include <algorithm>
 #include <cfloat>
 
-#include "tests/app/sheet/AssemblyMaker.h"
-#include "tests/app/sheet/ModelFiles.h"
+#include "tests/app/document/AssemblyMaker.h"
+#include "tests/app/document/ModelFiles.h"
 #include "zrk/tree/ComponentNode.h"
 #include "zrkapp/illustration/HostSession.h"
 
