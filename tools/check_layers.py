@@ -34,15 +34,16 @@ BELOW = {
 HOST = ["du", "dp", "dg", "zrg", "dom", "zrk", "zrk/illustration", "zrkapp/illustration", "zritemlist", "zrannotations"]
 COMPONENT = ["callouts", "callouts/align", "callouts/generator", "callouts/dll"]
 ONLY = {
+    "app/file": [],
     "app/import": [],
     "app/sample": ["app/import"],
     "app/render": ["du", "dp", "dg", "zrg"],
     "app/document": HOST + COMPONENT + ["app/import"],
-    "app/project": HOST + COMPONENT + ["app/import", "app/document"],
+    "app/project": HOST + COMPONENT + ["app/file", "app/import", "app/document"],
     "app/sheet": HOST + COMPONENT + ["app/import", "app/document", "app/render"],
-    "app/export": ["app/document", "app/import", "app/render", "app/sheet"],
-    "app/command": HOST + COMPONENT + ["app/import", "app/document", "app/project", "app/sheet", "app/export"],
-    "app/cli": HOST + ["app/import", "app/document", "app/project", "app/render", "app/sheet", "app/export", "app/command"],
+    "app/export": ["app/file", "app/document", "app/import", "app/render", "app/sheet"],
+    "app/command": HOST + COMPONENT + ["app/file", "app/import", "app/document", "app/project", "app/sheet", "app/export"],
+    "app/cli": HOST + ["app/file", "app/import", "app/document", "app/project", "app/render", "app/sheet", "app/export", "app/command"],
 }
 
 ANYTHING = ["tests", "bench"]

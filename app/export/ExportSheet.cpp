@@ -4,12 +4,12 @@
 #include <array>
 #include <string>
 
-#include "app/export/AtomicFile.h"
 #include "app/export/CsvExporter.h"
 #include "app/export/ExportError.h"
 #include "app/export/JsonExporter.h"
 #include "app/export/PngExporter.h"
 #include "app/export/SvgExporter.h"
+#include "app/file/AtomicFile.h"
 
 namespace zrsheet {
 namespace {

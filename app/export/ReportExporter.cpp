@@ -3,7 +3,7 @@
 #include <cmath>
 #include <nlohmann/json.hpp>
 
-#include "app/export/AtomicFile.h"
+#include "app/file/AtomicFile.h"
 
 namespace zrsheet {
 namespace {

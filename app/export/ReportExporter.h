@@ -12,7 +12,7 @@ namespace zrsheet {
 /// JSON; places are page pixels with the origin at the top left, numbers rounded to 2 decimals.
 [[nodiscard]] std::string ReportText(const Sheet& sheet);
 
-/// Throws ExportError.
+/// Throws FileError.
 void ExportReport(const Sheet& sheet, const std::filesystem::path& path);
 
 }  // namespace zrsheet

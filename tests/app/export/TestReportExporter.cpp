@@ -5,6 +5,7 @@
 #include <nlohmann/json.hpp>
 
 #include "tests/app/export/SampleSheet.h"
+#include "tests/app/file/TemporaryFolder.h"
 
 namespace zrsheet::test {
 namespace {

@@ -7,7 +7,8 @@
 
 namespace zrsheet {
 
-/// Writes to a temporary beside `path`, brings it to the disk and renames it. Throws ExportError; what stood
+/// Writes to a temporary beside `path`, brings it to the disk and renames it, so that after a crash at any
+/// moment the old or the new content is there; a former file's permissions stay. Throws FileError; what stood
 /// at `path` is then untouched and the temporary gone. Any thread, not for one path from two at once.
 void WriteFileAtomically(const std::filesystem::path& path, std::string_view content);
 

@@ -1,6 +1,7 @@
-#include "app/export/AtomicFile.h"
+#include "app/file/AtomicFile.h"
 
 #include <fcntl.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include <atomic>
@@ -9,7 +10,7 @@
 #include <string>
 #include <system_error>
 
-#include "app/export/ExportError.h"
+#include "app/file/FileError.h"
 
 namespace zrsheet {
 namespace {
@@ -35,8 +36,8 @@ const char* AdviceFor(int error) {
 }
 
 [[noreturn]] void Fail(const fs::path& path, int error) {
-    throw ExportError("Cannot write \"" + path.string() + "\": " + std::generic_category().message(error) +
-                      ". " + AdviceFor(error));
+    throw FileError("Cannot write \"" + path.string() + "\": " + std::generic_category().message(error) +
+                    ". " + AdviceFor(error));
 }
 
 /// A new file beside the target, gone with the object unless it was renamed.
@@ -72,15 +73,34 @@ public:
 
     // Some file systems notice a full disk no sooner than here.
     void Finish() {
+        CopyPermissions();
         if (fsync(m_file) != 0) Fail(m_target, errno);
         const int file = m_file;
         m_file = -1;
         if (close(file) != 0) Fail(m_target, errno);
         if (std::rename(m_path.c_str(), m_target.c_str()) != 0) Fail(m_target, errno);
         m_isRenamed = true;
+        SyncFolder();
     }
 
 private:
+    /// Who may not read the old file shall not read the new one. Some file systems know no permissions.
+    void CopyPermissions() const {
+        struct stat old {};
+        if (stat(m_target.c_str(), &old) == 0) static_cast<void>(fchmod(m_file, old.st_mode & 07777U));
+    }
+
+    /// Until then the new name may be lost with the power. Folders that cannot be opened or synced keep what
+    /// the file system promises by itself.
+    void SyncFolder() const {
+        const fs::path folder = m_target.has_parent_path() ? m_target.parent_path() : fs::path(".");
+        const int opened = open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+        if (opened < 0) return;
+        const int error = fsync(opened) == 0 ? 0 : errno;
+        close(opened);
+        if (error == EIO) Fail(m_target, error);
+    }
+
     fs::path m_target;
     fs::path m_path;
     int m_file = -1;
@@ -94,8 +114,8 @@ fs::path ResolveTarget(const fs::path& path) {
     const fs::file_status status = fs::status(path, error);
     if (!fs::exists(status)) return path;
     if (!fs::is_regular_file(status)) {
-        throw ExportError("Cannot write \"" + path.string() +
-                          "\": there is something else of that name. Name a file.");
+        throw FileError("Cannot write \"" + path.string() +
+                        "\": there is something else of that name. Name a file.");
     }
     const fs::path target = fs::canonical(path, error);
     return error ? path : target;

@@ -1,4 +1,4 @@
-#include "app/export/AtomicFile.h"
+#include "app/file/AtomicFile.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -7,8 +7,8 @@
 
 #include <csignal>
 
-#include "app/export/ExportError.h"
-#include "tests/app/export/SampleSheet.h"
+#include "app/file/FileError.h"
+#include "tests/app/file/TemporaryFolder.h"
 
 namespace zrsheet::test {
 namespace {
@@ -22,7 +22,7 @@ std::string ErrorOf(const std::filesystem::path& path, const std::string& conten
     try {
         WriteFileAtomically(path, content);
         return {};
-    } catch (const ExportError& error) {
+    } catch (const FileError& error) {
         return error.what();
     }
 }
@@ -71,6 +71,17 @@ TEST(AtomicFile, SaysWhereItCannotWriteAndWhatToDo) {
     EXPECT_THAT(ErrorOf(folder / "folder.csv", "x"),
                 AllOf(HasSubstr("folder.csv"), HasSubstr("Name a file")));
     EXPECT_EQ(folder.CountFiles(), 2);
+}
+
+TEST(AtomicFile, KeepsPermissionsAndLinks) {
+    const TemporaryFolder folder;
+    PutFile(folder / "secret", "old");
+    std::filesystem::permissions(folder / "secret", std::filesystem::perms::owner_read);
+    std::filesystem::create_symlink("secret", folder / "link");
+    EXPECT_EQ(ErrorOf(folder / "link", "new"), "");
+    EXPECT_EQ(ReadFile(folder / "secret"), "new");
+    EXPECT_EQ(std::filesystem::status(folder / "secret").permissions(), std::filesystem::perms::owner_read);
+    EXPECT_TRUE(std::filesystem::is_symlink(folder / "link"));
 }
 
 }  // namespace
