@@ -93,6 +93,18 @@ public:
         cairo_restore(m_cairo);
     }
 
+    void PaintInset(const SheetInset& inset, const DrawnInset& drawn) {
+        for (const DrawnRing& ring : drawn.sourceRings) PaintRing(ring);
+        for (const DrawnLine& link : drawn.links) PaintLine(link);
+        PaintDisc(drawn.rim);
+        cairo_save(m_cairo);
+        TraceCircle(drawn.outline.circle);
+        cairo_clip(m_cairo);
+        PaintPicture(inset.picture, inset.box);
+        cairo_restore(m_cairo);
+        PaintRing(drawn.outline);
+    }
+
     void PaintCallout(const DrawnCallout& callout) {
         for (const DrawnLeader& leader : callout.leaders) {
             PaintLine(leader.halo);
@@ -125,11 +137,23 @@ public:
     }
 
 private:
+    void TraceCircle(const SheetCircle& circle) {
+        cairo_new_path(m_cairo);
+        cairo_arc(m_cairo, circle.centre.x, circle.centre.y, circle.radius, 0.0, 2.0 * std::numbers::pi);
+    }
+
     void PaintDisc(const DrawnDisc& disc) {
         SetColor(disc.color);
-        cairo_new_path(m_cairo);
-        cairo_arc(m_cairo, disc.centre.x, disc.centre.y, disc.radius, 0.0, 2.0 * std::numbers::pi);
+        TraceCircle({disc.centre, disc.radius});
         cairo_fill(m_cairo);
+    }
+
+    void PaintRing(const DrawnRing& ring) {
+        SetColor(ring.color);
+        cairo_set_line_width(m_cairo, ring.width);
+        cairo_set_dash(m_cairo, nullptr, 0, 0.0);
+        TraceCircle(ring.circle);
+        cairo_stroke(m_cairo);
     }
 
     void PaintBalloon(const DrawnBalloon& balloon) {
@@ -172,6 +196,8 @@ std::string PngBytes(const Sheet& sheet, int scale) {
         Painter painter(surface.get(), scale);
         painter.PaintPicture(sheet.picture, sheet.figure);
         painter.PaintText(drawing.title);
+        for (std::size_t i = 0; i < sheet.insets.size(); ++i)
+            painter.PaintInset(sheet.insets[i], drawing.insets[i]);
         for (const DrawnCallout& callout : drawing.callouts) painter.PaintCallout(callout);
         for (const DrawnLine& rule : drawing.tableRules) painter.PaintLine(rule);
         for (const DrawnText& text : drawing.tableTexts) painter.PaintText(text);

@@ -34,6 +34,15 @@ Json CalloutJson(const SheetCallout& callout) {
     return json;
 }
 
+Json InsetJson(const SheetInset& inset) {
+    return {
+        {"id", inset.id},
+        {"centre", PointJson(inset.glass.centre)},
+        {"radius", Rounded(inset.glass.radius)},
+        {"source", {{"centre", PointJson(inset.source.centre)}, {"radius", Rounded(inset.source.radius)}}},
+        {"factor", Rounded(inset.factor)}};
+}
+
 Json ItemJson(const SheetItem& item) {
     return {{"itemId", item.itemId},
             {"label", item.label},
@@ -64,8 +73,10 @@ std::string ReportText(const Sheet& sheet) {
                 {"page", {{"width", Rounded(sheet.width)}, {"height", Rounded(sheet.height)}}},
                 {"model", ModelJson(sheet.model)},
                 {"callouts", Json::array()},
+                {"insets", Json::array()},
                 {"items", Json::array()}};
     for (const SheetCallout& callout : sheet.callouts) report["callouts"].push_back(CalloutJson(callout));
+    for (const SheetInset& inset : sheet.insets) report["insets"].push_back(InsetJson(inset));
     for (const SheetItem& item : sheet.items) report["items"].push_back(ItemJson(item));
     report["seconds"] = SecondsJson(sheet.seconds);
     return report.dump(2, ' ', false, Json::error_handler_t::replace) + "\n";

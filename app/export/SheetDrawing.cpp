@@ -1,7 +1,9 @@
 #include "app/export/SheetDrawing.h"
 
 #include <algorithm>
+#include <cmath>
 #include <cstddef>
+#include <utility>
 
 #include "app/render/CleanText.h"
 #include "app/render/TextMetrics.h"
@@ -17,11 +19,46 @@ constexpr const char* kRowRuleColor = "#b8b8b8";
 double Middle(double a, double b) { return 0.5 * (a + b); }
 
 DrawnLeader DrawLeader(const SheetLeader& leader, const SheetStyle& style) {
-    const std::string& color = leader.visible ? style.inkColor : style.dimColor;
     return {{leader.end, leader.anchor, style.leaderWidth + 2.0 * kHalo, kPaperColor, false},
             {leader.anchor, style.dotRadius + kHalo, kPaperColor},
-            {leader.end, leader.anchor, style.leaderWidth, color, !leader.visible},
-            {leader.anchor, style.dotRadius, color}};
+            {leader.end, leader.anchor, style.leaderWidth, leader.color, !leader.visible},
+            {leader.anchor, style.dotRadius, leader.color}};
+}
+
+/// The lines that touch both circles from outside; none when one circle holds the other.
+std::vector<DrawnLine> OuterTangents(const SheetCircle& a, const SheetCircle& b, double width,
+                                     const std::string& color) {
+    const double dx = b.centre.x - a.centre.x;
+    const double dy = b.centre.y - a.centre.y;
+    const double squared = dx * dx + dy * dy;
+    const double rise = a.radius - b.radius;
+    std::vector<DrawnLine> lines;
+    if (squared <= rise * rise) return lines;
+    for (const double side : {-1.0, 1.0}) {
+        // The direction from both centres to the points where the line touches.
+        const double across = side * std::sqrt(squared - rise * rise);
+        const PagePoint normal{(dx * rise - dy * across) / squared, (dy * rise + dx * across) / squared};
+        const auto touch = [&normal](const SheetCircle& circle) {
+            return PagePoint{circle.centre.x + circle.radius * normal.x,
+                             circle.centre.y + circle.radius * normal.y};
+        };
+        lines.push_back({touch(a), touch(b), width, color, false});
+    }
+    return lines;
+}
+
+DrawnInset DrawInset(const SheetInset& inset, const SheetStyle& style) {
+    DrawnInset drawn;
+    const std::pair<double, const char*> strokes[] = {{style.sourceWidth + 2.0 * kHalo, kPaperColor},
+                                                      {style.sourceWidth, style.inkColor.c_str()}};
+    for (const auto& [width, color] : strokes) {
+        drawn.sourceRings.push_back({inset.source, width, color});
+        for (const DrawnLine& line : OuterTangents(inset.source, inset.glass, width, color))
+            drawn.links.push_back(line);
+    }
+    drawn.rim = {inset.glass.centre, inset.glass.radius + style.glassRim, kPaperColor};
+    drawn.outline = {inset.glass, style.glassWidth, style.inkColor};
+    return drawn;
 }
 
 DrawnCallout DrawCallout(const SheetCallout& callout, const SheetStyle& style) {
@@ -99,6 +136,7 @@ SheetDrawing DrawSheet(const Sheet& sheet) {
     drawing.title = {
         CleanText(sheet.title), sheet.titlePlace, TextAlign::kLeft, sheet.style.titleFontSize, true,
         sheet.style.inkColor};
+    for (const SheetInset& inset : sheet.insets) drawing.insets.push_back(DrawInset(inset, sheet.style));
     for (const SheetCallout& callout : sheet.callouts)
         drawing.callouts.push_back(DrawCallout(callout, sheet.style));
     for (const SheetTable& table : sheet.tables) TableDrawer(table, sheet.style, drawing).Draw();

@@ -25,6 +25,13 @@ struct DrawnDisc {
     std::string color;
 };
 
+/// A circle's line.
+struct DrawnRing {
+    SheetCircle circle;
+    double width = 0.0;
+    std::string color;
+};
+
 enum class TextAlign { kLeft, kMiddle, kRight };
 
 /// `place` is on the baseline: where the text begins, its middle or its end.
@@ -53,6 +60,14 @@ struct DrawnBalloon {
     std::string color;
 };
 
+/// Painted in this order, the glass's picture, cut to `outline`, before the outline.
+struct DrawnInset {
+    std::vector<DrawnRing> sourceRings;  // around what the glass shows: the white one, then the black one
+    std::vector<DrawnLine> links;        // from there to the glass; white ones first
+    DrawnDisc rim;
+    DrawnRing outline;
+};
+
 struct DrawnCallout {
     std::vector<DrawnLeader> leaders;
     DrawnBalloon balloon;
@@ -61,6 +76,7 @@ struct DrawnCallout {
 
 struct SheetDrawing {
     DrawnText title;
+    std::vector<DrawnInset> insets;      // in the sheet's order
     std::vector<DrawnCallout> callouts;  // in the sheet's order
     std::vector<DrawnLine> tableRules;
     std::vector<DrawnText> tableTexts;

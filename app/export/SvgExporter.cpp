@@ -68,12 +68,17 @@ void AddLine(Node parent, const DrawnLine& line) {
     if (line.isDashed) Set(node, "stroke-dasharray", Number(kDash) + " " + Number(kDashGap));
 }
 
-void AddDisc(Node parent, const DrawnDisc& disc) {
+/// Only the circle's place, no paint.
+Node AddCircle(Node parent, const SheetCircle& circle) {
     Node node = parent.append_child("circle");
-    Set(node, "cx", disc.centre.x);
-    Set(node, "cy", disc.centre.y);
-    Set(node, "r", disc.radius);
-    Set(node, "fill", disc.color);
+    Set(node, "cx", circle.centre.x);
+    Set(node, "cy", circle.centre.y);
+    Set(node, "r", circle.radius);
+    return node;
+}
+
+void AddDisc(Node parent, const DrawnDisc& disc) {
+    Set(AddCircle(parent, {disc.centre, disc.radius}), "fill", disc.color);
 }
 
 void AddText(Node parent, const DrawnText& text) {
@@ -157,17 +162,44 @@ void AddCallout(Node parent, const SheetCallout& callout, const DrawnCallout& dr
     AddText(label, drawn.label);
 }
 
-void AddPicture(Node svg, const Sheet& sheet) {
-    if (sheet.picture.pixels.empty()) return;
-    Node image = svg.append_child("image");
-    Set(image, "class", "picture");
-    Set(image, "x", sheet.figure.x0);
-    Set(image, "y", sheet.figure.y0);
-    Set(image, "width", sheet.figure.x1 - sheet.figure.x0);
-    Set(image, "height", sheet.figure.y1 - sheet.figure.y0);
+Node AddImage(Node parent, const Raster& picture, const PageBox& box) {
+    Node image = parent.append_child("image");
+    Set(image, "x", box.x0);
+    Set(image, "y", box.y0);
+    Set(image, "width", box.x1 - box.x0);
+    Set(image, "height", box.y1 - box.y0);
     Set(image, "preserveAspectRatio", "none");
     // The older name of the attribute is the one that every program reads.
-    Set(image, "xlink:href", "data:image/png;base64," + Base64(EncodePng(sheet.picture)));
+    Set(image, "xlink:href", "data:image/png;base64," + Base64(EncodePng(picture)));
+    return image;
+}
+
+void AddPicture(Node svg, const Sheet& sheet) {
+    if (!sheet.picture.pixels.empty()) Set(AddImage(svg, sheet.picture, sheet.figure), "class", "picture");
+}
+
+void AddRing(Node parent, const DrawnRing& ring) {
+    Node node = AddCircle(parent, ring.circle);
+    Set(node, "fill", "none");
+    Set(node, "stroke", ring.color);
+    Set(node, "stroke-width", ring.width);
+}
+
+void AddInset(Node svg, const SheetInset& inset, const DrawnInset& drawn, IdTable& ids) {
+    Node group = AddGroup(svg, "inset");
+    const std::string id = ids.Take("inset-", inset.id);
+    Set(group, "id", id);
+    for (const DrawnRing& ring : drawn.sourceRings) AddRing(group, ring);
+    for (const DrawnLine& link : drawn.links) AddLine(group, link);
+    AddDisc(group, drawn.rim);
+    if (!inset.picture.pixels.empty()) {
+        Node clip = group.append_child("clipPath");
+        const std::string clipId = ids.Take("inset-", id + "-clip");
+        Set(clip, "id", clipId);
+        AddCircle(clip, drawn.outline.circle);
+        Set(AddImage(group, inset.picture, inset.box), "clip-path", "url(#" + clipId + ")");
+    }
+    AddRing(group, drawn.outline);
 }
 
 void AddTable(Node svg, const SheetDrawing& drawing) {
@@ -205,8 +237,10 @@ std::string SvgText(const Sheet& sheet) {
     Set(paper, "fill", kPaperColor);
     AddPicture(svg, sheet);
     AddText(svg, drawing.title);
-    Node callouts = AddGroup(svg, "callouts");
     IdTable ids;
+    for (std::size_t i = 0; i < sheet.insets.size(); ++i)
+        AddInset(svg, sheet.insets[i], drawing.insets[i], ids);
+    Node callouts = AddGroup(svg, "callouts");
     for (std::size_t i = 0; i < sheet.callouts.size(); ++i) {
         AddCallout(callouts, sheet.callouts[i], drawing.callouts[i],
                    ids.Take("callout-", sheet.callouts[i].id));

@@ -1,5 +1,7 @@
 #include "app/sheet/CalloutPlates.h"
 
+#include <fmt/format.h>
+
 #include <algorithm>
 #include <cmath>
 #include <map>
@@ -21,21 +23,44 @@ PagePoint OnPage(const dg::DPoint3D& pixel, const PageBox& figure) {
     return {figure.x0 + pixel.x, figure.y0 + pixel.y};
 }
 
-dg::DPoint3D AnchorPixel(const Callout& callout, unsigned position, const dg::Camera3D& camera) {
+/// Where the leader ends; false when that lies outside the glass that it leads through.
+bool AnchorPixel(const Callout& callout, unsigned position, const dg::Camera3D& camera, dg::DPoint3D& pixel) {
     dg::DPoint3D point;
     dg::Location location;
     callout.GetAnchorAtPos(position, point);
     callout.GetInstanceLocationAtPos(location, position);
-    return point * location * camera.GetWorldToPixel();
+    const dg::DPoint3D world = point * location;
+    if (const auto inset = callout.GetInsetAtPos(position)) return inset->GetObjectPtToScreenPt(world, pixel);
+    pixel = world * camera.GetWorldToPixel();
+    return true;
 }
 
-SheetLeader LeaderOf(const Callout& callout, unsigned position, const dg::Camera3D& camera,
-                     const PageBox& figure) {
-    SheetLeader leader;
-    leader.anchor = OnPage(AnchorPixel(callout, position, camera), figure);
-    leader.instance = callout.GetShapeInstanceIdAtPos(position);
-    leader.visible = !callout.IsHiddenAsDashedAtPos(position);
-    return leader;
+/// The ink with most of the ground mixed in, "#rrggbb".
+std::string Dimmed(const std::string& ink, const dg::Color& ground) {
+    constexpr double kGroundShare = 0.6;
+    const auto value = static_cast<unsigned>(std::stoul(ink.substr(1), nullptr, 16));
+    const auto mix = [&](unsigned shift, float channel) {
+        const double own = (value >> shift) & 0xFFU;
+        const double other = 255.0 * std::clamp(static_cast<double>(channel), 0.0, 1.0);
+        return static_cast<unsigned>(std::lround(own + kGroundShare * (other - own)));
+    };
+    return fmt::format("#{:02x}{:02x}{:02x}", mix(16, ground.r), mix(8, ground.g), mix(0, ground.b));
+}
+
+std::vector<SheetLeader> LeadersOf(const Callout& callout, const dg::Camera3D& camera, const PageBox& figure,
+                                   const std::string& ink) {
+    std::vector<SheetLeader> leaders;
+    for (const unsigned position : callout.GetDrawnLeaders()) {
+        dg::DPoint3D pixel;
+        if (!AnchorPixel(callout, position, camera, pixel)) continue;
+        SheetLeader leader;
+        leader.anchor = OnPage(pixel, figure);
+        leader.instance = callout.GetShapeInstanceIdAtPos(position);
+        leader.visible = !callout.IsHiddenAsDashedAtPos(position);
+        leader.color = callout.IsDimAtPos(position) ? Dimmed(ink, callout.GetDimColorAtPos(position)) : ink;
+        leaders.push_back(leader);
+    }
+    return leaders;
 }
 
 /// Where the line from the balloon to the anchor leaves the balloon, whose ends are half circles.
@@ -73,9 +98,7 @@ CalloutPlates::CalloutPlates(const std::vector<du::SmartPtr<Callout>>& callouts,
         plate.hasItem = callout->GetItemId(plate.itemId);
         plate.id = IdOf(plate, uses);
         plate.label = callout->GetMarkupText().Text();
-        for (const unsigned position : callout->GetDrawnLeaders()) {
-            plate.leaders.push_back(LeaderOf(*callout, position, camera, figure));
-        }
+        plate.leaders = LeadersOf(*callout, camera, figure, style.inkColor);
         for (unsigned i = 0; i < callout->GetLeaderLineCount(false); ++i) {
             plate.instances.push_back(callout->GetShapeInstanceIdAtPos(i));
         }

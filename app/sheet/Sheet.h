@@ -19,7 +19,8 @@ struct SheetLeader {
     PagePoint anchor;
     PagePoint end;
     std::string instance;  // path of the part's instance
-    bool visible = true;   // false: the anchor is covered; the leader is drawn dashed and dimmed
+    bool visible = true;   // false: drawn dashed
+    std::string color = "#000000";
 };
 
 /// A balloon: a circle, or a capsule as wide as its label asks for. `box` bounds it; its ends are half
@@ -32,6 +33,21 @@ struct SheetCallout {
     PageBox box;
     std::vector<SheetLeader> leaders;    // those that are drawn
     std::vector<std::string> instances;  // paths of all instances that it stands for
+};
+
+struct SheetCircle {
+    PagePoint centre;
+    double radius = 0.0;
+};
+
+/// A round glass over the picture: it shows what lies inside `source` of it, `factor` times as large.
+struct SheetInset {
+    std::string id;  // legal XML name, stable from run to run
+    SheetCircle glass;
+    SheetCircle source;
+    double factor = 1.0;
+    PageBox box;  // of `picture`; it holds the glass
+    Raster picture;
 };
 
 /// A row of the parts list.
@@ -90,10 +106,12 @@ struct SheetStyle {
     double titleFontSize = 17.0;
     double leaderWidth = 1.0;
     double balloonWidth = 1.25;
+    double glassWidth = 1.5;
+    double glassRim = 3.0;     // white around a glass
+    double sourceWidth = 0.9;  // of the circle around what a glass shows, and of the lines to the glass
     double dotRadius = 2.6;
     double cellPadding = 6.0;  // left and right of a table cell's text
     std::string inkColor = "#000000";
-    std::string dimColor = "#9a9a9a";
 };
 
 struct Sheet {
@@ -105,6 +123,7 @@ struct Sheet {
     PageBox figure;  // where the picture lies
     Raster picture;
     SheetModel model;
+    std::vector<SheetInset> insets;  // those that are visible, later ones over earlier ones
     std::vector<SheetCallout> callouts;
     std::vector<SheetItem> items;
     std::vector<SheetTable> tables;  // the parts list, in as many columns as it takes

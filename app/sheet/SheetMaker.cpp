@@ -4,14 +4,16 @@
 #include <chrono>
 #include <thread>
 #include <utility>
+#include <vector>
 
 #include "app/document/ProductModel.h"
 #include "app/document/UserError.h"
-#include "app/render/PartPicture.h"
 #include "app/sheet/CalloutPlates.h"
 #include "app/sheet/Illustrator.h"
 #include "app/sheet/PageLayout.h"
 #include "app/sheet/PartsTable.h"
+#include "app/sheet/ScenePictures.h"
+#include "zrk/annotation/AnnoSet.h"
 #include "zrk/scene/PickScene.h"
 #include "zrk/world/World.h"
 #include "zrkapp/illustration/HostSession.h"
@@ -58,17 +60,37 @@ SheetItem ItemOf(const zrk::illustration::ItemsList& items, unsigned id) {
     return item;
 }
 
-Raster Picture(const ProductModel& model, unsigned threads) {
-    const auto scene = model.Scene()->GetPickScene();
-    std::vector<std::uint32_t> numbers(scene->GetParts().size());
-    for (std::size_t i = 0; i < numbers.size(); ++i) numbers[i] = static_cast<std::uint32_t>(i);
-    dg::Camera3D camera;
-    model.View()->GetCamera(camera);
-    return RenderPicture(scene->GetRays(), camera, PictureStyle(), numbers, threads);
-}
-
 void Shift(PageBox& box, const PagePoint& move) {
     box = {box.x0 + move.x, box.y0 + move.y, box.x1 + move.x, box.y1 + move.y};
+}
+
+void Shift(PagePoint& point, const PagePoint& move) { point = {point.x + move.x, point.y + move.y}; }
+
+void Shift(SheetInset& inset, const PagePoint& move) {
+    Shift(inset.glass.centre, move);
+    Shift(inset.source.centre, move);
+    Shift(inset.box, move);
+}
+
+/// The picture and the glasses over it.
+void TakePictures(const ProductModel& model, const PageBox& figure, unsigned threads, Sheet& sheet) {
+    const auto scene = model.Scene()->GetPickScene();
+    dg::Camera3D camera;
+    model.View()->GetCamera(camera);
+    sheet.picture = PictureOf(*scene, camera, threads);
+    du::SmartPtr<zrk::AnnoSet> annotations;
+    model.Scene()->GetAnnoSet(annotations);
+    sheet.insets = InsetsOf(*annotations, *scene, figure, threads);
+}
+
+/// What the balloons stand around: the model and the glasses.
+PageBox Crowd(const Sheet& sheet) {
+    PageBox crowd = sheet.model.box;
+    for (const SheetInset& inset : sheet.insets) {
+        crowd = {std::min(crowd.x0, inset.box.x0), std::min(crowd.y0, inset.box.y0),
+                 std::max(crowd.x1, inset.box.x1), std::max(crowd.y1, inset.box.y1)};
+    }
+    return crowd;
 }
 
 SheetModel Describe(const ProductModel& model, const PageBox& figure) {
@@ -107,15 +129,18 @@ Sheet MakeSheet(Assembly assembly, const SheetOptions& options, const StageSink&
     illustrator.AnswerPicks();
     sheet.seconds.pick = watch.Lap();
     sink("Drawing the picture", 0);
-    sheet.picture = Picture(model, threads);
+    TakePictures(model, figure, threads, sheet);
     sheet.seconds.render = watch.Lap();
 
     sheet.model = Describe(model, figure);
     CalloutPlates plates(illustrator.Callouts(), figure, sheet.style);
-    plates.Tidy(sheet.model.box);
-    const PagePoint move = MakeRoom(layout, plates.Boxes());
+    plates.Tidy(Crowd(sheet));
+    std::vector<PageBox> boxes = plates.Boxes();
+    for (const SheetInset& inset : sheet.insets) boxes.push_back(inset.box);
+    const PagePoint move = MakeRoom(layout, boxes);
     plates.Move(move);
     sheet.callouts = plates.Take();
+    for (SheetInset& inset : sheet.insets) Shift(inset, move);
     Shift(sheet.model.box, move);
     sheet.figure = layout.figure;
     sheet.tables = std::move(layout.tables);

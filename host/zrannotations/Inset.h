@@ -38,6 +38,7 @@ public:
     void RegisterObserver(const du::SmartPtr<InsetObserver>& observer) { m_observers.Register(observer); }
     void UnregisterObserver(const du::SmartPtr<InsetObserver>& observer) { m_observers.Unregister(observer); }
 
+    Glass GetGlass() const;
     bool IsVisible() const;
     /// Notifies the scene that the inset was modified.
     void SetVisible(bool visible);
@@ -61,8 +62,6 @@ public:
     void SetFactor(float factor, bool temporary);
 
 private:
-    Glass GetGlass() const;
-
     const du::SmartPtr<zrk::ShapeView> m_mainView;
     du::SmartPtr<zrk::ShapeView> m_insetView;
     dom::ObserverList<InsetObserver> m_observers;

@@ -14,6 +14,7 @@ namespace {
 using Rgb = std::array<int, 3>;
 constexpr Rgb kWhite{255, 255, 255};
 constexpr Rgb kPicture{200, 200, 200};
+constexpr Rgb kGlass{120, 120, 120};
 
 Raster Decode(const std::string& bytes) {
     png_image image{};
@@ -53,6 +54,12 @@ TEST(PngExporter, DrawsThePageAtAnyScale) {
         EXPECT_EQ(at(100.5, 159), kPicture);
         EXPECT_EQ(at(199.5, 41), kPicture);
         EXPECT_EQ(at(201, 41), kWhite);
+        EXPECT_EQ(at(200, 130), kGlass);
+        EXPECT_EQ(at(182, 112), kPicture) << "the glass is cut to its circle";
+        EXPECT_EQ(at(178, 130), kWhite) << "the rim of the glass";
+        EXPECT_LT(at(180, 130)[0], 60) << "its outline";
+        EXPECT_LT(at(125, 145)[0], 140) << "the circle around what it shows";
+        EXPECT_EQ(at(130, 145), kPicture);
         EXPECT_LT(at(120.4, 90)[0], 20) << "the dot of a leader";
         EXPECT_LT(at(35, 20)[0], 140) << "the top of a balloon";
         EXPECT_EQ(at(89.5, 100.5), kWhite) << "outside the round end of a capsule";

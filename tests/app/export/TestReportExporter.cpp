@@ -24,6 +24,8 @@ TEST(ReportExporter, TellsPlacesInPagePixelsRoundedToHundredths) {
         R"("model":{"box":[105.0,45.0,195.0,155.0],"parts":2,"instances":5,"triangles":1234},)"
         R"("callouts":[{"id":"callout-1","itemId":1,"label":"1","box":[20.0,20.0,50.0,50.0],)"
         R"("leaders":[{"anchor":[120.46,90.0],"end":[50.0,0.0],"instance":"root/pump","visible":true}]}],)"
+        R"("insets":[{"id":"inset-1","centre":[200.0,130.0],"radius":20.0,)"
+        R"("source":{"centre":[130.0,145.0],"radius":5.0},"factor":4.0}],)"
         R"("items":[{"itemId":1,"label":"1","quantity":1,"name":"Pump housing","instances":["root/pump"]}],)"
         R"("seconds":{"load":0.13,"create":1.0,"pick":0.0,"render":2.5,"write":0.0}})");
 }

@@ -3,6 +3,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <cmath>
 #include <pugixml.hpp>
 #include <set>
 #include <vector>
@@ -54,14 +55,46 @@ TEST(SvgExporter, DrawsLeadersOverAWhiteHaloAndCoveredOnesDashedAndDim) {
     const SheetStyle style;
     const ReadSvg svg(SampleSheet());
     EXPECT_THAT(svg.All("//g[@id='callout-2']/g[@class='leader']/line/@stroke"),
-                ElementsAre("#ffffff", style.inkColor, "#ffffff", style.dimColor));
+                ElementsAre("#ffffff", style.inkColor, "#ffffff", "#808080"));
     EXPECT_THAT(svg.All("//g[@id='callout-2']/g[@class='leader']/circle/@fill"),
-                ElementsAre("#ffffff", style.inkColor, "#ffffff", style.dimColor));
+                ElementsAre("#ffffff", style.inkColor, "#ffffff", "#808080"));
     EXPECT_EQ(svg.All("//line[@stroke-dasharray]").size(), 1U);
     const pugi::xml_node line = svg.Find("//g[@id='callout-1']//line[2]");
     EXPECT_EQ(line.attribute("x2").as_string(), std::string("120.46"));
     EXPECT_GT(svg.Find("//g[@id='callout-1']//line[1]").attribute("stroke-width").as_double(),
               style.leaderWidth + 1);
+}
+
+double Value(const pugi::xml_node& node, const char* name) { return node.attribute(name).as_double(); }
+
+/// Does the line end on the circle, and touch it there?
+void ExpectTangent(const pugi::xml_node& line, const char* x, const char* y, const SheetCircle& circle) {
+    const double outX = Value(line, x) - circle.centre.x;
+    const double outY = Value(line, y) - circle.centre.y;
+    EXPECT_NEAR(std::hypot(outX, outY), circle.radius, 0.01);
+    const double dx = Value(line, "x2") - Value(line, "x1");
+    const double dy = Value(line, "y2") - Value(line, "y1");
+    EXPECT_NEAR((outX * dx + outY * dy) / circle.radius / std::hypot(dx, dy), 0.0, 0.01);
+}
+
+// The glass lies over the picture and below the leaders that end in it; nothing of it shows outside its rim.
+TEST(SvgExporter, DrawsAGlassCutToItsCircleAndTiedToItsSource) {
+    Sheet sheet = SampleSheet();
+    const SheetInset inset = sheet.insets[0];
+    const ReadSvg svg(sheet);
+    const pugi::xml_node group = svg.Find("/svg/g[@id='inset-1' and @class='inset']");
+    EXPECT_EQ(svg.Find("/svg/image[@class='picture']/following-sibling::g[@class='inset']"), group);
+    EXPECT_EQ(svg.Find("/svg/g[@class='callouts']/preceding-sibling::g[@class='inset']"), group);
+    const std::string clip = svg.Find("//g[@id='inset-1']/image").attribute("clip-path").value();
+    EXPECT_EQ(clip, "url(#" + svg.All("//clipPath/@id").at(0) + ")");
+    EXPECT_EQ(Value(svg.Find("//clipPath/circle"), "r"), inset.glass.radius);
+    EXPECT_EQ(svg.All("//g[@id='inset-1']/line").size(), 4U) << "a white and a black one on both sides";
+    for (const auto& line : group.children("line")) {
+        ExpectTangent(line, "x1", "y1", inset.source);
+        ExpectTangent(line, "x2", "y2", inset.glass);
+    }
+    sheet.insets[0].source.centre = {199, 131};
+    EXPECT_TRUE(ReadSvg(sheet).All("//g[@id='inset-1']/line").empty()) << "a glass over its own source";
 }
 
 // A long parts list stands in several columns beside each other.
@@ -93,10 +126,14 @@ TEST(SvgExporter, GivesLegalIdsOfWhichNoTwoAreAlike) {
         sheet.callouts.push_back(sheet.callouts[0]);
         sheet.callouts.back().id = id;
     }
+    for (const char* id : {"inset-1", "inset-1-clip", "a b"}) {
+        sheet.insets.push_back(sheet.insets[0]);
+        sheet.insets.back().id = id;
+    }
     const std::vector<std::string> ids = ReadSvg(sheet).All("//@id");
-    EXPECT_EQ(ids.size(), sheet.callouts.size());
+    EXPECT_EQ(ids.size(), sheet.callouts.size() + 2 * sheet.insets.size()) << "a glass has a clip path";
     EXPECT_EQ(std::set<std::string>(ids.begin(), ids.end()).size(), ids.size());
-    for (const std::string& id : ids) EXPECT_THAT(id, MatchesRegex("callout-[-_.A-Za-z0-9]*"));
+    for (const std::string& id : ids) EXPECT_THAT(id, MatchesRegex("(callout|inset)-[-_.A-Za-z0-9]*"));
 }
 
 }  // namespace

@@ -1,0 +1,65 @@
+#include "app/sheet/ScenePictures.h"
+
+#include <cmath>
+#include <cstdint>
+#include <numeric>
+#include <string>
+
+#include "app/render/PartPicture.h"
+#include "zrannotations/Inset.h"
+
+namespace zrsheet {
+namespace {
+
+using zrannotations::Inset;
+
+PagePoint OnPage(const dg::DPoint3D& pixel, const PageBox& figure) {
+    return {figure.x0 + pixel.x, figure.y0 + pixel.y};
+}
+
+/// Only the pixels around the glass are drawn. The box is laid on whole pixels of the view, as its picture
+/// is.
+void TakePicture(const Inset& inset, const zrk::PickScene& scene, const PageBox& figure, unsigned threads,
+                 SheetInset& out) {
+    const Inset::Glass glass = inset.GetGlass();
+    const double left = std::floor(glass.centre.x - glass.radius);
+    const double top = std::floor(glass.centre.y - glass.radius);
+    const double width = std::ceil(glass.centre.x + glass.radius) - left;
+    const double height = std::ceil(glass.centre.y + glass.radius) - top;
+    out.box = {figure.x0 + left, figure.y0 + top, figure.x0 + left + width, figure.y0 + top + height};
+    dg::Camera3D magnifier;
+    if (!inset.GetMagnifierCamera(magnifier)) return;
+    dg::Camera3D window = magnifier.Magnified({left, top, 0.0}, {0.0, 0.0, 0.0}, 1.0);
+    window.SetViewport(static_cast<int>(width), static_cast<int>(height));
+    out.picture = PictureOf(scene, window, threads);
+}
+
+}  // namespace
+
+Raster PictureOf(const zrk::PickScene& scene, const dg::Camera3D& camera, unsigned threads) {
+    std::vector<std::uint32_t> numbers(scene.GetParts().size());
+    std::iota(numbers.begin(), numbers.end(), 0U);
+    return RenderPicture(scene.GetRays(), camera, PictureStyle(), numbers, threads);
+}
+
+std::vector<SheetInset> InsetsOf(const zrk::AnnoSet& annotations, const zrk::PickScene& scene,
+                                 const PageBox& figure, unsigned threads) {
+    std::vector<SheetInset> insets;
+    int number = 0;
+    for (const auto& annotation : annotations.GetAnnotations()) {
+        const auto inset = du::DynamicCast<Inset>(annotation);
+        if (!inset) continue;
+        ++number;
+        const Inset::Glass glass = inset->GetGlass();
+        if (!inset->IsVisible() || glass.radius <= 0.0) continue;
+        SheetInset& taken = insets.emplace_back();
+        taken.id = "inset-" + std::to_string(number);
+        taken.factor = static_cast<double>(glass.factor);
+        taken.glass = {OnPage(glass.centre, figure), glass.radius};
+        taken.source = {OnPage(glass.source, figure), glass.radius / taken.factor};
+        TakePicture(*inset, scene, figure, threads, taken);
+    }
+    return insets;
+}
+
+}  // namespace zrsheet

@@ -1,0 +1,139 @@
+#include "app/sheet/ScenePictures.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+
+#include "app/sheet/CalloutPlates.h"
+#include "app/sheet/Illustrator.h"
+#include "tests/app/document/AssemblyMaker.h"
+#include "zrannotations/Inset.h"
+#include "zrkapp/illustration/HostSession.h"
+
+namespace zrsheet {
+namespace {
+
+using InsetPtr = du::SmartPtr<zrannotations::Inset>;
+
+constexpr PageBox kFigure{50, 20, 370, 260};
+const dg::DPoint3D kGlassCentre(260.5, 60.25, 0);
+constexpr double kRadius = 40.0;
+constexpr float kFactor = 4.0F;
+
+Assembly TwoBoxes() {
+    AssemblyMaker maker;
+    const int box = maker.Box("Box", 10, 10, 10);
+    const int pin = maker.Box("Pin", 1, 1, 1);
+    maker.Node("Box", -1, box);
+    maker.Node("Pin", -1, pin, {12, 0, 0});
+    return maker.Get();
+}
+
+/// Two parts seen from the front, a callout to each, and glasses in the free corner.
+class ScenePictures : public ::testing::Test {
+protected:
+    ScenePictures() {
+        m_options.view = ParseViewDirection("front");
+        m_model.LookAt(m_options.view, 320, 240, 80.0);
+        m_illustrator.CreateCallouts({});
+        m_illustrator.AnswerPicks();
+    }
+
+    InsetPtr AddInset(const dg::DPoint3D& source) {
+        const InsetPtr inset(
+            new zrannotations::Inset(m_model.View(), {source, kGlassCentre, kRadius, kFactor}));
+        AnnoSet()->AddAnnotationToSet(inset, nullptr);
+        return inset;
+    }
+    du::SmartPtr<zrk::AnnoSet> AnnoSet() const {
+        du::SmartPtr<zrk::AnnoSet> annoSet;
+        m_model.Scene()->GetAnnoSet(annoSet);
+        return annoSet;
+    }
+    std::vector<SheetInset> Insets() const {
+        return InsetsOf(*AnnoSet(), *m_model.Scene()->GetPickScene(), kFigure, 1);
+    }
+    SheetCallout Plate(const std::string& label) const {
+        auto plates = CalloutPlates(m_illustrator.Callouts(), kFigure, {}).Take();
+        return *std::find_if(plates.begin(), plates.end(),
+                             [&](const SheetCallout& plate) { return plate.label == label; });
+    }
+    /// In the view.
+    static dg::DPoint3D AnchorOf(const SheetCallout& plate) {
+        const PagePoint anchor = plate.leaders.at(0).anchor;
+        return {anchor.x - kFigure.x0, anchor.y - kFigure.y0, 0.0};
+    }
+
+    SheetOptions m_options;
+    zrkapp::illustration::HostSession m_session{1};
+    ProductModel m_model{TwoBoxes()};
+    Illustrator m_illustrator{m_model, m_options};
+};
+
+bool IsWhite(const Raster& raster) {
+    return std::all_of(raster.pixels.begin(), raster.pixels.end(), [](std::uint8_t v) { return v == 255; });
+}
+
+TEST_F(ScenePictures, AGlassShowsItsSourceAndLiesOnTheSamePage) {
+    const SheetCallout plate = Plate("1");
+    const dg::DPoint3D onPart = AnchorOf(plate);
+    AddInset({5, 5, 0});
+    AddInset(onPart)->SetVisible(false);
+    AddInset(onPart);
+    const auto insets = Insets();
+    ASSERT_EQ(insets.size(), 2U);
+    EXPECT_EQ(insets[0].id + insets[1].id, "inset-1inset-3");
+    EXPECT_TRUE(IsWhite(insets[0].picture)) << "nothing is there";
+    const SheetInset& shown = insets[1];
+    EXPECT_EQ(shown.glass.centre.x, kFigure.x0 + kGlassCentre.x);
+    EXPECT_EQ(shown.source.centre.y, plate.leaders.at(0).anchor.y);
+    EXPECT_EQ(shown.source.radius, kRadius / static_cast<double>(kFactor));
+    EXPECT_EQ(shown.box.x0, kFigure.x0 + 220);
+    EXPECT_EQ(shown.box.y1 - shown.box.y0, shown.picture.height);
+    const auto middle =
+        static_cast<std::size_t>(shown.picture.height / 2 * shown.picture.width + shown.picture.width / 2);
+    EXPECT_LT(shown.picture.pixels.at(3 * middle), 255) << "the part";
+}
+
+// The pin is 10 pixels wide or so: its middle is magnified into the glass, and what lies beyond is not drawn.
+TEST_F(ScenePictures, ALeaderThroughAGlassEndsWhereTheGlassShowsItsEnd) {
+    const SheetCallout before = Plate("2");
+    const dg::DPoint3D end = AnchorOf(before);
+    const auto callouts = m_illustrator.Callouts();
+    const auto callout = *std::find_if(callouts.begin(), callouts.end(),
+                                       [](const auto& c) { return c->GetMarkupText().Text() == "2"; });
+    callout->SetInsetAtPos(AddInset({end.x - 3, end.y + 2, 0}), 0);
+    const PagePoint inside = Plate("2").leaders.at(0).anchor;
+    EXPECT_NEAR(inside.x, kFigure.x0 + kGlassCentre.x + 12, 1e-3);
+    EXPECT_NEAR(inside.y, kFigure.y0 + kGlassCentre.y - 8, 1e-3);
+    callout->SetInsetAtPos(AddInset({end.x - 11, end.y, 0}), 0);
+    EXPECT_TRUE(Plate("2").leaders.empty());
+}
+
+// Covered leaders keep the tone between the ink and the ground that they are seen on.
+TEST_F(ScenePictures, CoveredLeadersAreDashedAndTakeOnTheGround) {
+    struct Case {
+        bool dashed;
+        bool dim;
+        dg::Color ground;
+        bool visible;
+        const char* color;
+    };
+    const Case cases[] = {
+        {false, false, {1, 1, 1, 1}, true, "#000000"},
+        {true, false, {1, 1, 1, 1}, false, "#000000"},
+        {true, true, {1, 1, 1, 1}, false, "#999999"},
+        {true, true, {1, 0.5F, 0, 1}, false, "#994d00"},
+    };
+    const auto callout = m_illustrator.Callouts().front();
+    for (const Case& c : cases) {
+        callout->SetHiddenAsDashedAtPos(c.dashed, 0);
+        callout->SetDimAtPos(c.dim, 0, c.ground);
+        const SheetLeader leader = Plate("1").leaders.at(0);
+        EXPECT_EQ(leader.visible, c.visible);
+        EXPECT_EQ(leader.color, c.color);
+    }
+}
+
+}  // namespace
+}  // namespace zrsheet
