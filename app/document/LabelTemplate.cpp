@@ -75,10 +75,9 @@ private:
 
 }  // namespace
 
-du::SmartPtr<zrannotations::TAnnotation> ParseLabelTemplate(const std::string& text) {
+zrannotations::TAnnotation::Contents ParseLabelTemplate(const std::string& text) {
     if (text.empty()) throw UserError("template: it is empty; use {item} for item numbers");
-    return du::SmartPtr<zrannotations::TAnnotation>(
-        new zrannotations::TAnnotation("zrsheet", TemplateParser(text).Parse(), nullptr));
+    return TemplateParser(text).Parse();
 }
 
 }  // namespace zrsheet

@@ -5,12 +5,11 @@
 
 #include <string>
 
-#include "du/SmartPtr.h"
 #include "zrannotations/TAnnotation.h"
 
 namespace zrsheet {
 
 /// "{{" and "}}" stand for braces. Throws UserError for anything else in braces.
-[[nodiscard]] du::SmartPtr<zrannotations::TAnnotation> ParseLabelTemplate(const std::string& text);
+[[nodiscard]] zrannotations::TAnnotation::Contents ParseLabelTemplate(const std::string& text);
 
 }  // namespace zrsheet

@@ -15,6 +15,7 @@ namespace {
 
 using ComponentPtr = du::SmartPtr<zrk::ComponentNode>;
 using InstancePtr = du::SmartPtr<zrk::Instance>;
+using PartPtr = du::SmartPtr<zrk::ShapeInstance>;
 using zrk::illustration::SbomInstance;
 
 /// The properties under which every part can be asked for what the file says of it.
@@ -56,7 +57,7 @@ void CopyProperties(const AssemblyNode& node, const std::string& name, SbomInsta
     }
 }
 
-/// The extent of the model on the screen of a camera of one pixel a unit, from its vertices.
+/// The extent of parts on a screen, from their vertices.
 struct ScreenExtent {
     double minX = DBL_MAX;
     double minY = DBL_MAX;
@@ -75,9 +76,17 @@ struct ScreenExtent {
     }
 };
 
-ScreenExtent Measure(const zrk::ShapeScene& scene, const dg::DMat44& worldToScreen) {
+constexpr ScreenExtent kUnitExtent{-0.5, -0.5, -0.5, 0.5, 0.5, 0.5};
+
+std::vector<PartPtr> ShownParts(const zrk::ShapeScene& scene) {
+    auto parts = scene.GetShapeInstances();
+    std::erase_if(parts, [](const PartPtr& part) { return !part->IsVisible(); });
+    return parts;
+}
+
+ScreenExtent Measure(const std::vector<PartPtr>& parts, const dg::DMat44& worldToScreen) {
     ScreenExtent extent;
-    for (const auto& part : scene.GetShapeInstances()) {
+    for (const auto& part : parts) {
         const zrg::Shape* shape = part->GetShape() ? part->GetShape()->GetShapeData() : nullptr;
         if (shape == nullptr) continue;
         dg::Location location;
@@ -150,7 +159,9 @@ void ProductModel::Build(Assembly& assembly) {
 
 void ProductModel::LookAt(const ViewDirection& direction, int width, int height, double margin) {
     const auto flat = dg::Camera3D::Orthographic({}, direction.look, direction.up, 1.0, 0, 0, 1.0);
-    const ScreenExtent extent = Measure(*m_scene, flat.GetWorldToPixel());
+    auto parts = ShownParts(*m_scene);
+    if (parts.empty()) parts = m_scene->GetShapeInstances();
+    const ScreenExtent extent = parts.empty() ? kUnitExtent : Measure(parts, flat.GetWorldToPixel());
     const double spanX = std::max(extent.maxX - extent.minX, 1e-12);
     const double spanY = std::max(extent.maxY - extent.minY, 1e-12);
     const double scale =
@@ -162,8 +173,16 @@ void ProductModel::LookAt(const ViewDirection& direction, int width, int height,
     const double depth = std::max(2.0 * (extent.maxZ - extent.minZ), 1e-9 + spanX + spanY);
     m_view->SetCamera(dg::Camera3D::Orthographic(middle * flat.GetPixelToWorld(), direction.look,
                                                  direction.up, scale, width, height, depth));
-    m_screenBox = {0.5 * (width - spanX * scale), 0.5 * (height - spanY * scale),
-                   0.5 * (width + spanX * scale), 0.5 * (height + spanY * scale)};
+}
+
+PageBox ProductModel::ScreenBox() const {
+    dg::Camera3D camera;
+    m_view->GetCamera(camera);
+    const ScreenExtent extent = Measure(ShownParts(*m_scene), camera.GetWorldToPixel());
+    if (extent.minX <= extent.maxX) return {extent.minX, extent.minY, extent.maxX, extent.maxY};
+    const double x = 0.5 * camera.GetViewportWidth();
+    const double y = 0.5 * camera.GetViewportHeight();
+    return {x, y, x, y};
 }
 
 std::string ProductModel::NameOf(const SbomInstance& instance) {

@@ -29,11 +29,13 @@ public:
     ProductModel& operator=(const ProductModel&) = delete;
     ~ProductModel();
 
-    /// Looks at the whole model, as large as `width` x `height` pixels less `margin` on each side allow.
+    /// Looks at all that is shown (the whole model when nothing is), as large as `width` x `height` pixels
+    /// less `margin` on each side allow.
     void LookAt(const ViewDirection& direction, int width, int height, double margin);
 
-    /// The model's rectangle in the viewport, as LookAt left it.
-    [[nodiscard]] const PageBox& ScreenBox() const { return m_screenBox; }
+    /// The rectangle of what is shown, in the viewport of the view as it looks now; empty at its middle when
+    /// nothing is. O(vertices).
+    [[nodiscard]] PageBox ScreenBox() const;
 
     [[nodiscard]] const du::SmartPtr<zrk::illustration::Illustration3dScene>& Scene() const {
         return m_scene;
@@ -60,7 +62,6 @@ private:
     du::SmartPtr<zrk::ShapeView> m_view;
     SbomPtr m_root;
     std::vector<SbomPtr> m_instances;
-    PageBox m_screenBox;
     std::size_t m_partCount = 0;
     std::size_t m_leafCount = 0;
     std::size_t m_triangleCount = 0;

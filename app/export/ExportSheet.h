@@ -20,8 +20,8 @@ struct ExportOptions {
 /// Is the extension known? Upper and lower case are alike.
 [[nodiscard]] bool CanExport(const std::filesystem::path& path);
 
-/// Throws ExportError when the extension is not known, FileError when the file cannot be written; nothing is half
-/// written then.
+/// Throws ExportError when the extension is not known, FileError when the file cannot be written; nothing is
+/// half written then.
 void ExportSheet(const Sheet& sheet, const std::filesystem::path& path, const ExportOptions& options = {});
 
 }  // namespace zrsheet

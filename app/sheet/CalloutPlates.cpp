@@ -4,10 +4,10 @@
 
 #include <algorithm>
 #include <cmath>
-#include <map>
 #include <string>
 #include <utility>
 
+#include "app/document/CalloutIds.h"
 #include "app/render/TextMetrics.h"
 #include "zrk/scene/ShapeView.h"
 
@@ -74,21 +74,14 @@ PagePoint RimTowards(const PageBox& box, const PagePoint& anchor) {
             core.y + (anchor.y - core.y) * radius / distance};
 }
 
-/// A legal XML name, the same from run to run.
-std::string IdOf(const SheetCallout& callout, std::map<unsigned, int>& uses) {
-    const int use = ++uses[callout.hasItem ? callout.itemId : 0];
-    if (!callout.hasItem) return "callout-text-" + std::to_string(use);
-    const std::string id = "callout-" + std::to_string(callout.itemId);
-    return use == 1 ? id : id + "-" + std::to_string(use);
-}
-
 }  // namespace
 
 CalloutPlates::CalloutPlates(const std::vector<du::SmartPtr<Callout>>& callouts, const PageBox& figure,
                              const SheetStyle& style)
     : m_figure(figure), m_height(std::round(kBalloonHeight * style.fontSize)) {
-    std::map<unsigned, int> uses;
-    for (const auto& callout : callouts) {
+    const auto ids = CalloutIds(callouts);
+    for (std::size_t i = 0; i < callouts.size(); ++i) {
+        const auto& callout = callouts[i];
         du::SmartPtr<zrk::ShapeView> view;
         const dg::DPoint3D label = callout->GetLabelRelativeScreenPosition(view);
         if (!view) continue;
@@ -96,16 +89,17 @@ CalloutPlates::CalloutPlates(const std::vector<du::SmartPtr<Callout>>& callouts,
         view->GetCamera(camera);
         SheetCallout plate;
         plate.hasItem = callout->GetItemId(plate.itemId);
-        plate.id = IdOf(plate, uses);
+        plate.id = ids[i];
         plate.label = callout->GetMarkupText().Text();
         plate.leaders = LeadersOf(*callout, camera, figure, style.inkColor);
-        for (unsigned i = 0; i < callout->GetLeaderLineCount(false); ++i) {
-            plate.instances.push_back(callout->GetShapeInstanceIdAtPos(i));
+        for (unsigned leader = 0; leader < callout->GetLeaderLineCount(false); ++leader) {
+            plate.instances.push_back(callout->GetShapeInstanceIdAtPos(leader));
         }
         const double width = TextWidth(plate.label, style.fontSize) + kLabelPadding * style.fontSize;
         Balloon balloon{OnPage(label, figure), OnPage(label, figure), std::max(m_height, std::round(width)),
                         m_height};
         if (!plate.leaders.empty()) balloon.anchor = plate.leaders.front().anchor;
+        m_sources.push_back(callout);
         m_balloons.push_back(balloon);
         m_callouts.push_back(std::move(plate));
     }
@@ -133,6 +127,18 @@ void CalloutPlates::Move(const PagePoint& move) {
             leader.anchor.y += move.y;
         }
         Place(m_callouts[i], m_balloons[i].centre);
+    }
+}
+
+void CalloutPlates::StoreLabels() const {
+    for (std::size_t i = 0; i < m_sources.size(); ++i) {
+        du::SmartPtr<zrk::ShapeView> view;
+        dg::DPoint3D pixel = m_sources[i]->GetLabelRelativeScreenPosition(view);
+        dg::Camera3D camera;
+        view->GetCamera(camera);
+        pixel.x = m_balloons[i].centre.x - m_figure.x0;
+        pixel.y = m_balloons[i].centre.y - m_figure.y0;
+        m_sources[i]->SetMarkupLabelPosition(pixel * camera.GetPixelToWorld());
     }
 }
 

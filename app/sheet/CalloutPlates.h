@@ -22,6 +22,8 @@ public:
     /// that is shown.
     void Tidy(const PageBox& model);
     void Move(const PagePoint& move);
+    /// Moves the callouts' labels to where the balloons are now.
+    void StoreLabels() const;
     [[nodiscard]] std::vector<PageBox> Boxes() const;
     [[nodiscard]] std::vector<SheetCallout> Take();
 
@@ -30,8 +32,10 @@ private:
 
     PageBox m_figure;
     double m_height;
+    // One of each for every callout.
+    std::vector<du::SmartPtr<zrannotations::Callout>> m_sources;
     std::vector<SheetCallout> m_callouts;
-    std::vector<Balloon> m_balloons;  // one for each callout
+    std::vector<Balloon> m_balloons;
 };
 
 }  // namespace zrsheet

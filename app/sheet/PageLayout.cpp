@@ -46,6 +46,16 @@ PageLayout LayOutPage(int width, int height, const PartsTable& table, const Shee
     return layout;
 }
 
+void SetFigureSize(PageLayout& layout, int width, int height) {
+    PageBox& figure = layout.figure;
+    const double wider = std::max(figure.x0 + width - figure.x1, 0.0);
+    figure.x1 = figure.x0 + width;
+    figure.y1 = figure.y0 + height;
+    for (SheetTable& table : layout.tables) Shift(table.box, wider, 0.0);
+    layout.width += wider;
+    layout.height = std::max(layout.height, figure.y1 + kMargin);
+}
+
 PagePoint MakeRoom(PageLayout& layout, const std::vector<PageBox>& balloons) {
     PageBox needed = layout.figure;
     for (const PageBox& balloon : balloons) {

@@ -22,6 +22,9 @@ struct PageLayout {
 /// Requires: the page is at least kLeastWidth x kLeastHeight.
 [[nodiscard]] PageLayout LayOutPage(int width, int height, const PartsTable& table, const SheetStyle& style);
 
+/// Gives the figure another size; the tables move, and the page grows, where they are in its way.
+void SetFigureSize(PageLayout& layout, int width, int height);
+
 /// Makes the page larger and moves the tables until balloons that stand out of the figure have room, and
 /// moves the figure. Returns by how much everything in the figure moved right and down; `balloons` are page
 /// pixels.

@@ -6,16 +6,10 @@
 #include <string>
 #include <vector>
 
+#include "app/document/LeaderChoice.h"
 #include "app/document/ViewDirection.h"
 
 namespace zrsheet {
-
-/// Which instances of a part a callout leads to.
-enum class LeaderChoice {
-    One,          // the instance that is seen best
-    All,          // every instance, from one balloon
-    PerInstance,  // a balloon of its own for every instance
-};
 
 struct SheetOptions {
     std::filesystem::path model;

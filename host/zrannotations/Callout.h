@@ -159,6 +159,8 @@ public:
     void SetLabelPosition(const dg::DPoint3D& position);
     /// In world coordinates; false when the part that it is relative to is gone.
     bool GetMarkupLabelPosition(dg::DPoint3D& out) const;
+    /// The same; false, and nothing changed, when the part is gone.
+    bool SetMarkupLabelPosition(const dg::DPoint3D& world);
     /// Whether the label stays at its pixel while the camera moves.
     bool IsLabelInScreenSpace() const;
     /// Keeps the label at the pixel of `view` where it is now.

@@ -114,6 +114,13 @@ bool Callout::GetMarkupLabelPosition(dg::DPoint3D& out) const {
     return true;
 }
 
+bool Callout::SetMarkupLabelPosition(const dg::DPoint3D& world) {
+    dg::DMat44 toWorld;
+    if (!LabelFrame(toWorld)) return false;
+    SetLabelPosition(world * toWorld.Invert());
+    return true;
+}
+
 bool Callout::IsLabelInScreenSpace() const {
     const std::lock_guard hold(m_mutex);
     return static_cast<bool>(m_screenView);

@@ -9,10 +9,8 @@ namespace {
 
 /// The pieces with what they are: 'text' or [group|name].
 std::string Pieces(const std::string& text) {
-    zrannotations::TAnnotation::Contents contents;
-    ParseLabelTemplate(text)->GetTextContent(contents);
     std::string pieces;
-    for (const auto& content : contents) {
+    for (const auto& content : ParseLabelTemplate(text)) {
         pieces += content->Kind() == 0 ? "'" + content->TextOrGroup() + "'"
                                        : "[" + content->TextOrGroup() + "|" + content->PropertyName() + "]";
     }

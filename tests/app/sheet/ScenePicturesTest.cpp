@@ -4,8 +4,8 @@
 
 #include <algorithm>
 
+#include "app/document/Document.h"
 #include "app/sheet/CalloutPlates.h"
-#include "app/sheet/Illustrator.h"
 #include "tests/app/document/AssemblyMaker.h"
 #include "zrannotations/Inset.h"
 #include "zrkapp/illustration/HostSession.h"
@@ -33,28 +33,27 @@ Assembly TwoBoxes() {
 class ScenePictures : public ::testing::Test {
 protected:
     ScenePictures() {
-        m_options.view = ParseViewDirection("front");
-        m_model.LookAt(m_options.view, 320, 240, 80.0);
-        m_illustrator.CreateCallouts({});
-        m_illustrator.AnswerPicks();
+        m_document.Model().LookAt(ParseViewDirection("front"), 320, 240, 80.0);
+        m_document.CreateCallouts({}, {});
+        m_document.Settle();
     }
 
     InsetPtr AddInset(const dg::DPoint3D& source) {
         const InsetPtr inset(
-            new zrannotations::Inset(m_model.View(), {source, kGlassCentre, kRadius, kFactor}));
+            new zrannotations::Inset(m_document.View(), {source, kGlassCentre, kRadius, kFactor}));
         AnnoSet()->AddAnnotationToSet(inset, nullptr);
         return inset;
     }
     du::SmartPtr<zrk::AnnoSet> AnnoSet() const {
         du::SmartPtr<zrk::AnnoSet> annoSet;
-        m_model.Scene()->GetAnnoSet(annoSet);
+        m_document.Scene()->GetAnnoSet(annoSet);
         return annoSet;
     }
     std::vector<SheetInset> Insets() const {
-        return InsetsOf(*AnnoSet(), *m_model.Scene()->GetPickScene(), kFigure, 1);
+        return InsetsOf(*AnnoSet(), *m_document.Scene()->GetPickScene(), kFigure, 1);
     }
     SheetCallout Plate(const std::string& label) const {
-        auto plates = CalloutPlates(m_illustrator.Callouts(), kFigure, {}).Take();
+        auto plates = CalloutPlates(m_document.Callouts(), kFigure, {}).Take();
         return *std::find_if(plates.begin(), plates.end(),
                              [&](const SheetCallout& plate) { return plate.label == label; });
     }
@@ -64,10 +63,8 @@ protected:
         return {anchor.x - kFigure.x0, anchor.y - kFigure.y0, 0.0};
     }
 
-    SheetOptions m_options;
     zrkapp::illustration::HostSession m_session{1};
-    ProductModel m_model{TwoBoxes()};
-    Illustrator m_illustrator{m_model, m_options};
+    Document m_document{TwoBoxes(), Document::Settings()};
 };
 
 bool IsWhite(const Raster& raster) {
@@ -99,7 +96,7 @@ TEST_F(ScenePictures, AGlassShowsItsSourceAndLiesOnTheSamePage) {
 TEST_F(ScenePictures, ALeaderThroughAGlassEndsWhereTheGlassShowsItsEnd) {
     const SheetCallout before = Plate("2");
     const dg::DPoint3D end = AnchorOf(before);
-    const auto callouts = m_illustrator.Callouts();
+    const auto callouts = m_document.Callouts();
     const auto callout = *std::find_if(callouts.begin(), callouts.end(),
                                        [](const auto& c) { return c->GetMarkupText().Text() == "2"; });
     callout->SetInsetAtPos(AddInset({end.x - 3, end.y + 2, 0}), 0);
@@ -125,7 +122,7 @@ TEST_F(ScenePictures, CoveredLeadersAreDashedAndTakeOnTheGround) {
         {true, true, {1, 1, 1, 1}, false, "#999999"},
         {true, true, {1, 0.5F, 0, 1}, false, "#994d00"},
     };
-    const auto callout = m_illustrator.Callouts().front();
+    const auto callout = m_document.Callouts().front();
     for (const Case& c : cases) {
         callout->SetHiddenAsDashedAtPos(c.dashed, 0);
         callout->SetDimAtPos(c.dim, 0, c.ground);

@@ -1,4 +1,4 @@
-#include "app/sheet/Illustrator.h"
+#include "app/document/Document.h"
 
 #include <gtest/gtest.h>
 
@@ -18,7 +18,7 @@
 namespace zrsheet {
 namespace {
 
-using CalloutPtr = Illustrator::CalloutPtr;
+using CalloutPtr = Document::CalloutPtr;
 using zrannotations::Callout;
 using PartPtr = du::SmartPtr<zrk::ShapeInstance>;
 
@@ -28,22 +28,28 @@ constexpr int kHeight = 480;
 /// As outputs write it down.
 double Rounded(double pixel) { return std::round(pixel * 100.0) / 100.0; }
 
+struct Options {
+    Document::Settings settings;
+    Document::Patterns selection;
+    std::string view = "iso";
+};
+
 /// A model with its callouts, and questions to the view about where they lead.
 class Illustration {
 public:
-    Illustration(const Assembly& assembly, SheetOptions options)
-        : m_options(std::move(options)), m_session(2), m_model(assembly), m_illustrator(m_model, m_options) {
-        m_model.LookAt(m_options.view, kWidth, kHeight, 60.0);
-        m_illustrator.CreateCallouts({});
-        m_illustrator.AnswerPicks();
-        m_callouts = m_illustrator.Callouts();
+    Illustration(const Assembly& assembly, const Options& options)
+        : m_session(2), m_document(assembly, options.settings) {
+        m_document.Model().LookAt(ParseViewDirection(options.view), kWidth, kHeight, 60.0);
+        m_document.CreateCallouts(options.selection, {});
+        m_document.Settle();
+        m_callouts = m_document.Callouts();
     }
 
     const std::vector<CalloutPtr>& Callouts() const { return m_callouts; }
-    const zrk::illustration::ItemsList& Items() const { return *m_illustrator.Items(); }
+    const zrk::illustration::ItemsList& Items() const { return *m_document.Items(); }
 
     bool IsSeen(const zrk::ShapeInstance& part) const {
-        return m_model.View()->GetVisibilityMap()->Find(part) != nullptr;
+        return m_document.View()->GetVisibilityMap()->Find(part) != nullptr;
     }
     /// The parts that the item's instances are, themselves or with all below them.
     std::vector<PartPtr> PartsOf(unsigned item) const;
@@ -55,17 +61,15 @@ public:
 private:
     void Collect(const zrk::illustration::SbomInstance& instance, std::vector<PartPtr>& parts) const;
 
-    SheetOptions m_options;
     zrkapp::illustration::HostSession m_session;
-    ProductModel m_model;
-    Illustrator m_illustrator;
+    Document m_document;
     std::vector<CalloutPtr> m_callouts;
 };
 
 void Illustration::Collect(const zrk::illustration::SbomInstance& instance,
                            std::vector<PartPtr>& parts) const {
     PartPtr part;
-    m_model.Scene()->GetShapeInstance(instance.GetEbomInstance(), part);
+    m_document.Scene()->GetShapeInstance(instance.GetEbomInstance(), part);
     if (part) parts.push_back(part);
     for (const auto& child : instance.GetChildren()) Collect(*child, parts);
 }
@@ -90,10 +94,10 @@ const zrk::Object* Illustration::MetAt(const Callout& callout, unsigned leader, 
     dg::Camera3D camera;
     callout.GetAnchorAtPos(leader, anchor);
     callout.GetInstanceLocationAtPos(location, leader);
-    m_model.View()->GetCamera(camera);
+    m_document.View()->GetCamera(camera);
     const dg::DPoint3D pixel = anchor * location * camera.GetWorldToPixel();
     const dg::Ray ray = camera.PixelRay(Rounded(pixel.x), Rounded(pixel.y));
-    const auto scene = m_model.Scene()->GetPickScene();
+    const auto scene = m_document.Scene()->GetPickScene();
     const auto met = only ? scene->PickOnly(*only, ray, zrk::PICK_ALL) : scene->Pick(ray, zrk::PICK_ALL);
     return met.empty() ? nullptr : met.front().GetObject().get();
 }
@@ -168,7 +172,7 @@ std::size_t InstanceCount(const Illustration& illustration) {
     return count;
 }
 
-void ExpectSound(const Assembly& assembly, const SheetOptions& options) {
+void ExpectSound(const Assembly& assembly, const Options& options) {
     const Illustration illustration(assembly, options);
     ExpectAllItemsCalledOut(illustration);
     for (const auto& callout : illustration.Callouts()) {
@@ -178,19 +182,19 @@ void ExpectSound(const Assembly& assembly, const SheetOptions& options) {
             SCOPED_TRACE("leader to " + callout->GetShapeInstanceIdAtPos(leader));
             ExpectLeaderOnPart(illustration, *callout, leader);
         }
-        ExpectSeenWherePossible(illustration, *callout, options.leaders);
+        ExpectSeenWherePossible(illustration, *callout, options.settings.leaders);
     }
     const std::size_t instances = InstanceCount(illustration);
-    const bool isOne = options.leaders == LeaderChoice::One;
+    const bool isOne = options.settings.leaders == LeaderChoice::One;
     EXPECT_EQ(LeaderCount(illustration, false), instances);
     EXPECT_EQ(LeaderCount(illustration, true), isOne ? illustration.Items().GetItemIds().size() : instances);
 }
 
-SheetOptions Options(const std::string& view, LeaderChoice leaders, bool isHierarchical) {
-    SheetOptions options;
-    options.view = ParseViewDirection(view);
-    options.leaders = leaders;
-    options.isHierarchical = isHierarchical;
+Options MakeOptions(const std::string& view, LeaderChoice leaders, bool isHierarchical) {
+    Options options;
+    options.view = view;
+    options.settings.leaders = leaders;
+    options.settings.isHierarchical = isHierarchical;
     return options;
 }
 
@@ -206,22 +210,22 @@ const std::vector<Way> kWays{
     {"left", LeaderChoice::PerInstance, false}, {"iso", LeaderChoice::PerInstance, true},
 };
 
-TEST(Illustrator, LeadsToEveryPartOfTheSample) {
+TEST(Document, LeadsToEveryPartOfTheSample) {
     for (const Way& way : kWays) {
         SCOPED_TRACE(std::string(way.view) + (way.isHierarchical ? ", hierarchical" : ", flat"));
-        ExpectSound(SampleAssembly(), Options(way.view, way.leaders, way.isHierarchical));
+        ExpectSound(SampleAssembly(), MakeOptions(way.view, way.leaders, way.isHierarchical));
     }
 }
 
 // Each model goes one way, so that all ways are gone by one of them.
-TEST(Illustrator, LeadsToEveryPartOfModelsByOthers) {
+TEST(Document, LeadsToEveryPartOfModelsByOthers) {
     const auto files = ModelsByOthers();
     if (files.empty()) GTEST_SKIP() << "no folder of models; set ZR_MODELS";
     for (std::size_t i = 0; i < files.size(); ++i) {
         const Way& way = kWays[i % kWays.size()];
         SCOPED_TRACE(files[i].filename().string() + ", " + way.view +
                      (way.isHierarchical ? ", hierarchical" : ", flat"));
-        ExpectSound(ImportedModel(files[i]), Options(way.view, way.leaders, way.isHierarchical));
+        ExpectSound(ImportedModel(files[i]), MakeOptions(way.view, way.leaders, way.isHierarchical));
     }
 }
 
@@ -238,8 +242,8 @@ Assembly BoxWithCore() {
     return maker.Get();
 }
 
-TEST(Illustrator, DashesOnlyWhatNobodyCanSee) {
-    const Illustration one(BoxWithCore(), Options("iso", LeaderChoice::One, false));
+TEST(Document, DashesOnlyWhatNobodyCanSee) {
+    const Illustration one(BoxWithCore(), MakeOptions("iso", LeaderChoice::One, false));
     std::map<std::string, bool> dashed;
     for (const auto& callout : one.Callouts()) {
         const unsigned drawn = callout->GetDrawnLeaders().at(0);
@@ -248,18 +252,18 @@ TEST(Illustrator, DashesOnlyWhatNobodyCanSee) {
     EXPECT_EQ(dashed, (std::map<std::string, bool>{{"/Shell", false}, {"/Core", true}, {"/Pin_2", false}}));
 }
 
-TEST(Illustrator, CallsOutWhatIsSelectedAndNothingElse) {
-    SheetOptions options = Options("iso", LeaderChoice::One, false);
+TEST(Document, CallsOutWhatIsSelectedAndNothingElse) {
+    Options options = MakeOptions("iso", LeaderChoice::One, false);
     options.selection = {"/Core", "Sh*"};
-    options.labelTemplate = "{name} {quantity}x {{{item}}}";
+    options.settings.labelTemplate = "{name} {quantity}x {{{item}}}";
     const Illustration some(BoxWithCore(), options);
     std::vector<std::string> texts;
     for (const auto& callout : some.Callouts()) texts.push_back(callout->GetMarkupText().Text());
     EXPECT_EQ(texts, (std::vector<std::string>{"Shell 1x {1}", "Core 1x {2}"})) << "in the order of the list";
 }
 
-TEST(Illustrator, SaysThatNothingIsSelected) {
-    SheetOptions options = Options("iso", LeaderChoice::One, false);
+TEST(Document, SaysThatNothingIsSelected) {
+    Options options = MakeOptions("iso", LeaderChoice::One, false);
     options.selection = {"Wing*", "/Tail"};
     try {
         const Illustration none(BoxWithCore(), options);

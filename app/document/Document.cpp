@@ -1,0 +1,259 @@
+#include "app/document/Document.h"
+
+#include <algorithm>
+#include <stdexcept>
+
+#include "app/document/ActionStep.h"
+#include "app/document/CalloutIds.h"
+#include "app/document/InstancePattern.h"
+#include "app/document/UserError.h"
+#include "callouts/generator/CalloutGenerator.h"
+#include "du/Localizer.h"
+#include "zrk/annotation/AnnoSet.h"
+#include "zrk/world/ComponentLibrary.h"
+#include "zrk/world/Kernel.h"
+#include "zrk/world/World.h"
+
+namespace zrsheet {
+namespace {
+
+using zrk::illustration::SbomInstanceSelectionItem;
+
+constexpr const char* kComponent = "zrcallouts";
+constexpr const char* kTagProperty = "Tag";
+
+std::string Quoted(const Document::Patterns& patterns) {
+    std::string text;
+    for (const auto& pattern : patterns) text += " '" + pattern + "'";
+    return text;
+}
+
+/// Passes the task's progress on to the author.
+class ProgressEvent : public zrk::AsyncEvent {
+public:
+    explicit ProgressEvent(const ProgressSink& sink) : m_sink(sink) {}
+
+    void OnProgress(unsigned char percent) override {
+        if (m_sink) m_sink(percent);
+    }
+
+private:
+    const ProgressSink& m_sink;
+};
+
+du::SmartPtr<zrcallouts::Callouts> LoadedEngine() {
+    du::SmartPtr<du::RefCounted> made;
+    try {
+        zrk::ComponentLibrary(kComponent).Create("create", "callouts", "calloutengine", made);
+    } catch (const std::runtime_error& error) {
+        throw UserError(std::string(error.what()) + "; install zrsheet again");
+    }
+    const auto engine = du::DynamicCast<zrcallouts::Callouts>(made);
+    if (!engine) throw UserError("the component zrcallouts makes no engine; install zrsheet again");
+    return engine;
+}
+
+}  // namespace
+
+Document::Document(Assembly assembly, const Settings& settings)
+    : m_model(std::move(assembly)), m_page(settings.width, settings.height) {
+    m_templates.Define(kFirstTemplate, settings.labelTemplate);
+    m_itemList = zritemlist::ItemList::GetItemListForScene(Scene());
+    zrk::illustration::ItemsList::Numbering numbering;
+    numbering.hierarchical = settings.isHierarchical;
+    Items()->SetNumbering(numbering);
+    ListParts();
+    m_engine = LoadedEngine();
+    m_engine->Initialize(Scene());
+    m_engine->SetTemplate(m_templates.Get(kFirstTemplate)->definition);
+    ApplyLeaders(settings.leaders);
+}
+
+Document::~Document() = default;
+
+void Document::ListParts() {
+    m_itemList->GenerateFromStructure(m_model.Root(), nullptr);
+    for (const unsigned id : Items()->GetItemIds()) {
+        const auto instances = Items()->GetOrderedInstances(id);
+        du::Symbol tag;
+        if (instances.front()->FindProperty(du::Symbol::EMPTY, du::Symbol(kTagProperty), du::Symbol::EMPTY,
+                                            tag)) {
+            Items()->SetTag(id, tag.Text());
+        }
+    }
+}
+
+void Document::Record(std::function<void()> undo, std::function<void()> redo) const {
+    [[maybe_unused]] const ActionStep step(std::move(undo), std::move(redo));
+}
+
+void Document::SetPage(int width, int height) {
+    const std::pair after(width, height);
+    const std::pair before = std::exchange(m_page, after);
+    Record([this, before] { m_page = before; }, [this, after] { m_page = after; });
+}
+
+LeaderChoice Document::Leaders() const {
+    if (m_engine->GetDrawOneForSamePart()) return LeaderChoice::One;
+    return m_engine->GetCombineForSamePart() ? LeaderChoice::All : LeaderChoice::PerInstance;
+}
+
+void Document::ApplyLeaders(LeaderChoice choice) {
+    m_engine->SetCombineForSamePart(choice == LeaderChoice::All);
+    m_engine->SetDrawOneForSamePart(choice == LeaderChoice::One);
+}
+
+void Document::SetLeaders(LeaderChoice choice) {
+    const LeaderChoice before = Leaders();
+    ApplyLeaders(choice);
+    Record([this, before] { ApplyLeaders(before); }, [this, choice] { ApplyLeaders(choice); });
+}
+
+std::string Document::Language() const { return du::Localizer::GetLanguage(); }
+
+void Document::ApplyLanguage(const std::string& language) const {
+    if (!zrk::World::GetWorld()->SetLanguage(language)) {
+        throw UserError("language '" + language + "': no texts; there are en, de, fr, es and ja");
+    }
+}
+
+void Document::SetLanguage(const std::string& language) {
+    const std::string before = Language();
+    ApplyLanguage(language);
+    Record([this, before] { ApplyLanguage(before); }, [this, language] { ApplyLanguage(language); });
+}
+
+void Document::DefineTemplate(const std::string& name, const std::string& text) {
+    const auto before = m_templates.Get(name);
+    m_templates.Define(name, text);
+    const auto after = m_templates.Get(name);
+    Record([this, name, before] { m_templates.Put(name, before); },
+           [this, name, after] { m_templates.Put(name, after); });
+}
+
+void Document::RemoveTemplate(const std::string& name) {
+    const auto before = m_templates.Get(name);
+    if (!before) throw UserError("template '" + name + "': there is none of that name");
+    if (name == CurrentTemplate()) {
+        throw UserError("template '" + name + "': it is in use for new callouts; use another one first");
+    }
+    m_templates.Put(name, std::nullopt);
+    Record([this, name, before] { m_templates.Put(name, before); },
+           [this, name] { m_templates.Put(name, std::nullopt); });
+}
+
+std::string Document::CurrentTemplate() const { return m_engine->GetTemplate()->GetId(); }
+
+void Document::UseTemplate(const std::string& name) {
+    const auto entry = m_templates.Get(name);
+    if (!entry) throw UserError("template '" + name + "': there is none of that name; define it first");
+    const auto before = m_engine->GetTemplate();
+    m_engine->SetTemplate(entry->definition);
+    Record([this, before] { m_engine->SetTemplate(before); },
+           [this, after = entry->definition] { m_engine->SetTemplate(after); });
+}
+
+std::vector<Document::SbomPtr> Document::FindInstances(const Patterns& patterns) const {
+    std::vector<SbomPtr> found;
+    for (const auto& instance : m_model.Instances()) {
+        if (IsSelected(instance->GetIdentifier().Text(), patterns)) found.push_back(instance);
+    }
+    return found;
+}
+
+std::vector<Document::ShapePtr> Document::FindShapes(const Patterns& patterns) const {
+    std::vector<ShapePtr> found;
+    for (const auto& instance : FindInstances(patterns)) {
+        ShapePtr shape;
+        Scene()->GetShapeInstance(instance->GetEbomInstance(), shape);
+        if (shape) found.push_back(shape);
+    }
+    return found;
+}
+
+std::vector<Document::CalloutPtr> Document::FindCallouts(const std::string& name) const {
+    auto callouts = Callouts();
+    const auto ids = CalloutIds(callouts);
+    const auto id = std::find(ids.begin(), ids.end(), name);
+    if (id != ids.end()) return {callouts[static_cast<std::size_t>(id - ids.begin())]};
+    std::erase_if(callouts, [&name](const CalloutPtr& callout) {
+        return !MatchesGlob(callout->GetMarkupText().Text(), name);
+    });
+    return callouts;
+}
+
+std::vector<du::SmartPtr<zrannotations::Inset>> Document::Insets() const {
+    du::SmartPtr<zrk::AnnoSet> annoSet;
+    Scene()->GetAnnoSet(annoSet);
+    std::vector<du::SmartPtr<zrannotations::Inset>> insets;
+    for (const auto& annotation : annoSet->GetAnnotations()) {
+        if (const auto inset = du::DynamicCast<zrannotations::Inset>(annotation)) insets.push_back(inset);
+    }
+    return insets;
+}
+
+std::vector<Document::CalloutPtr> Document::Callouts() const {
+    du::SmartPtr<zrk::AnnoSet> annoSet;
+    Scene()->GetAnnoSet(annoSet);
+    std::vector<std::pair<unsigned, CalloutPtr>> keyed;
+    for (const auto& annotation : annoSet->GetAnnotations()) {
+        const auto callout = du::DynamicCast<zrannotations::Callout>(annotation);
+        if (!callout) continue;
+        unsigned id = 0;
+        keyed.emplace_back(callout->GetItemId(id) ? Items()->GetIndex(id) : ~0U, callout);
+    }
+    std::stable_sort(keyed.begin(), keyed.end(),
+                     [](const auto& a, const auto& b) { return a.first < b.first; });
+    std::vector<CalloutPtr> callouts;
+    callouts.reserve(keyed.size());
+    for (auto& [index, callout] : keyed) callouts.push_back(std::move(callout));
+    return callouts;
+}
+
+void Document::CreateCallouts(const Patterns& patterns, const ProgressSink& progress) {
+    zrcallouts::CalloutGenerator::Selection selection;
+    for (const auto& instance : FindInstances(patterns)) {
+        unsigned id = 0;
+        if (Items()->GetItemIdForInstance(instance, id))
+            selection.emplace_back(new SbomInstanceSelectionItem(instance));
+    }
+    if (selection.empty()) {
+        throw UserError("select" + Quoted(patterns) +
+                        ": no part matches; patterns are names or paths such as 'Bolt*' or '/Pump/*'");
+    }
+    const du::SmartPtr<zrk::AsyncEvent> event(new ProgressEvent(progress));
+    zrcallouts::CalloutGenerator::CreateCallouts(m_engine, std::move(selection), event);
+    zrk::World::GetWorld()->GetTaskPool()->WaitIdle();
+}
+
+// The first round of answers moves the leaders' ends onto the surfaces; what covers them is asked then. The
+// view's timer sees only that the camera changed.
+void Document::Settle() {
+    const auto kernel = zrk::Kernel::GetKernel();
+    zrk::World::GetWorld()->GetTaskPool()->WaitIdle();
+    kernel->DispatchEvents();
+    const std::uint64_t revision = Scene()->GetRevision();
+    dg::Camera3D camera;
+    View()->GetCamera(camera);
+    const bool havePartsChanged = std::exchange(m_checkedRevision, revision) != revision;
+    const bool hasCameraChanged = std::exchange(m_checkedCamera, camera) != camera;
+    if (havePartsChanged || hasCameraChanged) m_engine->OnWindowSize();  // what insets show
+    if (havePartsChanged) m_engine->OnDrawWhenHidden(View());
+    kernel->DispatchEvents();
+    View()->OnTimer();
+    kernel->DispatchEvents();
+}
+
+bool Document::Undo() {
+    const bool isDone = Scene()->GetHistory().Undo();
+    Settle();
+    return isDone;
+}
+
+bool Document::Redo() {
+    const bool isDone = Scene()->GetHistory().Redo();
+    Settle();
+    return isDone;
+}
+
+}  // namespace zrsheet
