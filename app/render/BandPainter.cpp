@@ -1,6 +1,7 @@
 #include "app/render/BandPainter.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <cstddef>
 #include <cstdint>
@@ -12,6 +13,17 @@ namespace {
 // Reach of the filter from the middle of a pixel, in pixels. A tent draws slanting lines more evenly than the
 // mean of the pixel's own samples, which is what half a pixel would be.
 constexpr double kFilterReach = 0.85;
+
+using Ground = std::array<double, 3>;  // red, green, blue
+
+Ground GroundOf(const PictureStyle& style, int row, int rows) {
+    const double share = (row + 0.5) / rows;
+    const auto mix = [share](float top, float bottom) {
+        return static_cast<double>(top) + share * static_cast<double>(bottom - top);
+    };
+    return {mix(style.groundTop.r, style.groundBottom.r), mix(style.groundTop.g, style.groundBottom.g),
+            mix(style.groundTop.b, style.groundBottom.b)};
+}
 
 }  // namespace
 
@@ -144,32 +156,39 @@ void BandPainter::DrawLine(Band& band, int x, int y, bool isVertical) const {
 }
 
 void BandPainter::Resolve(const Band& band, int first, int last, Raster& raster) const {
-    // Column by column first: the tones of a picture row, still with every sample's column.
-    std::vector<double> tones(static_cast<std::size_t>(band.GetWidth()));
-    for (int y = first; y < last; ++y) {
-        std::fill(tones.begin(), tones.end(), 0.0);
-        for (const Tap& tap : m_taps) {
-            for (int x = 0; x < band.GetWidth(); ++x) {
-                tones[static_cast<std::size_t>(x)] +=
-                    tap.weight * ToneAt(band, x, y * m_samples + tap.offset);
-            }
+    std::vector<Shade> columns(static_cast<std::size_t>(band.GetWidth()));
+    for (int y = first; y < last; ++y) ResolveRow(band, y, columns, raster);
+}
+
+// Column by column first: the shades of a picture row, still with every sample's column.
+void BandPainter::ResolveRow(const Band& band, int y, std::vector<Shade>& columns, Raster& raster) const {
+    std::fill(columns.begin(), columns.end(), Shade());
+    for (const Tap& tap : m_taps) {
+        for (int x = 0; x < band.GetWidth(); ++x) {
+            columns[static_cast<std::size_t>(x)].Add(tap.weight,
+                                                     ShadeAt(band, x, y * m_samples + tap.offset));
         }
-        const std::size_t start = 3 * static_cast<std::size_t>(y) * static_cast<std::size_t>(raster.width);
-        for (int x = 0; x < raster.width; ++x) {
-            double sum = 0.0;
-            for (const Tap& tap : m_taps) {
-                const int column = std::clamp(x * m_samples + tap.offset, 0, band.GetWidth() - 1);
-                sum += tap.weight * tones[static_cast<std::size_t>(column)];
-            }
-            std::fill_n(&raster.pixels[start + 3 * static_cast<std::size_t>(x)], 3,
-                        static_cast<std::uint8_t>(std::lround(255.0 * sum)));
+    }
+    const Ground ground = GroundOf(m_style, y, raster.height);
+    std::uint8_t* pixel =
+        &raster.pixels[3 * static_cast<std::size_t>(y) * static_cast<std::size_t>(raster.width)];
+    for (int x = 0; x < raster.width; ++x) {
+        Shade shade;
+        for (const Tap& tap : m_taps) {
+            const int column = std::clamp(x * m_samples + tap.offset, 0, band.GetWidth() - 1);
+            shade.Add(tap.weight, columns[static_cast<std::size_t>(column)]);
+        }
+        for (const double channel : ground) {
+            const double tone = shade.tone - shade.ground * (1.0 - channel);
+            *pixel++ = static_cast<std::uint8_t>(std::lround(255.0 * std::clamp(tone, 0.0, 1.0)));
         }
     }
 }
 
-double BandPainter::ToneAt(const Band& band, int x, int y) const {
+BandPainter::Shade BandPainter::ShadeAt(const Band& band, int x, int y) const {
     const auto ink = static_cast<double>(band.InkAt(x, y));
-    return ToneOf(band.SampleAt(x, y)) * (1.0 - ink) + m_style.ink * ink;
+    const SurfaceSample& sample = band.SampleAt(x, y);
+    return {ToneOf(sample) * (1.0 - ink) + m_style.ink * ink, sample.IsGround() ? 1.0 - ink : 0.0};
 }
 
 double BandPainter::ToneOf(const SurfaceSample& sample) const {

@@ -29,13 +29,24 @@ private:
         int offset = 0;
         double weight = 0.0;
     };
+    /// As on white ground, and how much of it the ground makes up.
+    struct Shade {
+        double tone = 0.0;
+        double ground = 0.0;
+
+        void Add(double weight, const Shade& other) {
+            tone += weight * other.tone;
+            ground += weight * other.ground;
+        }
+    };
 
     void RemoveSpecks(Band& band) const;
     bool IsSpeck(const Band& band, int x, int y, bool isVertical) const;
     void DrawLines(Band& band) const;
     void DrawLine(Band& band, int x, int y, bool isVertical) const;
     void Resolve(const Band& band, int first, int last, Raster& raster) const;
-    double ToneAt(const Band& band, int x, int y) const;
+    void ResolveRow(const Band& band, int y, std::vector<Shade>& columns, Raster& raster) const;
+    Shade ShadeAt(const Band& band, int x, int y) const;
     double ToneOf(const SurfaceSample& sample) const;
 
     const SurfaceSampler& m_sampler;

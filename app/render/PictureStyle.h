@@ -2,6 +2,8 @@
 
 #pragma once
 
+#include "dg/Color.h"
+
 namespace zrsheet {
 
 /// Line widths are in picture pixels and count for parts that are large on the picture; small parts get finer
@@ -11,12 +13,14 @@ struct PictureStyle {
     double outlineWidth = 2.3;  // the model against the ground
     double overlapWidth =
         1.7;  // a part before another that lies clearly behind it, or before a further piece of itself
-    double contactWidth = 1.25;    // two parts that touch
-    double creaseWidth = 0.9;      // two faces of a part
-    double creaseAngle = 32.0;     // degrees; faces that turn less are one smooth surface
-    double ink = 0.06;             // tone of the lines: 0 is black, 1 white
-    double darkestTone = 0.78;     // of a surface turned away from the light
-    double brightestTone = 0.985;  // of a surface that faces the light
+    double contactWidth = 1.25;                   // two parts that touch
+    double creaseWidth = 0.9;                     // two faces of a part
+    double creaseAngle = 32.0;                    // degrees; faces that turn less are one smooth surface
+    double ink = 0.06;                            // tone of the lines: 0 is black, 1 white
+    double darkestTone = 0.78;                    // of a surface turned away from the light
+    double brightestTone = 0.985;                 // of a surface that faces the light
+    dg::Color groundTop{1.0F, 1.0F, 1.0F, 1.0F};  // the ground's colour goes evenly from the one to the other
+    dg::Color groundBottom{1.0F, 1.0F, 1.0F, 1.0F};
 };
 
 }  // namespace zrsheet

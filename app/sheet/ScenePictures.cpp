@@ -19,8 +19,8 @@ PagePoint OnPage(const dg::DPoint3D& pixel, const PageBox& figure) {
 
 /// Only the pixels around the glass are drawn. The box is laid on whole pixels of the view, as its picture
 /// is.
-void TakePicture(const Inset& inset, const zrk::PickScene& scene, const PageBox& figure, unsigned threads,
-                 SheetInset& out) {
+void TakePicture(const Inset& inset, const zrk::PickScene& scene, const PictureStyle& style,
+                 const PageBox& figure, unsigned threads, SheetInset& out) {
     const Inset::Glass glass = inset.GetGlass();
     const double left = std::floor(glass.centre.x - glass.radius);
     const double top = std::floor(glass.centre.y - glass.radius);
@@ -31,19 +31,20 @@ void TakePicture(const Inset& inset, const zrk::PickScene& scene, const PageBox&
     if (!inset.GetMagnifierCamera(magnifier)) return;
     dg::Camera3D window = magnifier.Magnified({left, top, 0.0}, {0.0, 0.0, 0.0}, 1.0);
     window.SetViewport(static_cast<int>(width), static_cast<int>(height));
-    out.picture = PictureOf(scene, window, threads);
+    out.picture = PictureOf(scene, window, style, threads);
 }
 
 }  // namespace
 
-Raster PictureOf(const zrk::PickScene& scene, const dg::Camera3D& camera, unsigned threads) {
+Raster PictureOf(const zrk::PickScene& scene, const dg::Camera3D& camera, const PictureStyle& style,
+                 unsigned threads) {
     std::vector<std::uint32_t> numbers(scene.GetParts().size());
     std::iota(numbers.begin(), numbers.end(), 0U);
-    return RenderPicture(scene.GetRays(), camera, PictureStyle(), numbers, threads);
+    return RenderPicture(scene.GetRays(), camera, style, numbers, threads);
 }
 
 std::vector<SheetInset> InsetsOf(const zrk::AnnoSet& annotations, const zrk::PickScene& scene,
-                                 const PageBox& figure, unsigned threads) {
+                                 const PictureStyle& style, const PageBox& figure, unsigned threads) {
     std::vector<SheetInset> insets;
     int number = 0;
     for (const auto& annotation : annotations.GetAnnotations()) {
@@ -57,7 +58,7 @@ std::vector<SheetInset> InsetsOf(const zrk::AnnoSet& annotations, const zrk::Pic
         taken.factor = static_cast<double>(glass.factor);
         taken.glass = {OnPage(glass.centre, figure), glass.radius};
         taken.source = {OnPage(glass.source, figure), glass.radius / taken.factor};
-        TakePicture(*inset, scene, figure, threads, taken);
+        TakePicture(*inset, scene, style, figure, threads, taken);
     }
     return insets;
 }

@@ -4,6 +4,7 @@
 
 #include <vector>
 
+#include "app/render/PictureStyle.h"
 #include "app/sheet/Sheet.h"
 #include "dg/Camera3D.h"
 #include "zrk/annotation/AnnoSet.h"
@@ -12,11 +13,13 @@
 namespace zrsheet {
 
 /// What `camera` sees of the parts that are visible, as large as its viewport.
-[[nodiscard]] Raster PictureOf(const zrk::PickScene& scene, const dg::Camera3D& camera, unsigned threads);
+[[nodiscard]] Raster PictureOf(const zrk::PickScene& scene, const dg::Camera3D& camera,
+                               const PictureStyle& style, unsigned threads);
 
 /// The glasses among the annotations that are visible. `figure` is where the view's picture lies on the page.
 /// An inset's id counts all insets of the scene, so that it stays when others are hidden.
 [[nodiscard]] std::vector<SheetInset> InsetsOf(const zrk::AnnoSet& annotations, const zrk::PickScene& scene,
-                                               const PageBox& figure, unsigned threads);
+                                               const PictureStyle& style, const PageBox& figure,
+                                               unsigned threads);
 
 }  // namespace zrsheet

@@ -47,10 +47,13 @@ void Shift(SheetInset& inset, const PagePoint& move) {
 void TakePictures(const Document& document, const dg::Camera3D& camera, const PageBox& figure,
                   unsigned threads, Sheet& sheet) {
     const auto scene = document.Scene()->GetPickScene();
-    sheet.picture = PictureOf(*scene, camera, threads);
+    PictureStyle style;
+    dg::Color border;
+    document.View()->GetBackgroundColors(style.groundTop, style.groundBottom, border);
+    sheet.picture = PictureOf(*scene, camera, style, threads);
     du::SmartPtr<zrk::AnnoSet> annotations;
     document.Scene()->GetAnnoSet(annotations);
-    sheet.insets = InsetsOf(*annotations, *scene, figure, threads);
+    sheet.insets = InsetsOf(*annotations, *scene, style, figure, threads);
 }
 
 SheetModel Describe(const ProductModel& model, const PageBox& figure) {

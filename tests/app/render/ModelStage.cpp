@@ -90,7 +90,7 @@ void ModelStage::Add(std::uint32_t part, const ShapePtr& shape, const dg::Locati
 Raster ModelStage::Render(unsigned threads) {
     if (!m_isCommitted) m_scene.Commit();
     m_isCommitted = true;
-    return RenderPicture(m_scene, m_camera, PictureStyle(), m_parts, threads);
+    return RenderPicture(m_scene, m_camera, m_style, m_parts, threads);
 }
 
 int ToneAt(const Raster& raster, int x, int y) {

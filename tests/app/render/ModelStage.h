@@ -31,11 +31,13 @@ public:
 
     void Add(std::uint32_t part, const ShapePtr& shape, const dg::Location& location = {});
     void SetCamera(const dg::Camera3D& camera) { m_camera = camera; }
+    PictureStyle& Style() { return m_style; }
     Raster Render(unsigned threads = 2);
 
 private:
     zrg::RayScene m_scene;
     dg::Camera3D m_camera;
+    PictureStyle m_style;
     std::vector<std::uint32_t> m_parts;
     bool m_isCommitted = false;
 };

@@ -73,6 +73,22 @@ TEST(PartPicture, DrawsSmallPartsWithFinerLines) {
 }
 
 // Bands of rows are drawn side by side; a line near their seam reaches into both.
+// Surfaces and their lines stay grey.
+TEST(PartPicture, LiesOnAGroundThatGoesFromOneColourToTheOther) {
+    ModelStage stage(101, 101);
+    stage.Add(0, Plate(20, 20, 1, 1));
+    stage.Style().groundTop = {1.0F, 0.0F, 0.5F, 1.0F};
+    stage.Style().groundBottom = {0.0F, 0.0F, 1.0F, 1.0F};
+    const Raster raster = stage.Render();
+    const auto colour = [&raster](int x, int y) {
+        const auto* pixel = &raster.pixels[3 * static_cast<std::size_t>(y * raster.width + x)];
+        return std::tuple<int, int, int>(pixel[0], pixel[1], pixel[2]);
+    };
+    EXPECT_EQ(colour(5, 50), std::tuple(128, 0, 191));
+    const auto [red, green, blue] = colour(50, 50);
+    EXPECT_TRUE(red == green && green == blue && red > 190) << red << ' ' << green << ' ' << blue;
+}
+
 TEST(PartPicture, IsTheSameForAnyNumberOfThreads) {
     ModelStage stage(300, 250);
     for (int i = 0; i < 12; ++i) {

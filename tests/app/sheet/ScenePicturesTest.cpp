@@ -50,7 +50,7 @@ protected:
         return annoSet;
     }
     std::vector<SheetInset> Insets() const {
-        return InsetsOf(*AnnoSet(), *m_document.Scene()->GetPickScene(), kFigure, 1);
+        return InsetsOf(*AnnoSet(), *m_document.Scene()->GetPickScene(), PictureStyle(), kFigure, 1);
     }
     SheetCallout Plate(const std::string& label) const {
         auto plates = CalloutPlates(m_document.Callouts(), kFigure, {}).Take();
