@@ -17,6 +17,10 @@ public:
     /// Replaces the source text; translations and marks stay.
     LocalizableString& operator=(const Symbol& source);
 
+    const Symbol& GetSource() const { return m_source; }
+    /// By language.
+    const std::map<std::string, Symbol>& GetTranslations() const { return m_translations; }
+
     bool empty() const { return m_source.empty() && m_translations.empty(); }
     void SetTranslation(const std::string& language, const Symbol& text) { m_translations[language] = text; }
     /// Whether labels show this text instead of the generated one.
@@ -24,6 +28,8 @@ public:
     void SetEnabled(bool enabled) { m_isEnabled = enabled; }
     bool IsDeleted() const { return m_isDeleted; }
     void SetDeleted(bool deleted) { m_isDeleted = deleted; }
+
+    friend bool operator==(const LocalizableString&, const LocalizableString&) = default;
 
 private:
     Symbol m_source;

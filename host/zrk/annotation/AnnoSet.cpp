@@ -41,25 +41,55 @@ void AnnoSet::NotifyAdded(const AnnotationPtr& annotation) const {
 
 bool AnnoSet::AddAnnotationToSet(const AnnotationPtr& annotation, const du::SmartPtr<Operation>& operation) {
     if (!annotation) return false;
+    const bool isKept = KeepBefore(annotation);
     const auto place = Insert(annotation, std::nullopt);
-    if (place && operation)
+    if (place && operation && !isKept)
         operation->AddStep(new AnnoSetStep(this, annotation, *place, AnnoSetStep::Change::kAdded));
     NotifyAdded(annotation);
     return place.has_value();
 }
 
 void AnnoSet::PutBack(const AnnotationPtr& annotation, Place place) {
+    KeepBefore(annotation);
+    if (GetMembership(annotation).place != place) Erase(annotation);
     Insert(annotation, place);
     NotifyAdded(annotation);
+}
+
+bool AnnoSet::KeepBefore(const AnnotationPtr& annotation) const {
+    const auto scene = History::IsAnyActive() ? m_scene->Lock() : du::SmartPtr<Scene>();
+    return scene && scene->GetHistory().Keep(annotation);
+}
+
+AnnoSet::Membership AnnoSet::GetMembership(const AnnotationPtr& annotation) const {
+    const std::lock_guard hold(m_mutex);
+    const auto entry = m_places.find(annotation.get());
+    Membership membership;
+    if (entry != m_places.end()) membership.place = entry->second;
+    membership.isReferenced = m_referenced.count(annotation) != 0;
+    return membership;
+}
+
+void AnnoSet::SetMembership(const AnnotationPtr& annotation, const Membership& membership) {
+    const Membership now = GetMembership(annotation);
+    if (membership.isReferenced) AddReferencedAnnotation(annotation);
+    if (!membership.place) {
+        RemoveAnnotationFromSet(annotation, nullptr);
+    } else if (now.place != membership.place) {
+        PutBack(annotation, *membership.place);
+    }
+    if (!membership.isReferenced) RemoveReferencedAnnotation(annotation);
 }
 
 bool AnnoSet::RemoveAnnotationFromSet(const AnnotationPtr& annotation,
                                       const du::SmartPtr<Operation>& operation) {
     const AnnotationPtr removed =
         annotation;  // the argument may lie in a container that the observers change
+    const bool isKept = removed && Contains(removed) && KeepBefore(removed);
     const auto place = removed ? Erase(removed) : std::nullopt;
     if (!place) return false;
-    if (operation) operation->AddStep(new AnnoSetStep(this, removed, *place, AnnoSetStep::Change::kRemoved));
+    if (operation && !isKept)
+        operation->AddStep(new AnnoSetStep(this, removed, *place, AnnoSetStep::Change::kRemoved));
     if (const auto scene = m_scene->Lock()) {
         scene->GetObservers().NotifyAll(
             [&](SceneObserver& observer) { observer.OnAnnotationRemoved(removed); });
@@ -85,12 +115,14 @@ std::set<AnnoSet::AnnotationPtr> AnnoSet::GetReferencedAnnotations() const {
 }
 
 void AnnoSet::AddReferencedAnnotation(const AnnotationPtr& annotation) {
+    KeepBefore(annotation);
     const std::lock_guard hold(m_mutex);
     if (m_referenced.insert(annotation).second) annotation->Bind(m_scene);
 }
 
 void AnnoSet::RemoveReferencedAnnotation(const AnnotationPtr& annotation) {
     const AnnotationPtr removed = annotation;
+    KeepBefore(removed);
     const std::lock_guard hold(m_mutex);
     if (m_referenced.erase(removed) != 0 && m_places.count(removed.get()) == 0) removed->Bind(nullptr);
 }

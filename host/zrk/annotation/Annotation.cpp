@@ -34,6 +34,10 @@ void Annotation::Bind(std::shared_ptr<du::BackLink<Scene>> scene) {
     m_scene = std::move(scene);
 }
 
+void Annotation::KeepState() {
+    if (const auto scene = GetScene()) scene->GetHistory().Keep(du::SmartPtr<Annotation>(this));
+}
+
 void Annotation::NotifyModified() {
     const auto scene = GetScene();
     if (!scene) return;

@@ -11,6 +11,8 @@
 #include "du/SmartPtr.h"
 #include "du/Symbol.h"
 #include "zrk/object/Object.h"
+#include "zrk/operation/History.h"
+#include "zrk/operation/Memento.h"
 
 namespace zrk {
 
@@ -40,7 +42,17 @@ public:
     unsigned GetViewId() const { return m_viewId.load(std::memory_order_relaxed); }
     void SetViewId(unsigned viewId) { m_viewId.store(viewId, std::memory_order_relaxed); }
 
+    /// What undo restores, as it is now; null for annotations that never change.
+    virtual du::SmartPtr<Memento> MakeMemento() { return nullptr; }
+
 protected:
+    /// To be called, without a lock, before anything changes that the memento holds. A load and a branch
+    /// while no transaction is open.
+    void BeforeChange() {
+        if (History::IsAnyActive()) KeepState();
+    }
+    /// Lets the scene's history keep the state.
+    virtual void KeepState();
     /// Tells the scene's observers that the user changed the annotation; nothing outside a set. Call without
     /// a lock.
     void NotifyModified();

@@ -34,6 +34,17 @@ void Operation::Redo() {
     }
 }
 
+void Operation::Append(const Operation& other) {
+    const auto steps = other.Steps();
+    const std::lock_guard hold(m_mutex);
+    m_steps.insert(m_steps.end(), steps.begin(), steps.end());
+}
+
+bool Operation::HasUndo() const {
+    const auto steps = Steps();
+    return std::any_of(steps.begin(), steps.end(), [](const auto& step) { return step->HasUndo(); });
+}
+
 bool Operation::IsRecordable() const {
     const auto steps = Steps();
     return m_isUndoable &&

@@ -25,6 +25,10 @@ public:
     /// The last step first.
     void Undo();
     void Redo();
+    /// Adds the steps of another operation, in order.
+    void Append(const Operation& other);
+    /// Whether there is a step that can be undone.
+    bool HasUndo() const;
     /// Whether it is worth an entry in the history: undoable, with a step that can be recorded.
     bool IsRecordable() const;
 

@@ -1,5 +1,7 @@
 #include "zrk/scene/Scene.h"
 
+#include <algorithm>
+
 #include "zrk/annotation/AnnoSet.h"
 #include "zrk/scene/View.h"
 
@@ -7,7 +9,10 @@ namespace zrk {
 
 constinit const ClassType Scene::CLASS_TYPE(21, "zrk::Scene", &Object::CLASS_TYPE);
 
-Scene::Scene() : m_link(std::make_shared<du::BackLink<Scene>>(this)), m_annoSet(new AnnoSet(m_link)) {}
+Scene::Scene()
+    : m_link(std::make_shared<du::BackLink<Scene>>(this)),
+      m_annoSet(new AnnoSet(m_link)),
+      m_history(m_annoSet) {}
 
 Scene::~Scene() { m_link->Close(); }
 
@@ -21,6 +26,12 @@ du::SmartPtr<View> Scene::GetView(unsigned index) const {
 void Scene::AddView(const du::SmartPtr<View>& view) {
     const std::lock_guard hold(m_mutex);
     m_views.push_back(view);
+}
+
+bool Scene::HasView(const View& view) const {
+    const std::lock_guard hold(m_mutex);
+    return std::any_of(m_views.begin(), m_views.end(),
+                       [&](const auto& entry) { return entry.get() == &view; });
 }
 
 void Scene::GetAnnoSet(du::SmartPtr<AnnoSet>& out) const { out = m_annoSet; }

@@ -32,6 +32,7 @@ public:
     void GetView(du::SmartPtr<View>& out, unsigned index = 0) const;
     du::SmartPtr<View> GetView(unsigned index = 0) const;
     void AddView(const du::SmartPtr<View>& view);
+    bool HasView(const View& view) const;
 
     void GetAnnoSet(du::SmartPtr<AnnoSet>& out) const;
     History& GetHistory() { return m_history; }

@@ -1,5 +1,7 @@
 #include "zrk/scene/ShapeScene.h"
 
+#include "zrk/operation/CallStep.h"
+#include "zrk/operation/Operation.h"
 #include "zrk/scene/PickScene.h"
 
 namespace zrk {
@@ -29,6 +31,15 @@ std::vector<du::SmartPtr<ShapeInstance>> ShapeScene::GetShapeInstances() const {
     return parts;
 }
 
+// The operation holds the scene already, so the calls may too.
+template <class Undo, class Redo>
+void ShapeScene::TakeIn(Undo undo, Redo redo) {
+    const auto operation = History::IsAnyActive() ? GetHistory().GetOpenOperation() : nullptr;
+    if (!operation) return;
+    const du::SmartPtr<ShapeScene> scene(this);
+    operation->AddStep(new CallStep([scene, undo] { undo(*scene); }, [scene, redo] { redo(*scene); }));
+}
+
 du::SmartPtr<ShapeInstance> ShapeScene::CreateShapeInstance(const du::SmartPtr<Instance>& instance,
                                                             const du::Symbol& shapeSource) {
     du::SmartPtr<ShapeInstance> part;
@@ -41,8 +52,20 @@ du::SmartPtr<ShapeInstance> ShapeScene::CreateShapeInstance(const du::SmartPtr<I
         part = entry;
     }
     Touch();
+    TakeIn([part](ShapeScene& scene) { scene.RemoveShapeInstance(part); },
+           [part](ShapeScene& scene) { scene.PutBack(part); });
     GetObservers().NotifyAll([&](SceneObserver& observer) { observer.OnShapeInstanceCreated(part); });
     return part;
+}
+
+void ShapeScene::PutBack(const du::SmartPtr<ShapeInstance>& part) {
+    {
+        const std::unique_lock hold(m_partsMutex);
+        if (!m_byInstance.emplace(part->m_instance.get(), part).second) return;
+        m_inOrder.emplace(part->GetSequence(), part);
+    }
+    Touch();
+    GetObservers().NotifyAll([&](SceneObserver& observer) { observer.OnShapeInstanceCreated(part); });
 }
 
 void ShapeScene::RemoveShapeInstance(const du::SmartPtr<ShapeInstance>& shapeInstance) {
@@ -54,27 +77,39 @@ void ShapeScene::RemoveShapeInstance(const du::SmartPtr<ShapeInstance>& shapeIns
         m_byInstance.erase(part->m_instance.get());
     }
     Touch();
+    TakeIn([part](ShapeScene& scene) { scene.PutBack(part); },
+           [part](ShapeScene& scene) { scene.RemoveShapeInstance(part); });
     GetObservers().NotifyAll([&](SceneObserver& observer) { observer.OnShapeInstanceRemoved(part); });
 }
 
 void ShapeScene::SetLocation(const du::SmartPtr<ShapeInstance>& shapeInstance, const dg::Location& location) {
+    dg::Location former = location;
     {
         const std::lock_guard hold(shapeInstance->m_mutex);
-        shapeInstance->m_location = location;
+        std::swap(shapeInstance->m_location, former);
     }
     Touch();
+    if (!(former == location)) {
+        TakeIn([part = shapeInstance, former](ShapeScene& scene) { scene.SetLocation(part, former); },
+               [part = shapeInstance, location](ShapeScene& scene) { scene.SetLocation(part, location); });
+    }
     GetObservers().NotifyAll([&](SceneObserver& observer) { observer.OnShapeInstanceMoved(shapeInstance); });
 }
 
 void ShapeScene::SetVisible(const du::SmartPtr<ShapeInstance>& shapeInstance, bool visible) {
     if (shapeInstance->m_isVisible.exchange(visible) == visible) return;
     Touch();
+    TakeIn([part = shapeInstance, visible](ShapeScene& scene) { scene.SetVisible(part, !visible); },
+           [part = shapeInstance, visible](ShapeScene& scene) { scene.SetVisible(part, visible); });
     GetObservers().NotifyAll(
         [&](SceneObserver& observer) { observer.OnShapeInstanceVisibilityChanged(shapeInstance, visible); });
 }
 
 void ShapeScene::SetPhantom(const du::SmartPtr<ShapeInstance>& shapeInstance, bool phantom) {
-    if (shapeInstance->m_isPhantom.exchange(phantom) != phantom) Touch();
+    if (shapeInstance->m_isPhantom.exchange(phantom) == phantom) return;
+    Touch();
+    TakeIn([part = shapeInstance, phantom](ShapeScene& scene) { scene.SetPhantom(part, !phantom); },
+           [part = shapeInstance, phantom](ShapeScene& scene) { scene.SetPhantom(part, phantom); });
 }
 
 std::shared_ptr<const PickScene> ShapeScene::GetPickScene() const {

@@ -18,7 +18,8 @@ namespace zrk {
 
 class PickScene;
 
-/// Any thread. Every change raises the revision, then tells the observers.
+/// Any thread. Every change raises the revision, then tells the observers, and belongs to the open
+/// transaction.
 class ShapeScene : public Scene {
 public:
     static const ClassType CLASS_TYPE;
@@ -48,6 +49,11 @@ public:
     std::shared_ptr<const PickScene> GetPickScene() const;
 
 private:
+    /// Puts a removed part back in its place in the order.
+    void PutBack(const du::SmartPtr<ShapeInstance>& part);
+    /// The change, which is made, belongs to the open transaction, if there is one.
+    template <class Undo, class Redo>
+    void TakeIn(Undo undo, Redo redo);
     void Touch() { m_revision.fetch_add(1, std::memory_order_acq_rel); }
 
     const std::shared_ptr<du::BackLink<ShapeScene>> m_shapeLink;

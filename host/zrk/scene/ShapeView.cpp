@@ -2,6 +2,8 @@
 
 #include <utility>
 
+#include "zrk/operation/CallStep.h"
+#include "zrk/operation/Operation.h"
 #include "zrk/scene/PickScene.h"
 #include "zrk/world/Kernel.h"
 
@@ -25,9 +27,9 @@ void ShapeView::GetCamera(dg::Camera3D& out) const {
 
 void ShapeView::GetBackgroundColors(dg::Color& top, dg::Color& bottom, dg::Color& border) const {
     const std::lock_guard hold(m_mutex);
-    top = m_top;
-    bottom = m_bottom;
-    border = m_border;
+    top = m_colors.top;
+    bottom = m_colors.bottom;
+    border = m_colors.border;
 }
 
 void ShapeView::Queue(PickEvent* event, Answer answer) {
@@ -62,23 +64,40 @@ void ShapeView::Pick(const du::SmartPtr<ShapeInstance>& only, int x, int y, du::
     Queue(event, [only, ray, flags](const PickScene& scene) { return scene.PickOnly(*only, ray, flags); });
 }
 
-void ShapeView::SetCamera(const dg::Camera3D& camera) {
+template <class Apply, class State>
+void ShapeView::TakeIn(Apply apply, const State& former, const State& state) {
+    if (!History::IsAnyActive() || former == state) return;
+    const auto scene = GetScene();
+    const auto operation = scene ? scene->GetHistory().GetOpenOperation() : du::SmartPtr<Operation>();
+    if (!operation || !scene->HasView(*this)) return;
+    const du::SmartPtr<ShapeView> self(this);
+    operation->AddStep(new CallStep([self, apply, former] { apply(*self, former); },
+                                    [self, apply, state] { apply(*self, state); }));
+}
+
+void ShapeView::PutCamera(const dg::Camera3D& camera) {
     {
         const std::lock_guard hold(m_mutex);
-        const int width = m_camera.GetViewportWidth();
-        const int height = m_camera.GetViewportHeight();
         m_camera = camera;
-        if (camera.GetViewportWidth() == 0) m_camera.SetViewport(width, height);
     }
     SetDirty();
 }
 
-void ShapeView::SetBackgroundColors(const dg::Color& top, const dg::Color& bottom, const dg::Color& border) {
+void ShapeView::SetCamera(const dg::Camera3D& camera) {
+    dg::Camera3D former;
+    GetCamera(former);
+    dg::Camera3D changed = camera;
+    if (camera.GetViewportWidth() == 0) {
+        changed.SetViewport(former.GetViewportWidth(), former.GetViewportHeight());
+    }
+    PutCamera(changed);
+    TakeIn([](ShapeView& view, const dg::Camera3D& state) { view.PutCamera(state); }, former, changed);
+}
+
+void ShapeView::PutColors(const Colors& colors) {
     {
         const std::lock_guard hold(m_mutex);
-        m_top = top;
-        m_bottom = bottom;
-        m_border = border;
+        m_colors = colors;
     }
     SetDirty();
     const du::SmartPtr<ShapeView> self(this);
@@ -88,12 +107,24 @@ void ShapeView::SetBackgroundColors(const dg::Color& top, const dg::Color& botto
     }
 }
 
+void ShapeView::SetBackgroundColors(const dg::Color& top, const dg::Color& bottom, const dg::Color& border) {
+    Colors former;
+    GetBackgroundColors(former.top, former.bottom, former.border);
+    const Colors colors{top, bottom, border};
+    PutColors(colors);
+    TakeIn([](ShapeView& view, const Colors& state) { view.PutColors(state); }, former, colors);
+}
+
 void ShapeView::Resize(int width, int height) {
+    std::pair former(0, 0);
     {
         const std::lock_guard hold(m_mutex);
+        former = {m_camera.GetViewportWidth(), m_camera.GetViewportHeight()};
         m_camera.SetViewport(width, height);
     }
     SetDirty();
+    TakeIn([](ShapeView& view, const auto& size) { view.Resize(size.first, size.second); }, former,
+           std::pair(width, height));
     const du::SmartPtr<ShapeView> self(this);
     if (const auto scene = GetScene()) {
         scene->GetObservers().NotifyAll([&](SceneObserver& observer) { observer.OnWindowSizeChanged(self); });

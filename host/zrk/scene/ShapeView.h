@@ -53,13 +53,25 @@ public:
 private:
     using Answer = std::function<std::vector<PickResult>(const PickScene&)>;
 
+    struct Colors {
+        dg::Color top{1.0F, 1.0F, 1.0F, 1.0F};
+        dg::Color bottom{1.0F, 1.0F, 1.0F, 1.0F};
+        dg::Color border{1.0F, 1.0F, 1.0F, 1.0F};
+
+        friend bool operator==(const Colors&, const Colors&) = default;
+    };
+
+    /// The change, which is made, belongs to the scene's open transaction. Views that are no view of the
+    /// scene (those of insets) follow others and are left out.
+    template <class Apply, class State>
+    void TakeIn(Apply apply, const State& former, const State& state);
+    void PutCamera(const dg::Camera3D& camera);
+    void PutColors(const Colors& colors);
     void Queue(PickEvent* event, Answer answer);
 
-    mutable std::mutex m_mutex;  // guards the four below
+    mutable std::mutex m_mutex;  // guards the two below
     dg::Camera3D m_camera;
-    dg::Color m_top{1.0F, 1.0F, 1.0F, 1.0F};
-    dg::Color m_bottom{1.0F, 1.0F, 1.0F, 1.0F};
-    dg::Color m_border{1.0F, 1.0F, 1.0F, 1.0F};
+    Colors m_colors;
     std::mutex m_timerMutex;  // guards m_lastChecked between timers; observers get a copy
     dg::Camera3D m_lastChecked;
     mutable std::mutex m_mapMutex;  // guards the three below; held while the map is built, which calls nobody

@@ -20,6 +20,11 @@ void BaseInstance::SetProperty(const du::Symbol& group, const du::Symbol& name, 
     m_properties.insert_or_assign(PropertyKey(group, name, source), value);
 }
 
+void BaseInstance::RemoveProperty(const du::Symbol& group, const du::Symbol& name, const du::Symbol& source) {
+    const std::lock_guard hold(m_propertyMutex);
+    m_properties.erase(PropertyKey(group, name, source));
+}
+
 bool BaseInstance::FindProperty(const du::Symbol& group, const du::Symbol& name, const du::Symbol& source,
                                 du::Symbol& value) const {
     const std::lock_guard hold(m_propertyMutex);

@@ -39,6 +39,9 @@ public:
     /// A value for one shape source, or, with the empty source, for all that have none of their own.
     void SetProperty(const du::Symbol& group, const du::Symbol& name, const du::Symbol& value,
                      const du::Symbol& source = du::Symbol::EMPTY);
+    /// Nothing when there is none.
+    void RemoveProperty(const du::Symbol& group, const du::Symbol& name,
+                        const du::Symbol& source = du::Symbol::EMPTY);
     /// False, and `value` untouched, when there is none.
     bool FindProperty(const du::Symbol& group, const du::Symbol& name, const du::Symbol& source,
                       du::Symbol& value) const;

@@ -2,6 +2,9 @@
 
 #include <vector>
 
+#include "zrk/operation/CallStep.h"
+#include "zrk/operation/Operation.h"
+
 namespace zrk {
 
 BaseTree::BaseTree() = default;
@@ -41,6 +44,37 @@ void BaseTree::Visit(BaseInstanceVisitor& visitor, VisitType) {
         const auto& children = instance->GetChildren();
         pending.insert(pending.end(), children.rbegin(), children.rend());
     }
+}
+
+void BaseTree::Apply(const std::vector<PropertyEdit>& edits) {
+    BeginUpdate();
+    for (const auto& [instance, group, name, value] : edits) {
+        if (value) {
+            instance->SetProperty(group, name, *value);
+        } else {
+            instance->RemoveProperty(group, name);
+        }
+        const auto shown = du::DynamicCast<Instance>(instance);
+        m_observers.NotifyAll(
+            [&](TreeObserver& observer) { observer.OnInstancePropertyValueChanged(shown); });
+    }
+    EndUpdate();
+}
+
+void BaseTree::EditProperties(const std::vector<PropertyEdit>& edits,
+                              const du::SmartPtr<Operation>& operation) {
+    std::vector<PropertyEdit> undo;
+    for (const auto& edit : edits) {
+        const auto properties = edit.instance->GetProperties();
+        const auto entry = properties.find({edit.group, edit.name, du::Symbol::EMPTY});
+        undo.push_back(edit);
+        undo.back().value = entry != properties.end() ? std::optional(entry->second) : std::nullopt;
+    }
+    Apply(edits);
+    if (!operation) return;
+    const du::SmartPtr<BaseTree> self(this);
+    operation->AddStep(
+        new CallStep([self, undo] { self->Apply(undo); }, [self, edits] { self->Apply(edits); }));
 }
 
 void BaseTree::ChangeProperty(const du::SmartPtr<Instance>& instance, const du::Symbol& group,

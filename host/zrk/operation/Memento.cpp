@@ -1,0 +1,7 @@
+#include "zrk/operation/Memento.h"
+
+namespace zrk {
+
+Memento::~Memento() = default;
+
+}  // namespace zrk

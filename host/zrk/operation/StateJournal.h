@@ -1,0 +1,52 @@
+// What the annotations of a scene were like before a change, each kept once.
+
+#pragma once
+
+#include <memory>
+#include <mutex>
+#include <unordered_map>
+#include <vector>
+
+#include "du/SmartPtr.h"
+#include "zrk/annotation/AnnoSet.h"
+#include "zrk/annotation/Annotation.h"
+#include "zrk/operation/Memento.h"
+
+namespace zrk {
+
+/// Kept are an annotation's state and its place in the set. Any thread.
+class StateJournal {
+public:
+    explicit StateJournal(du::SmartPtr<AnnoSet> annoSet);
+    StateJournal(const StateJournal&) = delete;
+    StateJournal& operator=(const StateJournal&) = delete;
+    ~StateJournal();
+
+    /// Nothing for an annotation that is kept already.
+    void Keep(const du::SmartPtr<Annotation>& annotation);
+    bool Contains(const du::SmartPtr<Annotation>& annotation) const;
+    bool IsEmpty() const;
+
+    /// The same annotations as they are now. Those that are as they were are forgotten, here too.
+    std::shared_ptr<const StateJournal> CaptureChanged();
+    /// Makes all annotations what they were, except those that `except` (may be null) has. O(n log n).
+    void Restore(const StateJournal* except) const;
+
+private:
+    struct Kept {
+        du::SmartPtr<Annotation> annotation;
+        AnnoSet::Membership membership;
+        du::SmartPtr<Memento> state;  // null for annotations that never change
+    };
+
+    Kept Capture(const du::SmartPtr<Annotation>& annotation) const;
+
+    const du::SmartPtr<AnnoSet> m_annoSet;
+    // Guards the two below. Held while a state is captured, which takes the annotation's own leaf lock: of
+    // two threads that are about to change it one captures, and the other waits until it has.
+    mutable std::mutex m_mutex;
+    std::vector<Kept> m_kept;  // in the order in which they were first changed
+    std::unordered_map<const Annotation*, std::size_t> m_places;
+};
+
+}  // namespace zrk
