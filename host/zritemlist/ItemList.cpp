@@ -1,11 +1,14 @@
 #include "zritemlist/ItemList.h"
 
+#include <algorithm>
+#include <utility>
 #include <vector>
 
 #include "du/Symbol.h"
 #include "zritemlist/ItemStep.h"
 #include "zritemlist/StructureItems.h"
 #include "zrk/illustration/Illustration3dScene.h"
+#include "zrk/operation/CallStep.h"
 
 namespace zritemlist {
 namespace {
@@ -37,8 +40,41 @@ void ItemList::RemoveItemListForScene(const du::SmartPtr<zrk::ShapeScene>& scene
     if (scene) scene->RemoveUserData(SceneKey());
 }
 
-unsigned ItemList::AddInstance(const SbomPtr& instance, const du::SmartPtr<zrk::Operation>& operation,
-                               bool manual, const std::string& label) {
+du::SmartPtr<zrk::Scene> ItemList::GetScene() const {
+    const auto link = m_scene.lock();
+    return link ? link->Lock() : du::SmartPtr<zrk::Scene>();
+}
+
+ItemList::OperationPtr ItemList::StepsGoTo(const OperationPtr& operation) const {
+    const auto scene = zrk::History::IsAnyActive() ? GetScene() : du::SmartPtr<zrk::Scene>();
+    return scene ? scene->GetHistory().GetOperationFor(operation) : operation;
+}
+
+// The step follows those of what the change sets off, such as the new items of an engine, and so is undone
+// before them.
+template <class Change>
+void ItemList::ChangeItems(const std::vector<unsigned>& ids, const OperationPtr& operation, Change change) {
+    const auto target = StepsGoTo(operation);
+    std::vector<ItemStep::Change> changes;
+    for (const unsigned id : target ? ids : std::vector<unsigned>())
+        changes.push_back({id, m_items->Capture(id), {}});
+    change();
+    for (auto& entry : changes) entry.after = m_items->Capture(entry.id);
+    std::erase_if(changes, [](const ItemStep::Change& entry) { return entry.before == entry.after; });
+    if (!changes.empty()) target->AddStep(new ItemStep(m_items, std::move(changes)));
+}
+
+unsigned ItemList::AddItem(const std::vector<SbomPtr>& instances, const std::string& label, bool itemized,
+                           bool manual, const OperationPtr& operation) {
+    const unsigned id = m_items->AddItem(instances, label, itemized, manual);
+    if (const auto target = StepsGoTo(operation)) {
+        target->AddStep(new ItemStep(m_items, {{id, std::nullopt, m_items->Capture(id)}}));
+    }
+    return id;
+}
+
+unsigned ItemList::AddInstance(const SbomPtr& instance, const OperationPtr& operation, bool manual,
+                               const std::string& label) {
     unsigned id = 0;
     if (m_items->GetItemIdForInstance(instance, id)) return id;
     id = m_items->AddItem({instance}, label, true, manual);
@@ -48,8 +84,8 @@ unsigned ItemList::AddInstance(const SbomPtr& instance, const du::SmartPtr<zrk::
         m_items->RemoveItem(id);
         return holder;
     }
-    if (operation) {
-        operation->AddStep(new ItemStep(m_items, id, *m_items->Capture(id), ItemStep::Change::kAdded));
+    if (const auto target = StepsGoTo(operation)) {
+        target->AddStep(new ItemStep(m_items, {{id, std::nullopt, m_items->Capture(id)}}));
     }
     return id;
 }
@@ -62,19 +98,73 @@ bool ItemList::GetMatchingItem(const SbomPtr& instance, unsigned& id) const {
     return instance && m_items->GetItemIdForComponent(instance->GetComponentNode(), id);
 }
 
-void ItemList::DeleteItem(unsigned id, du::SmartPtr<zrk::Operation>& operation) {
-    auto item = m_items->Capture(id);
-    if (!item) return;
-    if (!operation) {
-        const auto link = m_scene.lock();
-        operation = new zrk::Operation(kDeleteItem, link ? link->Lock() : du::SmartPtr<zrk::Scene>(), true);
-    }
-    operation->AddStep(new ItemStep(m_items, id, std::move(*item), ItemStep::Change::kDeleted));
-    m_items->RemoveItem(id);
+void ItemList::DeleteItem(unsigned id, OperationPtr& operation) {
+    if (!m_items->Capture(id)) return;
+    if (!operation) operation = new zrk::Operation(kDeleteItem, GetScene(), true);
+    ChangeItems({id}, operation, [&] { m_items->RemoveItem(id); });
 }
 
-void ItemList::GenerateFromStructure(const SbomPtr& root, const du::SmartPtr<zrk::Operation>& operation) {
-    zrk::illustration::ItemsList::Numbering numbering;
+void ItemList::SetLabel(unsigned id, const std::string& label, const OperationPtr& operation) {
+    ChangeItems({id}, operation, [&] { m_items->SetLabel(id, label); });
+}
+
+void ItemList::SetTag(unsigned id, const std::string& tag, const OperationPtr& operation) {
+    ChangeItems({id}, operation, [&] { m_items->SetTag(id, tag); });
+}
+
+void ItemList::SetItemized(unsigned id, bool itemized, const OperationPtr& operation) {
+    ChangeItems({id}, operation, [&] { m_items->SetItemized(id, itemized); });
+}
+
+bool ItemList::SetNumber(unsigned id, unsigned number, const OperationPtr& operation) {
+    bool isSet = false;
+    ChangeItems({id}, operation, [&] { isSet = m_items->SetNumber(id, number); });
+    return isSet;
+}
+
+void ItemList::JoinItem(unsigned id, const std::vector<SbomPtr>& instances, const OperationPtr& operation) {
+    if (!m_items->Capture(id)) return;
+    std::vector<unsigned> ids{id};
+    for (const auto& instance : instances) {
+        unsigned holder = id;
+        m_items->GetItemIdForInstance(instance, holder);
+        if (std::find(ids.begin(), ids.end(), holder) == ids.end()) ids.push_back(holder);
+    }
+    ChangeItems(ids, operation, [&] {
+        const zrk::Observable::UpdateGroup group{du::SmartPtr<zrk::Observable>(m_items)};
+        for (const auto& instance : instances) {
+            unsigned holder = id;
+            if (m_items->GetItemIdForInstance(instance, holder) && holder != id) {
+                m_items->RemoveInstance(holder, instance);
+            }
+            m_items->AddInstance(id, instance);
+        }
+    });
+}
+
+void ItemList::LeaveItem(unsigned id, const std::vector<SbomPtr>& instances, const OperationPtr& operation) {
+    ChangeItems({id}, operation, [&] {
+        const zrk::Observable::UpdateGroup group{du::SmartPtr<zrk::Observable>(m_items)};
+        for (const auto& instance : instances) m_items->RemoveInstance(id, instance);
+    });
+}
+
+void ItemList::SetNumbering(const Numbering& numbering, const OperationPtr& operation) {
+    const auto before = m_items->CaptureNumbers();
+    m_items->SetNumbering(numbering);
+    const auto after = m_items->CaptureNumbers();
+    const auto target = StepsGoTo(operation);
+    if (!target || before == after) return;
+    target->AddStep(new zrk::CallStep([items = m_items, before] { items->RestoreNumbers(before); },
+                                      [items = m_items, after] { items->RestoreNumbers(after); }));
+}
+
+void ItemList::Clear(const OperationPtr& operation) {
+    ChangeItems(m_items->GetItemIds(), operation, [&] { m_items->Clear(); });
+}
+
+void ItemList::GenerateFromStructure(const SbomPtr& root, const OperationPtr& operation) {
+    Numbering numbering;
     m_items->GetNumberingSettings(numbering);
     const StructureItems structure(root, numbering.hierarchical);
     const zrk::Observable::UpdateGroup group{du::SmartPtr<zrk::Observable>(m_items)};
@@ -83,11 +173,7 @@ void ItemList::GenerateFromStructure(const SbomPtr& root, const du::SmartPtr<zrk
             unsigned listed = 0;
             return m_items->GetItemIdForInstance(instance, listed);
         });
-        if (instances.empty()) continue;
-        const unsigned id = m_items->AddItem(instances, "", true, false);
-        if (operation) {
-            operation->AddStep(new ItemStep(m_items, id, *m_items->Capture(id), ItemStep::Change::kAdded));
-        }
+        if (!instances.empty()) AddItem(instances, "", true, false, operation);
     }
 }
 

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <string>
+#include <vector>
 
 #include "du/RefCounted.h"
 #include "du/SmartPtr.h"
@@ -13,10 +14,15 @@
 
 namespace zritemlist {
 
-/// Any thread. Operations may be null: the change can then not be undone.
+/// Any thread. A change belongs to the scene's open transaction; where there is none it becomes a step of the
+/// operation, and with a null operation it cannot be undone. Whoever edits the list for the user lets the
+/// callouts follow under the same operation: before an item goes, before the list is cleared, and after
+/// instances joined or left an item.
 class ItemList : public virtual du::RefCounted {
 public:
     using SbomPtr = du::SmartPtr<zrk::illustration::SbomInstance>;
+    using OperationPtr = du::SmartPtr<zrk::Operation>;
+    using Numbering = zrk::illustration::ItemsList::Numbering;
 
     ~ItemList() override;
 
@@ -29,23 +35,50 @@ public:
 
     /// The item that holds the instance already, or a new one. An empty label gives the next number; `manual`
     /// marks what was entered by hand.
-    unsigned AddInstance(const SbomPtr& instance, const du::SmartPtr<zrk::Operation>& operation, bool manual,
+    unsigned AddInstance(const SbomPtr& instance, const OperationPtr& operation, bool manual,
                          const std::string& label);
     bool GetItemLabel(unsigned id, std::string& label, bool& isCustom) const;
     /// The item of an equal part; false, and `id` untouched, when there is none.
     bool GetMatchingItem(const SbomPtr& instance, unsigned& id) const;
     /// An empty operation is made first.
-    void DeleteItem(unsigned id, du::SmartPtr<zrk::Operation>& operation);
+    void DeleteItem(unsigned id, OperationPtr& operation);
+
+    /// A new item; instances that another item holds are left out. There may be none.
+    unsigned AddItem(const std::vector<SbomPtr>& instances, const std::string& label, bool itemized,
+                     bool manual, const OperationPtr& operation);
+    /// Unknown ids: nothing. An empty label gives the item the next number.
+    void SetLabel(unsigned id, const std::string& label, const OperationPtr& operation);
+    void SetTag(unsigned id, const std::string& tag, const OperationPtr& operation);
+    void SetItemized(unsigned id, bool itemized, const OperationPtr& operation);
+    /// False, and nothing changes, when the number is taken or the item is not numbered.
+    bool SetNumber(unsigned id, unsigned number, const OperationPtr& operation);
+    /// Instances leave the item that holds them, if any, for this one. O(instances of the items).
+    void JoinItem(unsigned id, const std::vector<SbomPtr>& instances, const OperationPtr& operation);
+    /// Instances that the item does not hold are passed over; the item stays, even empty.
+    void LeaveItem(unsigned id, const std::vector<SbomPtr>& instances, const OperationPtr& operation);
+    /// How labels are written from now on; all numbers are given anew, in list order. With the numbering that
+    /// the list has already this closes the gaps.
+    void SetNumbering(const Numbering& numbering, const OperationPtr& operation);
+    void Clear(const OperationPtr& operation);
 
     /// One item for all instances of a part. With hierarchical numbering sub-assemblies get items too, and
     /// parts are told apart by the item they are below. Items that are there already stay. O(instances).
-    void GenerateFromStructure(const SbomPtr& root, const du::SmartPtr<zrk::Operation>& operation);
+    void GenerateFromStructure(const SbomPtr& root, const OperationPtr& operation);
 
 private:
+    using ItemsList = zrk::illustration::ItemsList;
+
     explicit ItemList(const du::SmartPtr<zrk::ShapeScene>& scene);
 
+    du::SmartPtr<zrk::Scene> GetScene() const;
+    /// Where a change puts its step; null when it is not undone.
+    OperationPtr StepsGoTo(const OperationPtr& operation) const;
+    /// Makes the change to the items and adds a step for all of them that are different afterwards.
+    template <class Change>
+    void ChangeItems(const std::vector<unsigned>& ids, const OperationPtr& operation, Change change);
+
     const std::weak_ptr<du::BackLink<zrk::Scene>> m_scene;  // a list does not keep its scene
-    const du::SmartPtr<zrk::illustration::ItemsList> m_items;
+    const du::SmartPtr<ItemsList> m_items;
 };
 
 }  // namespace zritemlist

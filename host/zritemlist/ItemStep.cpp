@@ -1,22 +1,29 @@
 #include "zritemlist/ItemStep.h"
 
-#include <utility>
-
 namespace zritemlist {
 
-ItemStep::ItemStep(du::SmartPtr<zrk::illustration::ItemsList> items, unsigned id,
-                   zrk::illustration::ItemsList::Item item, Change change)
-    : m_items(std::move(items)), m_id(id), m_item(std::move(item)), m_change(change) {}
+ItemStep::ItemStep(du::SmartPtr<zrk::illustration::ItemsList> items, std::vector<Change> changes)
+    : m_items(std::move(items)), m_changes(std::move(changes)) {}
 
 ItemStep::~ItemStep() = default;
 
-void ItemStep::Apply(bool add) {
-    if (add) {
-        m_items->Restore(m_id, m_item);
-        return;
+// What the items no longer hold is let go first: an instance, or a number, that goes from one item to another
+// has to be free when it arrives.
+void ItemStep::Apply(State from, State to) {
+    const zrk::Observable::UpdateGroup group{du::SmartPtr<zrk::Observable>(m_items)};
+    for (const Change& change : m_changes) {
+        if (!(change.*to)) {
+            m_items->RemoveItem(change.id);
+        } else if (change.*from) {
+            auto bare = *(change.*to);
+            bare.instances.clear();
+            bare.number = 0;
+            m_items->Assign(change.id, bare);
+        }
     }
-    if (auto item = m_items->Capture(m_id)) m_item = std::move(*item);
-    m_items->RemoveItem(m_id);
+    for (const Change& change : m_changes) {
+        if (change.*to) m_items->Assign(change.id, change.*to);
+    }
 }
 
 }  // namespace zritemlist

@@ -1,6 +1,10 @@
-// That an item was added or deleted, as a step that can be undone.
+// That items of the list came, went or changed, as a step that can be undone.
 
 #pragma once
+
+#include <optional>
+#include <utility>
+#include <vector>
 
 #include "du/SmartPtr.h"
 #include "zrk/illustration/ItemsList.h"
@@ -10,23 +14,27 @@ namespace zritemlist {
 
 class ItemStep : public zrk::OperationStep {
 public:
-    enum class Change { kAdded, kDeleted };
+    /// An item before and after; empty: there was, or is, none.
+    struct Change {
+        unsigned id = 0;
+        std::optional<zrk::illustration::ItemsList::Item> before;
+        std::optional<zrk::illustration::ItemsList::Item> after;
+    };
 
-    ItemStep(du::SmartPtr<zrk::illustration::ItemsList> items, unsigned id,
-             zrk::illustration::ItemsList::Item item, Change change);
+    ItemStep(du::SmartPtr<zrk::illustration::ItemsList> items, std::vector<Change> changes);
     ~ItemStep() override;
 
     const char* GetDebugClassName() const override { return "zritemlist::ItemStep"; }
-    void Undo() override { Apply(m_change == Change::kDeleted); }
-    void Redo() override { Apply(m_change == Change::kAdded); }
+    void Undo() override { Apply(&Change::after, &Change::before); }
+    void Redo() override { Apply(&Change::before, &Change::after); }
 
 private:
-    void Apply(bool add);
+    using State = std::optional<zrk::illustration::ItemsList::Item> Change::*;
+
+    void Apply(State from, State to);
 
     const du::SmartPtr<zrk::illustration::ItemsList> m_items;
-    const unsigned m_id;
-    zrk::illustration::ItemsList::Item m_item;  // as it was when it last left the list
-    const Change m_change;
+    const std::vector<Change> m_changes;
 };
 
 }  // namespace zritemlist

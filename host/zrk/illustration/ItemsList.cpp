@@ -212,6 +212,65 @@ void ItemsList::Restore(unsigned id, const Item& item) {
     });
 }
 
+void ItemsList::Assign(unsigned id, const std::optional<Item>& item) {
+    const auto present = Capture(id);
+    if (!item) {
+        RemoveItem(id);
+    } else if (!present) {
+        Restore(id, *item);
+    } else if (!(*item == *present)) {
+        std::set<SbomPtr> came(item->instances.begin(), item->instances.end());
+        std::set<SbomPtr> went;
+        for (const auto& instance : present->instances) {
+            if (came.erase(instance) == 0) went.insert(instance);
+        }
+        {
+            const std::lock_guard hold(m_mutex);
+            for (const auto& instance : m_items[id].instances) Drop(id, instance);
+            FreeNumber(m_items[id]);
+            Insert(id, *item);
+            KeepNumber(m_items[id]);
+        }
+        NotifyContent(id, came, went);
+    }
+}
+
+ItemsList::Numbers ItemsList::CaptureNumbers() const {
+    const std::lock_guard hold(m_mutex);
+    Numbers numbers{m_numbering, {}};
+    for (const auto& [id, item] : m_items) numbers.byItem.emplace(id, item.number);
+    return numbers;
+}
+
+void ItemsList::RestoreNumbers(const Numbers& numbers) {
+    {
+        const std::lock_guard hold(m_mutex);
+        m_numbering = numbers.numbering;
+        m_numbers.clear();
+        for (auto& [id, item] : m_items) {
+            const auto kept = numbers.byItem.find(id);
+            if (kept != numbers.byItem.end()) item.number = kept->second;
+            KeepNumber(item);
+        }
+    }
+    NotifyNumbering();
+}
+
+bool ItemsList::SetNumber(unsigned id, unsigned number) {
+    {
+        const std::lock_guard hold(m_mutex);
+        const auto entry = m_items.find(id);
+        if (entry == m_items.end() || entry->second.number == 0 || number == 0) return false;
+        Item& item = entry->second;
+        if (item.number == number) return true;
+        auto& numbers = m_numbers[m_numbering.hierarchical ? item.parent : 0];
+        if (!numbers.insert(number).second) return false;
+        numbers.erase(std::exchange(item.number, number));
+    }
+    NotifyContent(id, {}, {});
+    return true;
+}
+
 bool ItemsList::RemoveItem(unsigned id) {
     {
         const std::lock_guard hold(m_mutex);
@@ -321,6 +380,10 @@ void ItemsList::SetNumbering(const Numbering& numbering) {
             GiveNumber(item);
         }
     }
+    NotifyNumbering();
+}
+
+void ItemsList::NotifyNumbering() {
     Notify({kSettingsChanged, 0}, [this] {
         m_observers.NotifyAll([](ItemsListObserver& observer) { observer.OnListSettingsChanged(); });
     });

@@ -32,6 +32,15 @@ public:
         bool hierarchical = false;  // "2.1" below "2", instead of counting through
         std::string prefix;
         std::string separator = ".";
+
+        friend bool operator==(const Numbering&, const Numbering&) = default;
+    };
+    /// How labels are written, and the number of every item.
+    struct Numbers {
+        Numbering numbering;
+        std::map<unsigned, unsigned> byItem;
+
+        friend bool operator==(const Numbers&, const Numbers&) = default;
     };
 
     /// All of an item but its id. An item gets its number when it is made and keeps it, whatever goes before
@@ -44,6 +53,8 @@ public:
         bool isManual = false;  // entered by hand: stays when the list is made anew
         std::string tag;
         std::vector<SbomPtr> instances;
+
+        friend bool operator==(const Item&, const Item&) = default;
     };
 
     ItemsList();
@@ -93,6 +104,9 @@ public:
     void SetTag(unsigned id, const std::string& tag);
     /// How labels are written from now on; the numbers are given anew, in list order.
     void SetNumbering(const Numbering& numbering);
+    /// False when another item below the same parent has the number, or the item has none to change: it is
+    /// not itemized, or has a label of its own.
+    bool SetNumber(unsigned id, unsigned number);
     /// Removes everything but nothing else: the application lets its callouts follow.
     void Clear();
 
@@ -100,6 +114,12 @@ public:
     std::optional<Item> Capture(unsigned id) const;
     /// Puts a captured item back under its id, which puts it back in its place.
     void Restore(unsigned id, const Item& item);
+    /// Makes the item just so, adding or (empty) removing it if need be. A number or an instance that another
+    /// item has taken meanwhile stays there.
+    void Assign(unsigned id, const std::optional<Item>& item);
+    Numbers CaptureNumbers() const;
+    /// Items that are not in `numbers` keep theirs.
+    void RestoreNumbers(const Numbers& numbers);
 
 protected:
     void NotifyBeginUpdate() override;
@@ -124,6 +144,7 @@ private:
     unsigned ParentItemOf(unsigned id, const Item& item) const;
     std::string LabelOf(const Item& item) const;
 
+    void NotifyNumbering();
     /// Adds up what came and went until it is told.
     void NotifyContent(unsigned id, const std::set<SbomPtr>& added, const std::set<SbomPtr>& removed);
     template <class Change>
