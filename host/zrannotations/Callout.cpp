@@ -30,6 +30,7 @@ bool Callout::Initialize(const du::SmartPtr<TAnnotation>& definition,
     dg::Location location;
     part->GetLocation(location);
     const dg::DPoint3D world = anchor * location;
+    BeforeChange();
     const std::lock_guard hold(m_mutex);
     m_leaders.assign(1, LeaderPtr(new CalloutLeader(anchor, part, assembly)));
     m_type = assembly ? CALLOUT_TYPE_ASSEMBLY : CALLOUT_TYPE_SHAPE;
@@ -42,6 +43,7 @@ bool Callout::Initialize(const du::SmartPtr<TAnnotation>& definition,
 
 void Callout::InitializeFree(const du::SmartPtr<TAnnotation>& definition, const dg::DPoint3D& position) {
     UpdateDefinition(definition);
+    BeforeChange();
     const std::lock_guard hold(m_mutex);
     m_type = CALLOUT_TYPE_FREE;
     m_position = position;
@@ -69,6 +71,7 @@ bool Callout::IsCustomCallout() const {
 }
 
 void Callout::SetCustomCallout(bool isCustom) {
+    BeforeChange();
     const std::lock_guard hold(m_mutex);
     m_isCustom = isCustom;
 }
@@ -86,6 +89,7 @@ du::SmartPtr<TAnnotation> Callout::GetDefinition() const {
 }
 
 void Callout::UpdateDefinition(const du::SmartPtr<TAnnotation>& definition) {
+    BeforeChange();
     du::SmartPtr<zrk::illustration::CalloutTemplateObserver> observer;
     du::SmartPtr<TAnnotation> observed;
     {
@@ -178,6 +182,7 @@ du::SmartPtr<Inset> Callout::GetInsetAtPos(unsigned position) const {
 }
 
 void Callout::SetInsetAtPos(const du::SmartPtr<Inset>& inset, unsigned position) {
+    BeforeChange();
     du::SmartPtr<Inset> released = inset;
     ChangeLeader(position, [&](CalloutLeader& leader) { std::swap(leader.m_inset, released); });
 }
@@ -190,6 +195,7 @@ bool Callout::GetAnchorAtPos(unsigned position, dg::DPoint3D& out) const {
 }
 
 void Callout::SetAnchor(const dg::DPoint3D& anchor, unsigned position) {
+    BeforeChange();
     const bool isSet = ChangeLeader(position, [&](CalloutLeader& leader) {
         leader.m_anchor = anchor;
         m_isAnchorCalculated = true;
@@ -235,10 +241,12 @@ unsigned Callout::GetSymbolIdAtPos(unsigned position) const {
 }
 
 void Callout::SetSymbolIdAtPos(unsigned id, unsigned position) {
+    BeforeChange();
     ChangeLeader(position, [id](CalloutLeader& leader) { leader.m_symbolId = id; });
 }
 
 void Callout::RemoveLeaderAtPos(unsigned position) {
+    BeforeChange();
     LeaderPtr removed;
     {
         const std::lock_guard hold(m_mutex);
@@ -293,6 +301,7 @@ du::SmartPtr<CalloutLeader> Callout::CreateCalloutLeader(
 
 void Callout::ConnectLeader(const du::SmartPtr<CalloutLeader>& leader) {
     if (!leader) return;
+    BeforeChange();
     {
         const std::lock_guard hold(m_mutex);
         const auto waiting = leader->m_shapeInstance
@@ -313,6 +322,7 @@ void Callout::CopyLeaders(const Callout& other) {
         position = other.m_position;
         type = other.m_type;
     }
+    BeforeChange();
     const std::lock_guard hold(m_mutex);
     m_leaders.swap(leaders);
     m_position = position;
@@ -321,6 +331,7 @@ void Callout::CopyLeaders(const Callout& other) {
 }
 
 void Callout::ShowAllLeaders(const du::SmartPtr<zrk::Operation>&) {
+    BeforeChange();
     {
         const std::lock_guard hold(m_mutex);
         for (const auto& leader : m_leaders) leader->m_collapsed = false;
@@ -345,11 +356,13 @@ bool Callout::GetItemId(unsigned& id) const {
 }
 
 void Callout::SetItemId(unsigned id) {
+    BeforeChange();
     const std::lock_guard hold(m_mutex);
     m_itemId = id;
 }
 
 void Callout::RemoveItemId() {
+    BeforeChange();
     const std::lock_guard hold(m_mutex);
     m_itemId.reset();
 }
@@ -364,6 +377,7 @@ void Callout::ResolveLeaders(const std::map<std::string, du::SmartPtr<zrk::Shape
 }
 
 void Callout::UpdateWithCalloutInfo() {
+    BeforeChange();
     const std::lock_guard hold(m_mutex);
     ResolveLeaders(m_loaded);
     if (ResolvedCount() == m_leaders.size()) m_loaded.clear();
@@ -383,6 +397,7 @@ void Callout::UpdateWithCalloutInfo(const SymbolMap& symbols, const InsetMap&) {
         scene->GetShapeInstance(instance, part);
         if (part) parts.emplace(instance->GetIdentifier().Text(), part);
     }
+    BeforeChange();
     const std::lock_guard hold(m_mutex);
     ResolveLeaders(parts);
 }
@@ -390,6 +405,7 @@ void Callout::UpdateWithCalloutInfo(const SymbolMap& symbols, const InsetMap&) {
 void Callout::OnShapeInstanceCreate(const du::SmartPtr<zrk::ShapeInstance>& shapeInstance) {
     const CalloutLeader probe({}, shapeInstance, nullptr);
     if (probe.m_instanceId.empty()) return;  // parts without id are not one and the same
+    BeforeChange();
     {
         const std::lock_guard hold(m_mutex);
         for (const auto& leader : m_leaders) {
@@ -406,6 +422,7 @@ void Callout::OnShapeInstanceCreate(const du::SmartPtr<zrk::ShapeInstance>& shap
 void Callout::OnShapeInstanceLocation(const du::SmartPtr<zrk::ShapeInstance>&) { MarkDirty(); }
 
 void Callout::SetVisible(const std::string& instanceId, bool visible) {
+    BeforeChange();
     {
         const std::lock_guard hold(m_mutex);
         for (const auto& leader : m_leaders) {

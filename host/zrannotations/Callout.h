@@ -3,6 +3,7 @@
 #pragma once
 
 #include <map>
+#include <memory>
 #include <mutex>
 #include <optional>
 #include <set>
@@ -12,23 +13,19 @@
 #include "dg/Color.h"
 #include "dg/DPoint3D.h"
 #include "dg/Location.h"
+#include "du/BackLink.h"
 #include "du/LocalizableString.h"
 #include "du/SmartPtr.h"
 #include "du/Symbol.h"
 #include "zrannotations/Annotation.h"
 #include "zrannotations/CalloutLeader.h"
+#include "zrannotations/CalloutState.h"
 #include "zrannotations/Inset.h"
 #include "zrannotations/TAnnotation.h"
 #include "zrk/operation/Operation.h"
 #include "zrk/scene/ShapeView.h"
 
 namespace zrannotations {
-
-enum CALLOUT_TYPE {
-    CALLOUT_TYPE_SHAPE = 0,     // on parts of the scene
-    CALLOUT_TYPE_FREE = 1,      // needs no leader
-    CALLOUT_TYPE_ASSEMBLY = 2,  // on parts that stand for an assembly
-};
 
 /// Any thread: a lock of its own guards all but the localisable text (see GetLocalizableString), and is not
 /// held while others are called. Leaders are counted from 0, those whose part is loaded before those that
@@ -81,6 +78,9 @@ public:
     du::SmartPtr<zrk::BaseInstance> GetAssemblyInstanceAtPos(unsigned position) const;
     du::SmartPtr<Inset> GetInsetAtPos(unsigned position) const;
     void SetInsetAtPos(const du::SmartPtr<Inset>& inset, unsigned position);
+    /// The user's command for it: the scene's observers, which file callouts by inset too, follow. Null: in
+    /// the main picture again.
+    void LeadThrough(const du::SmartPtr<Inset>& inset, unsigned position);
     /// In the part's local coordinates.
     bool GetAnchorAtPos(unsigned position, dg::DPoint3D& out) const;
     /// From now on the anchor counts as calculated.
@@ -122,7 +122,10 @@ public:
     void SetLegacyText(const du::Symbol& text);
     /// Not guarded: written before the callout is shown and under the engine's write lock, read under its
     /// lock.
-    du::LocalizableString& GetLocalizableString() { return m_localizable; }
+    du::LocalizableString& GetLocalizableString() {
+        BeforeChange();
+        return m_localizable;
+    }
     /// Gives a callout without localisable text its own as the source.
     void SetupLocalizationIfNecessary(bool isLocalized);
 
@@ -168,16 +171,31 @@ public:
     /// The label's pixel; an empty `view` becomes the view it is a pixel of.
     dg::DPoint3D GetLabelRelativeScreenPosition(du::SmartPtr<zrk::ShapeView>& view) const;
 
+    /// All that is saved and undone.
+    virtual CalloutState CaptureState() const;
+    /// Makes the callout what it was. In a scene whose observers file callouts by what this changes (parts,
+    /// insets, template, item, members) it leaves and comes in again. Templates are found by their id.
+    /// Requires: with members, a combined callout.
+    void RestoreState(const CalloutState& state);
+    du::SmartPtr<zrk::Memento> MakeMemento() override;
+
     /// The mean of the colours; alpha stays.
     static void GetBlendColor(const dg::Color& a, const dg::Color& b, dg::Color& out);
 
 protected:
     /// Leads to the same parts as `other`, and lies where it does, as its own.
     void CopyLeaders(const Callout& other);
+    /// The state alone, with nobody told.
+    virtual void AssignState(const CalloutState& state);
+    void KeepState() override;
 
 private:
+    friend class CombinedCallout;
+
     using LeaderPtr = du::SmartPtr<CalloutLeader>;
 
+    /// A member of a combined callout changes with it; null: for itself again.
+    void SetHolder(const std::shared_ptr<du::BackLink<Callout>>& holder);
     std::vector<LeaderPtr> Leaders() const;
     template <class Read>
     auto ReadLeader(unsigned position, Read read) const;
@@ -185,6 +203,7 @@ private:
     bool ChangeLeader(unsigned position, Change change);
     void MarkDirty();
     du::SmartPtr<zrk::ShapeView> MainView() const;
+    static LeaderPtr MakeLeader(const LeaderState& state, const LeaderPtr& former);
     void ResolveLeaders(const std::map<std::string, du::SmartPtr<zrk::ShapeInstance>>& parts);
     std::size_t ResolvedCount() const;
     bool LabelFrame(dg::DMat44& toWorld) const;
@@ -210,6 +229,7 @@ private:
     du::SmartPtr<zrk::ShapeView> m_screenView;  // set: the label is in screen space, at m_pixel of this view
     dg::DPoint3D m_pixel;
     unsigned m_drawingOrder = 0;
+    std::shared_ptr<du::BackLink<Callout>> m_holder;  // the combined callout that this is a member of
 
     du::LocalizableString m_localizable;
 };

@@ -25,6 +25,7 @@ du::Symbol Callout::GetText(bool localized) const {
 }
 
 void Callout::SetText(const du::Symbol& text, bool localized) {
+    BeforeChange();
     {
         const std::lock_guard hold(m_mutex);
         (localized ? m_localizedText : m_text) = text;
@@ -40,6 +41,7 @@ bool Callout::CheckDynamicTextForLegacyCallout(const std::string& generated) con
 }
 
 void Callout::SetLegacyText(const du::Symbol& text) {
+    BeforeChange();
     const std::lock_guard hold(m_mutex);
     m_legacyText = text;
     m_text = text;
@@ -47,6 +49,7 @@ void Callout::SetLegacyText(const du::Symbol& text) {
 
 void Callout::SetupLocalizationIfNecessary(bool isLocalized) {
     if (!isLocalized) return;
+    BeforeChange();
     if (m_localizable.empty()) m_localizable = GetText(false);
     m_localizable.SetEnabled(true);
 }
@@ -99,6 +102,7 @@ dg::DPoint3D Callout::GetPosition() const {
 }
 
 void Callout::SetLabelPosition(const dg::DPoint3D& position) {
+    BeforeChange();
     {
         const std::lock_guard hold(m_mutex);
         m_position = position;
@@ -131,6 +135,7 @@ void Callout::SetLabelScreenSpaceMode(const du::SmartPtr<zrk::ShapeView>& view) 
     if (!view || !GetMarkupLabelPosition(world)) return;
     dg::Camera3D camera;
     view->GetCamera(camera);
+    BeforeChange();
     const std::lock_guard hold(m_mutex);
     m_screenView = view;
     m_pixel = world * camera.GetWorldToPixel();

@@ -17,9 +17,20 @@ public:
     explicit CombinedCallout(std::vector<du::SmartPtr<Callout>> members);
     ~CombinedCallout() override;
 
+    /// Puts callouts of a scene together: they leave its annotation set and are members of the new one, which
+    /// enters it; of combined ones it is their members. Undoable as all changes of the set. Null without
+    /// members, or when one is in no scene.
+    static du::SmartPtr<CombinedCallout> Combine(const std::vector<du::SmartPtr<Callout>>& callouts,
+                                                 const du::SmartPtr<zrk::Operation>& operation);
+    /// The way back: this callout leaves its scene, the members enter it; returns them.
+    std::vector<du::SmartPtr<Callout>> Dissolve(const du::SmartPtr<zrk::Operation>& operation);
+
     bool IsCombined() const override { return true; }
     /// Members may be null while a document is loading.
-    std::vector<du::SmartPtr<Callout>>& GetCalloutVec() { return m_members; }
+    std::vector<du::SmartPtr<Callout>>& GetCalloutVec() {
+        BeforeChange();
+        return m_members;
+    }
     unsigned GetCount() const { return static_cast<unsigned>(m_members.size()); }
 
     bool HasItemId() const override;
@@ -36,7 +47,15 @@ public:
     void ReattachChildren();
     std::vector<du::SmartPtr<zrk::Annotation>> GetDependents() const override;
 
+    CalloutState CaptureState() const override;
+
+protected:
+    void AssignState(const CalloutState& state) override;
+
 private:
+    void HoldMembers();
+
+    const std::shared_ptr<du::BackLink<Callout>> m_link;  // what members find this through
     std::vector<du::SmartPtr<Callout>> m_members;
     std::vector<du::SmartPtr<zrk::Annotation>> m_children;
 };

@@ -34,6 +34,7 @@ bool Inset::IsVisible() const {
 }
 
 void Inset::SetVisible(bool visible) {
+    BeforeChange();
     {
         const std::lock_guard hold(m_mutex);
         m_isVisible = visible;
@@ -78,6 +79,7 @@ bool Inset::GetObjectPtToScreenPt(const dg::DPoint3D& world, dg::DPoint3D& pixel
 }
 
 void Inset::Displace(const dg::DVec3& displacement, bool temporary) {
+    BeforeChange();
     {
         const std::lock_guard hold(m_mutex);
         m_glass.centre = m_glass.centre + displacement;
@@ -86,7 +88,38 @@ void Inset::Displace(const dg::DVec3& displacement, bool temporary) {
         [&](InsetObserver& observer) { observer.OnInsetDisplaced(displacement, temporary); });
 }
 
+void Inset::SetSource(const dg::DPoint3D& source) {
+    BeforeChange();
+    {
+        const std::lock_guard hold(m_mutex);
+        m_glass.source = source;
+    }
+    m_observers.NotifyAll([](InsetObserver& observer) { observer.OnInsetBoundsChanged(); });
+}
+
+Inset::State Inset::CaptureState() const {
+    const std::lock_guard hold(m_mutex);
+    return {m_glass, m_isVisible};
+}
+
+// That the inset was modified is not told: callouts are shown and hidden by states of their own.
+void Inset::RestoreState(const State& state) {
+    if (CaptureState() == state) return;
+    BeforeChange();
+    {
+        const std::lock_guard hold(m_mutex);
+        m_glass = state.glass;
+        m_isVisible = state.isVisible;
+    }
+    m_observers.NotifyAll([](InsetObserver& observer) { observer.OnInsetBoundsChanged(); });
+}
+
+du::SmartPtr<zrk::Memento> Inset::MakeMemento() {
+    return new zrk::StateMemento<Inset>(du::SmartPtr<Inset>(this));
+}
+
 void Inset::SetRadius(double radius) {
+    BeforeChange();
     {
         const std::lock_guard hold(m_mutex);
         m_glass.radius = radius;
@@ -95,6 +128,7 @@ void Inset::SetRadius(double radius) {
 }
 
 void Inset::SetFactor(float factor, bool temporary) {
+    BeforeChange();
     float former = 0.0F;
     {
         const std::lock_guard hold(m_mutex);

@@ -27,6 +27,15 @@ public:
         dg::DPoint3D centre;
         double radius = 0.0;
         float factor = 1.0F;
+
+        friend bool operator==(const Glass&, const Glass&) = default;
+    };
+    /// All of an inset that is saved and undone.
+    struct State {
+        Glass glass;
+        bool isVisible = true;
+
+        friend bool operator==(const State&, const State&) = default;
     };
 
     /// Without a main view there is nothing to magnify.
@@ -60,6 +69,13 @@ public:
     void Displace(const dg::DVec3& displacement, bool temporary);
     void SetRadius(double radius);
     void SetFactor(float factor, bool temporary);
+    /// What lies at the pixel `source` of the main view is shown from now on; its callouts are clipped anew.
+    void SetSource(const dg::DPoint3D& source);
+
+    State CaptureState() const;
+    /// Makes the inset what it was; its callouts, whose states are restored by themselves, are clipped anew.
+    void RestoreState(const State& state);
+    du::SmartPtr<zrk::Memento> MakeMemento() override;
 
 private:
     const du::SmartPtr<zrk::ShapeView> m_mainView;

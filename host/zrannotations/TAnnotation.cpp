@@ -5,6 +5,7 @@
 
 #include "zrannotations/CalloutLabelFileProperties.h"
 #include "zrannotations/ConstStrings.h"
+#include "zrk/operation/CallStep.h"
 
 namespace zrannotations {
 namespace {
@@ -50,13 +51,18 @@ bool TAnnotation::RequiresItemList() const { return AnyContent(*this, IsItemRefe
 
 bool TAnnotation::RequiresPropertyVisitor() const { return AnyContent(*this, IsPartReference); }
 
-void TAnnotation::SetTextContent(Contents contents) {
+void TAnnotation::SetTextContent(Contents contents, const du::SmartPtr<zrk::Operation>& operation) {
+    Contents former;
     {
         const std::lock_guard hold(m_mutex);
-        m_contents.swap(contents);
+        former = std::exchange(m_contents, contents);
     }
     m_observers.NotifyAll(
         [](zrk::illustration::CalloutTemplateObserver& observer) { observer.OnTemplateModified(); });
+    if (!operation) return;
+    const du::SmartPtr<TAnnotation> self(this);
+    operation->AddStep(new zrk::CallStep([self, former] { self->SetTextContent(former); },
+                                         [self, contents] { self->SetTextContent(contents); }));
 }
 
 void TAnnotation::RegisterObserver(const du::SmartPtr<zrk::illustration::CalloutTemplateObserver>& observer) {

@@ -12,6 +12,7 @@
 #include "zrannotations/LabelContent.h"
 #include "zrk/illustration/CalloutTemplateObserver.h"
 #include "zrk/illustration/CollectionItem.h"
+#include "zrk/operation/Operation.h"
 
 namespace zrannotations {
 
@@ -36,8 +37,9 @@ public:
     /// Whether a piece shows a property of the part.
     bool RequiresPropertyVisitor() const;
 
-    /// Changes the template; its observers hear of it.
-    void SetTextContent(Contents contents);
+    /// Changes the template; its observers hear of it, then the operation (may be null) gets a step. A
+    /// template is in no scene: pass the operation of the open transaction.
+    void SetTextContent(Contents contents, const du::SmartPtr<zrk::Operation>& operation = nullptr);
     void RegisterObserver(const du::SmartPtr<zrk::illustration::CalloutTemplateObserver>& observer);
     void UnregisterObserver(const du::SmartPtr<zrk::illustration::CalloutTemplateObserver>& observer);
 

@@ -1,0 +1,147 @@
+// What is kept of a callout for undo, and how it is put back.
+
+#include <utility>
+
+#include "zrannotations/Callout.h"
+#include "zrannotations/CalloutTemplates.h"
+#include "zrk/scene/Scene.h"
+
+namespace zrannotations {
+namespace {
+
+/// Whether observers that file callouts by what they lead to would file the two differently.
+bool AreFiledAlike(const CalloutState& a, const CalloutState& b) {
+    const auto isSameEnd = [](const LeaderState& x, const LeaderState& y) {
+        return x.part == y.part && x.assembly == y.assembly && x.instanceId == y.instanceId &&
+               x.inset == y.inset;
+    };
+    const auto isSameMember = [](const CalloutMember& x, const CalloutMember& y) {
+        return x.callout == y.callout && AreFiledAlike(x.state, y.state);
+    };
+    return a.itemId == b.itemId && a.definitionId == b.definitionId && a.isCustom == b.isCustom &&
+           std::equal(a.leaders.begin(), a.leaders.end(), b.leaders.begin(), b.leaders.end(), isSameEnd) &&
+           std::equal(a.members.begin(), a.members.end(), b.members.begin(), b.members.end(), isSameMember);
+}
+
+}  // namespace
+
+du::SmartPtr<zrk::Memento> Callout::MakeMemento() {
+    return new zrk::StateMemento<Callout>(du::SmartPtr<Callout>(this));
+}
+
+void Callout::SetHolder(const std::shared_ptr<du::BackLink<Callout>>& holder) {
+    const std::lock_guard hold(m_mutex);
+    m_holder = holder;
+}
+
+void Callout::KeepState() {
+    Annotation::KeepState();
+    std::shared_ptr<du::BackLink<Callout>> link;
+    {
+        const std::lock_guard hold(m_mutex);
+        link = m_holder;
+    }
+    if (const auto holder = link ? link->Lock() : nullptr) holder->KeepState();
+}
+
+CalloutState Callout::CaptureState() const {
+    CalloutState state;
+    state.localizable = m_localizable;
+    state.viewId = GetViewId();
+    const std::lock_guard hold(m_mutex);
+    state.leaders.reserve(m_leaders.size());
+    for (const auto& leader : m_leaders) {
+        state.leaders.push_back({leader->m_anchor, leader->m_shapeInstance, leader->m_assembly,
+                                 leader->m_instanceId, leader->m_inset, leader->m_symbolId,
+                                 leader->m_isHidden, leader->m_collapsed});
+    }
+    state.definitionId = m_definitionId;
+    state.type = m_type;
+    state.isInitialized = m_isInitialized;
+    state.isKit = m_isKit;
+    state.isCustom = m_isCustom;
+    state.isAnchorCalculated = m_isAnchorCalculated;
+    state.itemId = m_itemId;
+    state.text = m_text;
+    state.localizedText = m_localizedText;
+    state.legacyText = m_legacyText;
+    state.position = m_position;
+    state.screenView = m_screenView;
+    state.pixel = m_pixel;
+    return state;
+}
+
+// Flags that are derived from the view stay with a leader as long as it ends on the same part.
+Callout::LeaderPtr Callout::MakeLeader(const LeaderState& state, const LeaderPtr& former) {
+    const LeaderPtr leader(new CalloutLeader(state.anchor, state.instanceId));
+    leader->m_shapeInstance = state.part;
+    leader->m_assembly = state.assembly;
+    leader->m_inset = state.inset;
+    leader->m_symbolId = state.symbolId;
+    leader->m_isHidden = state.isHidden;
+    leader->m_collapsed = state.isCollapsed;
+    if (former && former->m_shapeInstance == state.part) {
+        leader->m_isClipped = former->m_isClipped;
+        leader->m_isDashed = former->m_isDashed;
+        leader->m_isDim = former->m_isDim;
+        leader->m_dimColor = former->m_dimColor;
+    }
+    return leader;
+}
+
+void Callout::AssignState(const CalloutState& state) {
+    if (CaptureState().definitionId != state.definitionId) {
+        UpdateDefinition(FindCalloutTemplate(state.definitionId));
+    }
+    m_localizable = state.localizable;
+    SetViewId(state.viewId);
+    std::vector<LeaderPtr> leaders;
+    std::vector<LeaderPtr> former = Leaders();
+    former.resize(state.leaders.size());
+    for (std::size_t i = 0; i < former.size(); ++i)
+        leaders.push_back(MakeLeader(state.leaders[i], former[i]));
+    const std::lock_guard hold(m_mutex);
+    m_leaders.swap(leaders);
+    m_definitionId = state.definitionId;
+    m_type = state.type;
+    m_isInitialized = state.isInitialized;
+    m_isKit = state.isKit;
+    m_isCustom = state.isCustom;
+    m_isAnchorCalculated = state.isAnchorCalculated;
+    m_itemId = state.itemId;
+    m_text = state.text;
+    m_localizedText = state.localizedText;
+    m_legacyText = state.legacyText;
+    m_position = state.position;
+    m_screenView = state.screenView;
+    m_pixel = state.pixel;
+}
+
+void Callout::RestoreState(const CalloutState& state) {
+    const CalloutState now = CaptureState();
+    if (now == state) return;
+    BeforeChange();
+    const auto scene = GetScene();
+    // A callout that leads nowhere would not be let in again.
+    const bool canEnter = state.type == CALLOUT_TYPE_FREE || !state.leaders.empty();
+    if (scene && canEnter && !AreFiledAlike(now, state)) {
+        const du::SmartPtr<zrk::Annotation> self(this);
+        const auto& observers = scene->GetObservers();
+        observers.NotifyAll([&](zrk::SceneObserver& observer) { observer.OnAnnotationRemoved(self); });
+        AssignState(state);
+        observers.NotifyAll([&](zrk::SceneObserver& observer) { observer.OnAnnotationAdded(self); });
+    }
+    AssignState(state);
+    MarkDirty();
+}
+
+void Callout::LeadThrough(const du::SmartPtr<Inset>& inset, unsigned position) {
+    CalloutState state = CaptureState();
+    if (position >= state.leaders.size()) return;
+    state.leaders[position].inset = inset;
+    RestoreState(state);
+    SetVisibleWithinInsetBounds(inset);
+    NotifyModified();
+}
+
+}  // namespace zrannotations
