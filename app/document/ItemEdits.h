@@ -1,0 +1,37 @@
+// What the user does to the parts list, with the callouts following under the same transaction.
+
+#pragma once
+
+#include <vector>
+
+#include "callouts/Callouts.h"
+#include "zritemlist/ItemList.h"
+
+namespace zrsheet {
+
+/// Edits of the list of one scene with the scene's engine. Requires: a transaction of the scene is open.
+class ItemEdits {
+public:
+    using SbomPtr = zritemlist::ItemList::SbomPtr;
+
+    /// Both outlive this.
+    ItemEdits(zritemlist::ItemList& list, zrcallouts::Callouts& engine) : m_list(list), m_engine(engine) {}
+
+    /// The item goes, its callouts first; a combined callout only loses it, and dissolves when one is left.
+    void Delete(unsigned id);
+    /// All items go, and every callout that has one.
+    void Clear();
+    /// The instances leave the items that hold them and join this one; the item's callout gains leaders to
+    /// them, those of the items they left lose theirs.
+    void Join(unsigned id, const std::vector<SbomPtr>& instances);
+    /// The instances leave the item; its callout loses its leaders to them.
+    void Leave(unsigned id, const std::vector<SbomPtr>& instances);
+
+private:
+    zritemlist::ItemList::OperationPtr OpenOperation() const;
+
+    zritemlist::ItemList& m_list;
+    zrcallouts::Callouts& m_engine;
+};
+
+}  // namespace zrsheet
