@@ -250,16 +250,4 @@ bool CalloutGenerator::NumberCallout(const CalloutPtr& callout, OperationPtr& op
     return true;
 }
 
-void CalloutGenerator::GetItemLabel(unsigned int itemId, std::string& label, bool& isCustom) const {
-    if (m_itemList) m_itemList->GetItemLabel(itemId, label, isCustom);
-}
-
-bool CalloutGenerator::GetMatchingItem(const SbomPtr& instance, unsigned int& itemId) const {
-    return m_itemList && m_itemList->GetMatchingItem(instance, itemId);
-}
-
-void CalloutGenerator::RemoveFromItemList(unsigned int itemId, OperationPtr& operation) {
-    if (m_itemList) m_itemList->DeleteItem(itemId, operation);
-}
-
 }  // namespace zrcallouts

@@ -55,11 +55,29 @@ public:
     /// Numbers, registers and shows callouts that were made elsewhere. An empty operation is made when there
     /// is something to record.
     void AddCallouts(const std::vector<CalloutPtr>& callouts, OperationPtr& operation);
+    /// Creates the callouts of the items, of all instances that each holds, with the template of that id from
+    /// now on (an unknown id keeps the engine's), and shows them under `operation`; with none, as one
+    /// recorded operation. When all are there already they take the template and nothing is recorded.
+    /// O(instances x log instances + callouts).
+    void AddOnItemIds(const std::vector<unsigned int>& itemIds, const std::string& templateId,
+                      const OperationPtr& operation);
+    /// Creates callouts on 3-D symbols; those of one shape share a callout when the engine combines equal
+    /// parts. One recorded operation, or none when no callout comes of it. O(symbols x log symbols +
+    /// annotations).
+    void AddOnSymbols(const std::vector<du::SmartPtr<zrk::Instance>>& symbols);
+    /// Lists what the copied parts need in the item list, as steps of `operation`. The callout is neither
+    /// read nor changed, and no other comes of it.
+    void AddOnCopySteps(const Selection& selection, CalloutPtr& callout, const OperationPtr& operation);
     void ShowCreatedCallouts(const OperationPtr& operation);
     const std::set<CalloutPtr>& GetCreatedCallouts() const { return m_createdCallouts; }
 
     void GetItemLabel(unsigned int itemId, std::string& label, bool& isCustom) const;
     bool GetMatchingItem(const SbomPtr& instance, unsigned int& itemId) const;
+    /// The item that holds the instance, which is listed if need be; 0 without an item list.
+    unsigned int AddToItemList(const SbomPtr& instance, bool manual, const std::string& label,
+                               OperationPtr& operation);
+    /// Deletes the items' callouts; the items stay.
+    void RemoveFromItemIds(const std::vector<unsigned int>& itemIds, const OperationPtr& operation);
     void RemoveFromItemList(unsigned int itemId, OperationPtr& operation);
 
 protected:
@@ -99,6 +117,11 @@ private:
         du::SmartPtr<zrk::ShapeInstance> shapeInstance;
         du::SmartPtr<zrk::BaseInstance> baseInstance;
     };
+    /// What a callout on a 3-D symbol needs.
+    struct Symbol {
+        du::SmartPtr<zrk::ShapeInstance> shapeInstance;
+        unsigned int id = 0;  // of the annotation that goes with it
+    };
     class ProgressReport;
 
     static du::SmartPtr<zrk::ReadWriteLock> GetRWLock();
@@ -113,8 +136,14 @@ private:
 
     bool FindTarget(const SbomPtr& instance, Target& target);
     CalloutPtr MakeCallout(const Target& target) const;
-    void AddLeader(zrannotations::Callout& callout, const Target& target, bool isCollapsed) const;
+    bool AddLeader(zrannotations::Callout& callout, const Target& target, bool isCollapsed) const;
     bool IsVisiblePart(const du::SmartPtr<zrk::Instance>& instance) const;
+
+    Run RunOfItem(unsigned int itemId) const;
+    void ShowAndRecord(const OperationPtr& operation);
+    void SwitchTemplate(const std::vector<CalloutPtr>& callouts,
+                        const du::SmartPtr<zrannotations::TAnnotation>& definition) const;
+    void CallOutSymbols(const std::vector<Symbol>& group, std::vector<CalloutPtr>& created) const;
 
     bool NumberCallout(const CalloutPtr& callout, OperationPtr& operation);
     void LocalizeShown(const CalloutPtr& callout, bool isLocalized) const;

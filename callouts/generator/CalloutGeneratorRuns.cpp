@@ -217,13 +217,14 @@ CalloutGenerator::CalloutPtr CalloutGenerator::MakeCallout(const Target& target)
     return callout;
 }
 
-void CalloutGenerator::AddLeader(Callout& callout, const Target& target, bool isCollapsed) const {
+bool CalloutGenerator::AddLeader(Callout& callout, const Target& target, bool isCollapsed) const {
     dg::DPoint3D anchor;
-    if (!callout.CalculateAnchor(target.shapeInstance, anchor)) return;
+    if (!callout.CalculateAnchor(target.shapeInstance, anchor)) return false;
     const auto leader = callout.CreateCalloutLeader(anchor, target.shapeInstance, target.baseInstance);
-    if (!leader) return;
+    if (!leader) return false;
     if (isCollapsed) leader->m_collapsed = true;
     callout.ConnectLeader(leader);
+    return true;
 }
 
 bool CalloutGenerator::IsVisiblePart(const du::SmartPtr<zrk::Instance>& instance) const {

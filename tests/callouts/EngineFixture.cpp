@@ -105,10 +105,11 @@ EngineFixture::Part EngineFixture::AddAssembly(const std::string& name, bool isW
     return assembly;
 }
 
-EngineFixture::Part EngineFixture::AddSymbol(const std::string& id, const dg::DPoint3D& position) {
+EngineFixture::Part EngineFixture::AddSymbol(const std::string& id, const dg::DPoint3D& position,
+                                             const NodePtr& node) {
     const du::SmartPtr<zrk::ComponentInstance> component(new zrk::ComponentInstance(du::Symbol(id)));
     Part symbol;
-    symbol.instance = new zrk::Instance(component, id, MakeBox(id), At(position));
+    symbol.instance = new zrk::Instance(component, id, node ? node : MakeBox(id), At(position));
     m_root.instance->AddChild(symbol.instance);
     symbol.shape = m_scene->CreateShapeInstance(symbol.instance);
     return symbol;

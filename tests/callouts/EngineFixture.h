@@ -63,8 +63,8 @@ protected:
     Part AddPart(const std::string& name, const dg::DPoint3D& position, const Part* parent = nullptr,
                  const NodePtr& node = nullptr);
     Part AddAssembly(const std::string& name, bool isWeld = false, const Part* parent = nullptr);
-    /// A 3-D symbol; callouts on it are filed under "/" + `id`.
-    Part AddSymbol(const std::string& id, const dg::DPoint3D& position);
+    /// A 3-D symbol; callouts on it are filed under "/" + `id`. Without `node` it has a shape of its own.
+    Part AddSymbol(const std::string& id, const dg::DPoint3D& position, const NodePtr& node = nullptr);
 
     static ContentPtr Literal(const std::string& text);
     static ContentPtr Reference(const std::string& group, const std::string& name,
