@@ -3,13 +3,13 @@
 #include <algorithm>
 #include <stdexcept>
 
-#include "app/document/ActionStep.h"
 #include "app/document/CalloutIds.h"
 #include "app/document/InstancePattern.h"
 #include "app/document/UserError.h"
 #include "callouts/generator/CalloutGenerator.h"
 #include "du/Localizer.h"
 #include "zrk/annotation/AnnoSet.h"
+#include "zrk/operation/CallStep.h"
 #include "zrk/world/ComponentLibrary.h"
 #include "zrk/world/Kernel.h"
 #include "zrk/world/World.h"
@@ -84,7 +84,8 @@ void Document::ListParts() {
 }
 
 void Document::Record(std::function<void()> undo, std::function<void()> redo) const {
-    [[maybe_unused]] const ActionStep step(std::move(undo), std::move(redo));
+    const auto operation = Scene()->GetHistory().GetOpenOperation();
+    if (operation) operation->AddStep(new zrk::CallStep(std::move(undo), std::move(redo)));
 }
 
 void Document::SetPage(int width, int height) {
