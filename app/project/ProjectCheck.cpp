@@ -46,8 +46,7 @@ public:
     void Check() {
         CheckCamera();
         CollectNames();
-        if (!m_project.settings.labelTemplate.empty())
-            m_templates.Expect("settings.labelTemplate", m_project.settings.labelTemplate, "template");
+        m_templates.Expect("settings.labelTemplate", m_project.settings.labelTemplate, "template");
         CheckItems();
         CheckCallouts("callouts", m_project.callouts);
         CheckCallouts("savedCallouts", m_project.savedCallouts);
@@ -81,7 +80,8 @@ private:
     }
 
     void CheckItems() {
-        std::set<std::pair<unsigned, unsigned>> numbers;  // below their parents
+        std::set<std::pair<unsigned, unsigned>> numbers;  // below their parents, where that counts
+        const bool isHierarchical = m_project.numbering.hierarchical;
         Names<std::string> held;
         unsigned last = 0;
         for (std::size_t i = 0; i < m_project.items.size(); ++i) {
@@ -90,8 +90,8 @@ private:
             if (item.id <= last) throw ProjectFault(place + ".id", "ids must ascend from item to item");
             last = item.id;
             m_parents.emplace(item.id, item.parent);
-            if (item.number != 0 && !numbers.emplace(item.parent, item.number).second)
-                throw ProjectFault(place + ".number", "another item below the same parent has it too");
+            if (item.number != 0 && !numbers.emplace(isHierarchical ? item.parent : 0, item.number).second)
+                throw ProjectFault(place + ".number", "another item has it too");
             for (std::size_t k = 0; k < item.instances.size(); ++k) {
                 const std::string instance = At(place + ".instances", k);
                 m_paths.Expect(instance, item.instances[k], "part");
@@ -103,8 +103,6 @@ private:
 
     // A way that has been gone is cut off, so that each is gone once.
     void CheckParents() {
-        for (std::size_t i = 0; i < m_project.items.size(); ++i)
-            ExpectItem(At("items", i) + ".parent", m_project.items[i].parent);
         std::map<unsigned, unsigned> parents = m_parents;
         for (std::size_t i = 0; i < m_project.items.size(); ++i) {
             std::set<unsigned> way;

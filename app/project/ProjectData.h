@@ -34,7 +34,7 @@ struct ProjectModel {
 struct ProjectInstance {
     std::string path;
     std::string name;
-    std::string geometry;  // digest of the triangles; "" for an assembly
+    std::string geometry;  // digest of the triangles, or of what the assembly consists of; "" when unknown
 
     friend bool operator==(const ProjectInstance&, const ProjectInstance&) = default;
 };
@@ -124,7 +124,7 @@ struct ProjectItem {
     unsigned id = 0;
     std::string label;    // "" for an item that is numbered
     unsigned number = 0;  // among the items below the same parent; 0 for none
-    unsigned parent = 0;
+    unsigned parent = 0;  // the item of the assembly above; may be gone by now
     bool itemized = true;
     bool manual = false;
     std::string tag;
@@ -170,7 +170,7 @@ struct ProjectCallout {
     ProjectPoint position{};  // of the label: relative to the first leader's part, free ones in the world
     std::optional<ProjectPoint> pixel;  // set: the label stays there while the camera moves
     bool anchorCalculated = false;
-    unsigned front = 0;  // those brought to the front, in that order; 0 for the others
+    unsigned view = 0;  // in which it was made; 0 for none
     std::vector<ProjectLeader> leaders;
     std::vector<ProjectCallout> members;  // of a combined callout; they have none themselves
 

@@ -94,7 +94,7 @@ void DescribeFields(Fields& fields, Kind<ProjectModel>) {
 
 template <class Fields>
 void DescribeFields(Fields& fields, Kind<ProjectInstance>) {
-    fields.Required("path", &ProjectInstance::path, kPath);
+    fields.Required("path", &ProjectInstance::path, kNotEmpty);
     fields.Required("name", &ProjectInstance::name);
     fields.Optional("geometry", &ProjectInstance::geometry);
 }
@@ -124,7 +124,7 @@ void DescribeFields(Fields& fields, Kind<ProjectSettings>) {
     fields.Required("language", &ProjectSettings::language, kNotEmpty);
     fields.Required("leaders", &ProjectSettings::leaders);
     fields.Required("drawWhenHidden", &ProjectSettings::drawWhenHidden);
-    fields.Required("labelTemplate", &ProjectSettings::labelTemplate);
+    fields.Required("labelTemplate", &ProjectSettings::labelTemplate, kNotEmpty);
 }
 
 template <class Fields>
@@ -213,7 +213,7 @@ void DescribeFields(Fields& fields, Kind<ProjectCallout>) {
     fields.Required("position", &ProjectCallout::position);
     fields.Optional("pixel", &ProjectCallout::pixel);
     fields.Optional("anchorCalculated", &ProjectCallout::anchorCalculated);
-    fields.Optional("front", &ProjectCallout::front, kIdOrNone);
+    fields.Optional("view", &ProjectCallout::view, kIdOrNone);
     fields.Optional("leaders", &ProjectCallout::leaders);
     fields.Optional("members", &ProjectCallout::members);
 }

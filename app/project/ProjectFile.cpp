@@ -76,7 +76,7 @@ ProjectData LoadProject(const fs::path& file) {
     return ReadProject(ReadHead(stream, static_cast<std::size_t>(size)), file.string());
 }
 
-ProjectModel DescribeModel(const fs::path& model, const fs::path& project) {
+ProjectModel DescribeModel(const fs::path& model) {
     std::ifstream stream = OpenFile(model);
     ProjectModel described;
     Digest digest;
@@ -88,9 +88,13 @@ ProjectModel DescribeModel(const fs::path& model, const fs::path& project) {
         described.size += count;
     }
     described.sha256 = digest.Hex();
-    const fs::path folder = fs::weakly_canonical(fs::absolute(project)).parent_path();
-    described.path = fs::canonical(model).lexically_proximate(folder).generic_string();
+    described.path = fs::canonical(model).generic_string();
     return described;
+}
+
+std::string ModelPathFrom(const fs::path& file, const std::string& model) {
+    const fs::path folder = fs::weakly_canonical(fs::absolute(file)).parent_path();
+    return fs::path(model).lexically_proximate(folder).generic_string();
 }
 
 fs::path FindModel(const ProjectModel& model, const fs::path& file) {

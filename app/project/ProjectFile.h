@@ -16,10 +16,12 @@ void SaveProject(const ProjectData& project, const std::filesystem::path& file);
 /// Throws UserError when the file cannot be read, is damaged, or of a newer program.
 [[nodiscard]] ProjectData LoadProject(const std::filesystem::path& file);
 
-/// What `model` is like now, called by its way from the folder of `project`. Throws UserError when it cannot
-/// be read. Reads the whole file.
-[[nodiscard]] ProjectModel DescribeModel(const std::filesystem::path& model,
-                                         const std::filesystem::path& project);
+/// What the file is like now; its path is absolute. Throws UserError when it cannot be read. Reads the whole
+/// file.
+[[nodiscard]] ProjectModel DescribeModel(const std::filesystem::path& model);
+
+/// What a project in `file` calls the model: its way from the project's folder.
+[[nodiscard]] std::string ModelPathFrom(const std::filesystem::path& file, const std::string& model);
 
 /// Where the model of the project in `file` is. Throws UserError when there is none.
 [[nodiscard]] std::filesystem::path FindModel(const ProjectModel& model, const std::filesystem::path& file);

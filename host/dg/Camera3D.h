@@ -30,6 +30,10 @@ public:
     static Camera3D Perspective(const DPoint3D& eye, const DPoint3D& target, const DVec3& up,
                                 double fieldOfView, double nearDistance, double farDistance, int width,
                                 int height);
+    /// The camera whose matrix and viewport were read before. Requires: the matrix has an inverse.
+    static Camera3D FromMatrix(const DMat44& worldToPixel, int width, int height) {
+        return {worldToPixel, width, height};
+    }
 
     const DMat44& GetWorldToPixel() const { return m_worldToPixel; }
     const DMat44& GetPixelToWorld() const { return m_pixelToWorld; }

@@ -174,6 +174,7 @@ void ItemsList::Insert(unsigned id, Item item) {
     std::vector<SbomPtr> instances;
     instances.swap(item.instances);
     m_items[id] = std::move(item);
+    m_lastId = std::max(m_lastId, id);
     m_ranks.Insert(id);
     for (const auto& instance : instances) Take(id, instance);
 }

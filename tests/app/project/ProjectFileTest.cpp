@@ -126,8 +126,8 @@ TEST(ProjectFile, FindsTheModelWhereverBothAreMoved) {
     std::filesystem::create_directories(folder / "old/models");
     std::filesystem::create_directory(folder / "old/projects");
     PutFile(folder / "old/models/abc.glb", "abc");
-    const ProjectModel model =
-        DescribeModel(folder / "old/models/abc.glb", folder / "old/projects/a.zrsheet");
+    ProjectModel model = DescribeModel(folder / "old/models/abc.glb");
+    model.path = ModelPathFrom(folder / "old/projects/a.zrsheet", model.path);
     EXPECT_EQ(model.path, "../models/abc.glb");
     EXPECT_EQ(model.size, 3U);
     EXPECT_EQ(model.sha256, "ba7816bf8f01cfea414140de5dae2223b00361a396177a9cb410ff61f20015ad");

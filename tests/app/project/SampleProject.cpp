@@ -20,7 +20,7 @@ ProjectCallout Balloon() {
     callout.position = {0.1, 1.7976931348623157e308, 5e-324};
     callout.pixel = {3.5, 4, 0.25};
     callout.anchorCalculated = true;
-    callout.front = 1;
+    callout.view = 1;
     callout.leaders = {{"/Pump/Screw:2", "", {1, 2, 3}, "/Pump", 1, true, true},
                        {"arrow-1", "arrow-1", {0, 0, 0}, "/", 0, false, false},
                        {"/Pump/Gone", "", {0, 0, 0}, "", 0, false, false}};

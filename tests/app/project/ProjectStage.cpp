@@ -1,0 +1,131 @@
+#include "tests/app/project/ProjectStage.h"
+
+#include "app/document/SymbolShapes.h"
+#include "app/document/ViewDirection.h"
+#include "app/project/ProjectWriter.h"
+#include "zrannotations/CombinedCallout.h"
+#include "zrannotations/SymbolAnnotation.h"
+#include "zrk/annotation/AnnoSet.h"
+
+namespace zrsheet::test {
+namespace {
+
+using zrannotations::Callout;
+
+du::SmartPtr<zrk::AnnoSet> AnnoSetOf(const Document& document) {
+    du::SmartPtr<zrk::AnnoSet> annoSet;
+    document.Scene()->GetAnnoSet(annoSet);
+    return annoSet;
+}
+
+}  // namespace
+
+ProjectStage::ProjectStage() : m_session(2) { PutFile(m_folder / "model.glb", "a model"); }
+
+void ProjectStage::Begin(const Assembly& assembly, const Document::Settings& settings) {
+    m_project.reset();
+    m_project = std::make_unique<Project>(assembly, m_folder / "model.glb", settings);
+    Doc().Model().LookAt(ParseViewDirection("iso"), 640, 480, 60.0);
+    Doc().CreateCallouts({}, {});
+    Doc().Settle();
+}
+
+void ProjectStage::Reopen(const Assembly& assembly) { Open(m_project->Capture(), assembly); }
+
+void ProjectStage::Open(const ProjectData& saved, const Assembly& assembly) {
+    m_project.reset();
+    m_project = std::make_unique<Project>(saved, assembly, m_folder / "model.glb");
+}
+
+std::string ProjectStage::Text() const { return WriteProject(m_project->Capture()); }
+
+ProjectStage::CalloutPtr ProjectStage::CalloutOf(unsigned item) {
+    for (const auto& callout : Doc().Callouts()) {
+        if (callout->ReferencesItemId(item)) return callout;
+    }
+    return nullptr;
+}
+
+void ProjectStage::Show(const CalloutPtr& callout) { AnnoSetOf(Doc())->AddAnnotationToSet(callout, nullptr); }
+
+std::vector<std::string> ProjectStage::Looks() {
+    std::vector<std::string> looks;
+    for (const auto& callout : Doc().Callouts()) {
+        std::string look = callout->GetMarkupText().Text() + ":";
+        for (const unsigned leader : callout->GetDrawnLeaders())
+            look += callout->IsHiddenAsDashedAtPos(leader) ? " dashed" : " solid";
+        looks.push_back(look);
+    }
+    return looks;
+}
+
+void ProjectStage::EditEverything() {
+    EditSettings();
+    AddAnnotations();
+    ChangeCallouts();
+    EditParts();
+    Doc().Settle();
+}
+
+void ProjectStage::EditSettings() {
+    Doc().SetPage(900, 700);
+    Doc().SetLanguage("de");
+    Doc().SetLeaders(LeaderChoice::All);
+    Doc().DefineTemplate("long", "{item} {name}");
+    Doc().UseTemplate("long");
+    Doc().View()->SetBackgroundColors({0.1F, 0.2F, 0.3F, 1}, {1, 1, 0, 1}, {0, 0, 0, 1});
+    const auto& items = Doc().Items();
+    const auto ids = items->GetItemIds();
+    items->SetTag(ids[0], "T-1");
+    items->SetLabel(ids[1], "A");
+    items->RemoveItem(ids[2]);
+    items->AddItem({}, "", true, true);
+}
+
+void ProjectStage::AddAnnotations() {
+    const auto annoSet = AnnoSetOf(Doc());
+    const du::SmartPtr<zrk::Instance> arrow(new zrk::Instance(
+        du::SmartPtr<zrk::ComponentInstance>(new zrk::ComponentInstance(du::Symbol("symbol-1"))), "arrow",
+        SymbolComponent("arrow"), dg::Location::IDENTITY));
+    const du::SmartPtr<zrk::Annotation> annotation(new zrannotations::SymbolAnnotation(arrow));
+    annoSet->AddAnnotationToSet(annotation, nullptr);
+    const auto shape = Doc().Scene()->CreateShapeInstance(arrow);
+    const CalloutPtr onArrow(new Callout);
+    onArrow->Initialize(Doc().Engine()->GetTemplate(), shape, true, nullptr);
+    onArrow->SetSymbolIdAtPos(annotation->Id(), 0);
+    Show(onArrow);
+    const CalloutPtr note(new Callout);
+    note->InitializeFree(Doc().Engine()->GetTemplate(), {1, 2, 3});
+    note->SetCustomCallout(true);
+    note->SetText(du::Symbol("Grease"), false);
+    note->GetLocalizableString() = du::Symbol("Grease");
+    note->GetLocalizableString().SetTranslation("de", du::Symbol("Fetten"));
+    Show(note);
+    const du::SmartPtr<zrannotations::Inset> inset(
+        new zrannotations::Inset(Doc().View(), {{320, 240, 0}, {80, 80, 0}, 60, 2.5F}));
+    annoSet->AddAnnotationToSet(inset, nullptr);
+}
+
+void ProjectStage::ChangeCallouts() {
+    auto callouts = Doc().Callouts();
+    callouts[0]->SetLabelPosition({0.5, 0.25, 0.125});
+    callouts[1]->SetLabelScreenSpaceMode(Doc().View());
+    callouts[2]->LeadThrough(Doc().Insets().front(), 0);
+    zrannotations::CombinedCallout::Combine({callouts[3], callouts[4]}, nullptr);
+    AnnoSetOf(Doc())->RemoveAnnotationFromSet(callouts[5], nullptr);
+    AnnoSetOf(Doc())->AddReferencedAnnotation(callouts[5]);
+}
+
+void ProjectStage::EditParts() {
+    const auto shapes = Doc().FindShapes({});
+    Doc().Scene()->SetVisible(shapes[0], false);
+    Doc().Scene()->RemoveShapeInstance(shapes[1]);
+    Doc().Scene()->SetPhantom(shapes[2], true);
+    dg::Location place;
+    shapes[3]->GetLocation(place);
+    place.SetPos({0.1, 0.2, 0.3});
+    Doc().Scene()->SetLocation(shapes[3], place);
+    Doc().Model().Instances()[0]->SetProperty(du::Symbol::EMPTY, du::Symbol("Name"), du::Symbol("Renamed"));
+}
+
+}  // namespace zrsheet::test

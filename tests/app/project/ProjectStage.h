@@ -1,0 +1,51 @@
+// An application with a project in it, for tests: it can be edited as authors do, closed and opened again.
+
+#pragma once
+
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "app/project/Project.h"
+#include "tests/app/file/TemporaryFolder.h"
+#include "zrkapp/illustration/HostSession.h"
+
+namespace zrsheet::test {
+
+class ProjectStage {
+public:
+    using CalloutPtr = Document::CalloutPtr;
+
+    ProjectStage();
+
+    /// Closes what is open and begins anew, with callouts for everything.
+    void Begin(const Assembly& assembly, const Document::Settings& settings = {});
+    /// Closes what is open and opens what it was, with that model.
+    void Reopen(const Assembly& assembly);
+    void Open(const ProjectData& saved, const Assembly& assembly);
+
+    Project& Get() { return *m_project; }
+    Document& Doc() { return m_project->Doc(); }
+    /// The text of the file that would be saved.
+    std::string Text() const;
+
+    /// Uses every kind of object and setting that a project holds, on the parts that callouts lead to first.
+    void EditEverything();
+
+    CalloutPtr CalloutOf(unsigned item);
+    void Show(const CalloutPtr& callout);
+    /// For each callout in turn, which of its leaders are drawn, dashed or both.
+    std::vector<std::string> Looks();
+
+private:
+    void EditParts();
+    void EditSettings();
+    void AddAnnotations();
+    void ChangeCallouts();
+
+    const TemporaryFolder m_folder;
+    const zrkapp::illustration::HostSession m_session;
+    std::unique_ptr<Project> m_project;
+};
+
+}  // namespace zrsheet::test
