@@ -127,13 +127,13 @@ void History::MarkFailed() {
     m_isFailed = true;
 }
 
-du::SmartPtr<Operation> History::GetOpenOperation() const {
+du::SmartPtr<Operation> History::OpenOperation() const {
     const std::lock_guard hold(m_mutex);
     return m_open;
 }
 
 du::SmartPtr<Operation> History::GetOperationFor(const du::SmartPtr<Operation>& given) const {
-    const auto open = GetOpenOperation();
+    const auto open = OpenOperation();
     return open ? open : given;
 }
 

@@ -43,7 +43,7 @@ public:
     /// false the three below need not be asked.
     static bool IsAnyActive() { return s_active.load(std::memory_order_relaxed) != 0; }
     /// Where a change puts its step: the open transaction's operation; null outside one.
-    du::SmartPtr<Operation> GetOpenOperation() const;
+    du::SmartPtr<Operation> OpenOperation() const;
     /// The open transaction's operation, else the given one, which may be null.
     du::SmartPtr<Operation> GetOperationFor(const du::SmartPtr<Operation>& given) const;
     /// Called before an annotation enters, leaves or changes. True when a transaction, or an undo under way,
