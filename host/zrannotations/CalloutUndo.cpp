@@ -1,9 +1,11 @@
 // What is kept of a callout for undo, and how it is put back.
 
+#include <algorithm>
 #include <utility>
 
 #include "zrannotations/Callout.h"
 #include "zrannotations/CalloutTemplates.h"
+#include "zrk/annotation/AnnoSet.h"
 #include "zrk/scene/Scene.h"
 
 namespace zrannotations {
@@ -121,11 +123,14 @@ void Callout::RestoreState(const CalloutState& state) {
     const CalloutState now = CaptureState();
     if (now == state) return;
     BeforeChange();
+    const du::SmartPtr<zrk::Annotation> self(this);
     const auto scene = GetScene();
+    du::SmartPtr<zrk::AnnoSet> annoSet;
+    if (scene) scene->GetAnnoSet(annoSet);
+    const bool isShown = annoSet && annoSet->Contains(self);
     // A callout that leads nowhere would not be let in again.
     const bool canEnter = state.type == CALLOUT_TYPE_FREE || !state.leaders.empty();
-    if (scene && canEnter && !AreFiledAlike(now, state)) {
-        const du::SmartPtr<zrk::Annotation> self(this);
+    if (isShown && canEnter && !AreFiledAlike(now, state)) {
         const auto& observers = scene->GetObservers();
         observers.NotifyAll([&](zrk::SceneObserver& observer) { observer.OnAnnotationRemoved(self); });
         AssignState(state);

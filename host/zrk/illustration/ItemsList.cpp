@@ -229,6 +229,7 @@ void ItemsList::Assign(unsigned id, const std::optional<Item>& item) {
             const std::lock_guard hold(m_mutex);
             for (const auto& instance : m_items[id].instances) Drop(id, instance);
             FreeNumber(m_items[id]);
+            m_ranks.Erase(id);
             Insert(id, *item);
             KeepNumber(m_items[id]);
         }

@@ -49,29 +49,49 @@ bool History::Replay(Entries& from, Entries& to, Work work,
     if (entry.*states) {
         Run(*entry.operation, work, (entry.*states).get());
     } else {
-        (*entry.operation.*work)();
+        (*entry.operation.*work)({});
     }
     const std::lock_guard hold(m_mutex);
     to.push_back(std::move(entry));
     return true;
 }
 
-// What the operation's steps set off (an engine that follows the items, say) is not undone step by step: what
-// it changed beside the states is put back, and the states are put as they were.
+// What the steps, and the states, set off (an engine follows items and insets, say) is no part of the
+// operation: what it changes beside the states is put back, and the states have the last word.
 void History::Run(Operation& operation, Work work, const StateJournal* states) {
     const Activity activity;
-    const auto sideEffects = std::make_shared<StateJournal>(m_annoSet);
+    const auto sideEffects = std::make_shared<StateJournal>(m_annoSet, states);
     {
         const std::lock_guard hold(m_mutex);
         m_journal = sideEffects;
+        m_sideEffects = new Operation({}, operation.GetScene(), true);
     }
-    (operation.*work)();
+    (operation.*work)([this] { UndoSideEffects(); });
+    states->Restore();
+    UndoSideEffects();
     {
         const std::lock_guard hold(m_mutex);
         m_journal = nullptr;
+        m_sideEffects = nullptr;
     }
-    sideEffects->Restore(states);
-    states->Restore(nullptr);
+    if (sideEffects->IsEmpty()) return;
+    sideEffects->Restore();
+    states->Restore();
+}
+
+void History::UndoSideEffects() {
+    du::SmartPtr<Operation> sideEffects;
+    {
+        const std::lock_guard hold(m_mutex);
+        sideEffects = m_sideEffects;
+    }
+    if (!sideEffects->HasUndo()) return;
+    const du::SmartPtr<Operation> next(new Operation({}, sideEffects->GetScene(), true));
+    {
+        const std::lock_guard hold(m_mutex);
+        m_sideEffects = next;
+    }
+    sideEffects->Undo();
 }
 
 bool History::Begin(const du::SmartPtr<Operation>& operation) {
@@ -133,8 +153,8 @@ du::SmartPtr<Operation> History::OpenOperation() const {
 }
 
 du::SmartPtr<Operation> History::GetOperationFor(const du::SmartPtr<Operation>& given) const {
-    const auto open = OpenOperation();
-    return open ? open : given;
+    const std::lock_guard hold(m_mutex);
+    return m_open ? m_open : given ? given : m_sideEffects;
 }
 
 bool History::Keep(const du::SmartPtr<Annotation>& annotation) {

@@ -4,6 +4,7 @@
 
 #include <atomic>
 #include <cstddef>
+#include <functional>
 #include <memory>
 #include <mutex>
 #include <string>
@@ -44,7 +45,8 @@ public:
     static bool IsAnyActive() { return s_active.load(std::memory_order_relaxed) != 0; }
     /// Where a change puts its step: the open transaction's operation; null outside one.
     du::SmartPtr<Operation> OpenOperation() const;
-    /// The open transaction's operation, else the given one, which may be null.
+    /// The open transaction's operation, else the given one, which may be null. While something is undone and
+    /// none is given: an operation that is taken back at once, for changes that are only set off by the undo.
     du::SmartPtr<Operation> GetOperationFor(const du::SmartPtr<Operation>& given) const;
     /// Called before an annotation enters, leaves or changes. True when a transaction, or an undo under way,
     /// has its state from before.
@@ -59,7 +61,7 @@ private:
         std::shared_ptr<const StateJournal> after;
     };
     using Entries = std::vector<Entry>;
-    using Work = void (Operation::*)();
+    using Work = void (Operation::*)(const std::function<void()>& afterEach);
 
     class Activity;
 
@@ -74,6 +76,8 @@ private:
     /// Does the work while a journal of its own keeps what it changes beside what it is meant to change, then
     /// sets all straight.
     void Run(Operation& operation, Work work, const StateJournal* states);
+    /// Takes back what a step has set off.
+    void UndoSideEffects();
 
     static std::atomic<unsigned> s_active;
 
@@ -83,6 +87,7 @@ private:
     Entries m_undone;
     du::SmartPtr<Operation> m_open;  // null outside a transaction
     bool m_isFailed = false;
+    du::SmartPtr<Operation> m_sideEffects;    // null unless something is being undone
     std::shared_ptr<StateJournal> m_journal;  // of the open transaction, or of what is being undone
 };
 

@@ -21,16 +21,18 @@ std::vector<du::SmartPtr<OperationStep>> Operation::Steps() const {
     return m_steps;
 }
 
-void Operation::Undo() {
+void Operation::Undo(const std::function<void()>& afterEach) {
     const auto steps = Steps();
-    std::for_each(steps.rbegin(), steps.rend(), [](const auto& step) {
+    std::for_each(steps.rbegin(), steps.rend(), [&](const auto& step) {
         if (step->HasUndo()) step->Undo();
+        if (afterEach) afterEach();
     });
 }
 
-void Operation::Redo() {
+void Operation::Redo(const std::function<void()>& afterEach) {
     for (const auto& step : Steps()) {
         if (step->HasUndo()) step->Redo();
+        if (afterEach) afterEach();
     }
 }
 

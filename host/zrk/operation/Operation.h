@@ -2,6 +2,7 @@
 
 #pragma once
 
+#include <functional>
 #include <mutex>
 #include <string>
 #include <vector>
@@ -22,9 +23,9 @@ public:
     ~Operation() override;
 
     void AddStep(const du::SmartPtr<OperationStep>& step);
-    /// The last step first.
-    void Undo();
-    void Redo();
+    /// The last step first. `afterEach` is called after each step.
+    void Undo(const std::function<void()>& afterEach = {});
+    void Redo(const std::function<void()>& afterEach = {});
     /// Adds the steps of another operation, in order.
     void Append(const Operation& other);
     /// Whether there is a step that can be undone.

@@ -5,7 +5,8 @@
 
 namespace zrk {
 
-StateJournal::StateJournal(du::SmartPtr<AnnoSet> annoSet) : m_annoSet(std::move(annoSet)) {}
+StateJournal::StateJournal(du::SmartPtr<AnnoSet> annoSet, const StateJournal* except)
+    : m_annoSet(std::move(annoSet)), m_except(except) {}
 
 StateJournal::~StateJournal() = default;
 
@@ -14,6 +15,7 @@ StateJournal::Kept StateJournal::Capture(const du::SmartPtr<Annotation>& annotat
 }
 
 void StateJournal::Keep(const du::SmartPtr<Annotation>& annotation) {
+    if (m_except != nullptr && m_except->Contains(annotation)) return;
     const std::lock_guard hold(m_mutex);
     if (m_places.emplace(annotation.get(), m_kept.size()).second) m_kept.push_back(Capture(annotation));
 }
@@ -53,12 +55,11 @@ std::shared_ptr<const StateJournal> StateJournal::CaptureChanged() {
 // First all that leaves, so that nobody is filed twice; then what stays, or stays away, takes its state, the
 // first change's last; then all that comes in, in the order of the set. What comes in has its state before it
 // is seen, and again after the observers have had their say.
-void StateJournal::Restore(const StateJournal* except) const {
+void StateJournal::Restore() const {
     std::vector<const Kept*> leaving;
     std::vector<const Kept*> staying;
     std::vector<const Kept*> entering;
     for (const Kept& kept : m_kept) {
-        if (except != nullptr && except->Contains(kept.annotation)) continue;
         const auto now = m_annoSet->GetMembership(kept.annotation);
         (kept.membership == now ? staying : kept.membership.place ? entering : leaving).push_back(&kept);
     }

@@ -17,7 +17,8 @@ namespace zrk {
 /// Kept are an annotation's state and its place in the set. Any thread.
 class StateJournal {
 public:
-    explicit StateJournal(du::SmartPtr<AnnoSet> annoSet);
+    /// Annotations that `except` has are passed over; it may be null and outlives this.
+    explicit StateJournal(du::SmartPtr<AnnoSet> annoSet, const StateJournal* except = nullptr);
     StateJournal(const StateJournal&) = delete;
     StateJournal& operator=(const StateJournal&) = delete;
     ~StateJournal();
@@ -29,8 +30,8 @@ public:
 
     /// The same annotations as they are now. Those that are as they were are forgotten, here too.
     std::shared_ptr<const StateJournal> CaptureChanged();
-    /// Makes all annotations what they were, except those that `except` (may be null) has. O(n log n).
-    void Restore(const StateJournal* except) const;
+    /// Makes all annotations what they were. O(n log n).
+    void Restore() const;
 
 private:
     struct Kept {
@@ -42,6 +43,7 @@ private:
     Kept Capture(const du::SmartPtr<Annotation>& annotation) const;
 
     const du::SmartPtr<AnnoSet> m_annoSet;
+    const StateJournal* const m_except;
     // Guards the two below. Held while a state is captured, which takes the annotation's own leaf lock: of
     // two threads that are about to change it one captures, and the other waits until it has.
     mutable std::mutex m_mutex;
