@@ -41,7 +41,7 @@ void ItemEdits::Leave(unsigned id, const std::vector<SbomPtr>& instances) {
 
 zritemlist::ItemList::OperationPtr ItemEdits::OpenOperation() const {
     const auto scene = m_engine.GetScene();
-    return scene ? scene->GetHistory().OpenOperation() : zritemlist::ItemList::OperationPtr();
+    return scene ? scene->GetHistory().GetOpenOperation() : zritemlist::ItemList::OperationPtr();
 }
 
 }  // namespace zrsheet

@@ -147,7 +147,7 @@ void History::MarkFailed() {
     m_isFailed = true;
 }
 
-du::SmartPtr<Operation> History::OpenOperation() const {
+du::SmartPtr<Operation> History::GetOpenOperation() const {
     const std::lock_guard hold(m_mutex);
     return m_open;
 }

@@ -44,7 +44,7 @@ public:
     /// false the three below need not be asked.
     static bool IsAnyActive() { return s_active.load(std::memory_order_relaxed) != 0; }
     /// Where a change puts its step: the open transaction's operation; null outside one.
-    du::SmartPtr<Operation> OpenOperation() const;
+    du::SmartPtr<Operation> GetOpenOperation() const;
     /// The open transaction's operation, else the given one, which may be null. While something is undone and
     /// none is given: an operation that is taken back at once, for changes that are only set off by the undo.
     du::SmartPtr<Operation> GetOperationFor(const du::SmartPtr<Operation>& given) const;

@@ -24,7 +24,7 @@ bool Transaction::Commit() {
 }
 
 du::SmartPtr<Operation> Transaction::GetOperation() const {
-    return m_isOpen ? m_scene->GetHistory().OpenOperation() : du::SmartPtr<Operation>();
+    return m_isOpen ? m_scene->GetHistory().GetOpenOperation() : du::SmartPtr<Operation>();
 }
 
 }  // namespace zrk

@@ -34,7 +34,7 @@ std::vector<du::SmartPtr<ShapeInstance>> ShapeScene::GetShapeInstances() const {
 // The operation holds the scene already, so the calls may too.
 template <class Undo, class Redo>
 void ShapeScene::TakeIn(Undo undo, Redo redo) {
-    const auto operation = History::IsAnyActive() ? GetHistory().OpenOperation() : nullptr;
+    const auto operation = History::IsAnyActive() ? GetHistory().GetOpenOperation() : nullptr;
     if (!operation) return;
     const du::SmartPtr<ShapeScene> scene(this);
     operation->AddStep(new CallStep([scene, undo] { undo(*scene); }, [scene, redo] { redo(*scene); }));

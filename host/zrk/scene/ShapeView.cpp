@@ -68,7 +68,7 @@ template <class Apply, class State>
 void ShapeView::TakeIn(Apply apply, const State& former, const State& state) {
     if (!History::IsAnyActive() || former == state) return;
     const auto scene = GetScene();
-    const auto operation = scene ? scene->GetHistory().OpenOperation() : du::SmartPtr<Operation>();
+    const auto operation = scene ? scene->GetHistory().GetOpenOperation() : du::SmartPtr<Operation>();
     if (!operation || !scene->HasView(*this)) return;
     const du::SmartPtr<ShapeView> self(this);
     operation->AddStep(new CallStep([self, apply, former] { apply(*self, former); },
