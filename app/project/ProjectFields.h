@@ -35,6 +35,9 @@ inline constexpr FieldRule<unsigned> kIdOrNone{[](const unsigned& id) { return i
                                                "a whole number from 0 to 1000000000"};
 inline constexpr FieldRule<int> kPixels{[](const int& size) { return size >= 1 && size <= 32767; },
                                         "a whole number from 1 to 32767"};
+/// A view that was never shown has none.
+inline constexpr FieldRule<int> kPixelsOrNone{[](const int& size) { return size >= 0 && size <= 32767; },
+                                              "a whole number from 0 to 32767"};
 inline constexpr FieldRule<std::string> kNotEmpty{[](const std::string& text) { return !text.empty(); },
                                                   "a text that is not empty"};
 inline constexpr FieldRule<std::string> kPath{[](const std::string& text) { return text.starts_with('/'); },
@@ -108,8 +111,8 @@ void DescribeFields(Fields& fields, Kind<ProjectPage>) {
 template <class Fields>
 void DescribeFields(Fields& fields, Kind<ProjectCamera>) {
     fields.Required("worldToPixel", &ProjectCamera::worldToPixel);
-    fields.Required("width", &ProjectCamera::width, kPixels);
-    fields.Required("height", &ProjectCamera::height, kPixels);
+    fields.Required("width", &ProjectCamera::width, kPixelsOrNone);
+    fields.Required("height", &ProjectCamera::height, kPixelsOrNone);
 }
 
 template <class Fields>

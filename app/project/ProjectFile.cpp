@@ -8,7 +8,6 @@
 #include "app/document/UserError.h"
 #include "app/file/AtomicFile.h"
 #include "app/project/Digest.h"
-#include "app/project/ProjectCheck.h"
 #include "app/project/ProjectFault.h"
 #include "app/project/ProjectReader.h"
 #include "app/project/ProjectWriter.h"
@@ -49,9 +48,10 @@ void CheckReplaceable(const fs::path& file) {
     CheckProjectVersion(head, file.string());
 }
 
-void CheckFits(const ProjectData& project) {
+/// What could not be read again must not take the place of what can.
+void CheckReadable(const std::string& text) {
     try {
-        CheckProject(project);
+        static_cast<void>(ParseProject(text));
     } catch (const ProjectFault& fault) {
         throw UserError(std::string("the project cannot be saved: ") + fault.what() +
                         "; undo the last change and save again");
@@ -62,8 +62,8 @@ void CheckFits(const ProjectData& project) {
 
 void SaveProject(const ProjectData& project, const fs::path& file) {
     CheckReplaceable(file);
-    CheckFits(project);
     const std::string text = WriteProject(project);
+    CheckReadable(text);
     if (text.size() > kMostBytes) throw UserError(file.string() + ": the project is too large; split it");
     WriteFileAtomically(file, text);
 }

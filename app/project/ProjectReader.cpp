@@ -231,16 +231,20 @@ void CheckProjectVersion(std::string_view text, const std::string& file) {
     if (*version == 0) throw UserError(file + ": version: expected a number from 1" + kAdvice);
 }
 
+ProjectData ParseProject(std::string_view text) {
+    Json root = Parse(text);
+    root.erase("format");
+    root.erase("version");
+    ProjectData project;
+    Read(Place(root), project);
+    CheckProject(project);
+    return project;
+}
+
 ProjectData ReadProject(std::string_view text, const std::string& file) {
     CheckProjectVersion(text, file);
     try {
-        Json root = Parse(text);
-        root.erase("format");
-        root.erase("version");
-        ProjectData project;
-        Read(Place(root), project);
-        CheckProject(project);
-        return project;
+        return ParseProject(text);
     } catch (const ProjectFault& fault) {
         throw UserError(file + ": " + fault.what() + kAdvice);
     }

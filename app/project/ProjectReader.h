@@ -15,6 +15,9 @@ namespace zrsheet {
 /// it, what, and what to do. Linear, up to logarithms.
 [[nodiscard]] ProjectData ReadProject(std::string_view text, const std::string& file);
 
+/// The same for text that stands in no file. Throws ProjectFault.
+[[nodiscard]] ProjectData ParseProject(std::string_view text);
+
 /// The version of the format that the text claims; empty when it is no project. Reads the beginning only.
 [[nodiscard]] std::optional<unsigned> ProjectVersionOf(std::string_view text);
 

@@ -34,7 +34,7 @@ std::string ErrorOf(Action action) {
 /// Long enough that saving it takes a while.
 ProjectData LongProject(const std::string& tag) {
     ProjectData project = SampleProject();
-    for (unsigned id = 6; id < 300; ++id) project.items.push_back({id, tag, 0, 0, true, false, tag, {}});
+    for (unsigned id = 6; id < 150; ++id) project.items.push_back({id, tag, 0, 0, true, false, tag, {}});
     return project;
 }
 
@@ -102,9 +102,9 @@ TEST(ProjectFile, ReplacesNothingButProjectsThatItKnows) {
 TEST(ProjectFile, IsNotWrittenWhenItCouldNotBeRead) {
     const TemporaryFolder folder;
     ProjectData project = SampleProject();
-    project.callouts[0].item = 99;
+    project.insets[0].factor = 0.0;
     EXPECT_THAT(ErrorOf([&] { SaveProject(project, folder / "a.zrsheet"); }),
-                HasSubstr("callouts[0].item: there is no item 99"));
+                HasSubstr("cannot be saved: insets[0].factor: expected"));
     EXPECT_EQ(folder.CountFiles(), 0);
 }
 

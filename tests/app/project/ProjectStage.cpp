@@ -2,6 +2,8 @@
 
 #include "app/document/SymbolShapes.h"
 #include "app/document/ViewDirection.h"
+#include "app/import/ImportModel.h"
+#include "app/project/ProjectReader.h"
 #include "app/project/ProjectWriter.h"
 #include "zrannotations/CombinedCallout.h"
 #include "zrannotations/SymbolAnnotation.h"
@@ -30,11 +32,20 @@ void ProjectStage::Begin(const Assembly& assembly, const Document::Settings& set
     Doc().Settle();
 }
 
-void ProjectStage::Reopen(const Assembly& assembly) { Open(m_project->Capture(), assembly); }
-
-void ProjectStage::Open(const ProjectData& saved, const Assembly& assembly) {
+void ProjectStage::Reopen(const Assembly& assembly) {
+    const ProjectData saved = ReadProject(Text(), "a.zrsheet");
     m_project.reset();
     m_project = std::make_unique<Project>(saved, assembly, m_folder / "model.glb");
+}
+
+void ProjectStage::Import(const std::filesystem::path& model) {
+    m_project.reset();
+    m_project = std::make_unique<Project>(ImportModel(model), model, Document::Settings());
+}
+
+void ProjectStage::Load(const std::filesystem::path& file, const std::filesystem::path& model) {
+    m_project.reset();
+    m_project = Project::Open(file, model);
 }
 
 std::string ProjectStage::Text() const { return WriteProject(m_project->Capture()); }
@@ -44,6 +55,11 @@ ProjectStage::CalloutPtr ProjectStage::CalloutOf(unsigned item) {
         if (callout->ReferencesItemId(item)) return callout;
     }
     return nullptr;
+}
+
+void ProjectStage::Combine(std::size_t first, std::size_t second) {
+    const auto callouts = Doc().Callouts();
+    zrannotations::CombinedCallout::Combine({callouts[first], callouts[second]}, nullptr);
 }
 
 void ProjectStage::Show(const CalloutPtr& callout) { AnnoSetOf(Doc())->AddAnnotationToSet(callout, nullptr); }
@@ -94,6 +110,7 @@ void ProjectStage::AddAnnotations() {
     onArrow->Initialize(Doc().Engine()->GetTemplate(), shape, true, nullptr);
     onArrow->SetSymbolIdAtPos(annotation->Id(), 0);
     Show(onArrow);
+    Doc().Scene()->SetVisible(shape, false);
     const CalloutPtr note(new Callout);
     note->InitializeFree(Doc().Engine()->GetTemplate(), {1, 2, 3});
     note->SetCustomCallout(true);
@@ -109,11 +126,13 @@ void ProjectStage::AddAnnotations() {
 void ProjectStage::ChangeCallouts() {
     auto callouts = Doc().Callouts();
     callouts[0]->SetLabelPosition({0.5, 0.25, 0.125});
+    callouts[0]->SetText(du::Symbol("not what is generated"), false);
+    callouts[1]->SetItemId(12345);
     callouts[1]->SetLabelScreenSpaceMode(Doc().View());
     callouts[2]->LeadThrough(Doc().Insets().front(), 0);
-    zrannotations::CombinedCallout::Combine({callouts[3], callouts[4]}, nullptr);
     AnnoSetOf(Doc())->RemoveAnnotationFromSet(callouts[5], nullptr);
     AnnoSetOf(Doc())->AddReferencedAnnotation(callouts[5]);
+    Combine(3, 4);
 }
 
 void ProjectStage::EditParts() {

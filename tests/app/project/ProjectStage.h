@@ -22,7 +22,8 @@ public:
     void Begin(const Assembly& assembly, const Document::Settings& settings = {});
     /// Closes what is open and opens what it was, with that model.
     void Reopen(const Assembly& assembly);
-    void Open(const ProjectData& saved, const Assembly& assembly);
+    void Import(const std::filesystem::path& model);
+    void Load(const std::filesystem::path& file, const std::filesystem::path& model = {});
 
     Project& Get() { return *m_project; }
     Document& Doc() { return m_project->Doc(); }
@@ -33,11 +34,13 @@ public:
     void EditEverything();
 
     CalloutPtr CalloutOf(unsigned item);
-    void Show(const CalloutPtr& callout);
+    /// Makes one of the callouts at these places in the order of the list.
+    void Combine(std::size_t first, std::size_t second);
     /// For each callout in turn, which of its leaders are drawn, dashed or both.
     std::vector<std::string> Looks();
 
 private:
+    void Show(const CalloutPtr& callout);
     void EditParts();
     void EditSettings();
     void AddAnnotations();
