@@ -177,6 +177,22 @@ std::string History::GetRedoName() const {
     return m_undone.empty() ? std::string() : m_undone.back().operation->GetName();
 }
 
+std::vector<std::string> History::GetUndoNames() const {
+    const std::lock_guard hold(m_mutex);
+    std::vector<std::string> names;
+    for (const Entry& entry : m_done) names.push_back(entry.operation->GetName());
+    return names;
+}
+
+std::vector<std::string> History::GetRedoNames() const {
+    const std::lock_guard hold(m_mutex);
+    std::vector<std::string> names;
+    for (auto entry = m_undone.rbegin(); entry != m_undone.rend(); ++entry) {
+        names.push_back(entry->operation->GetName());
+    }
+    return names;
+}
+
 std::size_t History::GetUndoCount() const {
     const std::lock_guard hold(m_mutex);
     return m_done.size();

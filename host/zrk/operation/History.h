@@ -34,6 +34,9 @@ public:
     /// The name of the operation that Undo would undo, "" when there is none.
     std::string GetUndoName() const;
     std::string GetRedoName() const;
+    /// In the order in which they were done.
+    std::vector<std::string> GetUndoNames() const;
+    std::vector<std::string> GetRedoNames() const;
     std::size_t GetUndoCount() const;
     std::size_t GetRedoCount() const;
     /// Forgets everything, an open transaction too, whose changes stay. Operations hold their scene, so a
