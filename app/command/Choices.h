@@ -1,0 +1,13 @@
+// The words that arguments of a fixed choice may be.
+
+#pragma once
+
+#include <span>
+#include <string_view>
+
+namespace zrsheet {
+
+/// For MODE (of align, in the order of its numbers), VIEW and LANGUAGE; nothing for others.
+[[nodiscard]] std::span<const std::string_view> ChoicesOf(std::string_view kind);
+
+}  // namespace zrsheet

@@ -1,0 +1,149 @@
+#include "app/command/Listing.h"
+
+#include <cmath>
+#include <cstdio>
+
+#include "app/command/LabelPlace.h"
+#include "app/command/TextTable.h"
+#include "app/document/CalloutIds.h"
+
+namespace zrsheet {
+namespace {
+
+std::string Rounded(double value, int digits) {
+    const double step = std::pow(10.0, digits);
+    const double rounded = std::round(value * step) / step + 0.0;  // adding zero makes a plain 0 of -0
+    char text[40];
+    std::snprintf(text, sizeof text, "%.*f", digits, rounded == 0.0 ? 0.0 : rounded);
+    std::string shortest(text);
+    if (digits > 0) shortest.erase(shortest.find_last_not_of('0') + 1);
+    if (shortest.back() == '.') shortest.pop_back();
+    return shortest;
+}
+
+/// To the pixel: labels are found by eye.
+std::string PixelText(double x, double y) { return Rounded(x, 0) + "," + Rounded(y, 0); }
+
+std::string PlaceText(const zrk::ShapeInstance& shape) {
+    constexpr int kDigits = 5;
+    dg::Location location;
+    shape.GetLocation(location);
+    const dg::DPoint3D& place = location.GetPos();
+    return Rounded(place.x, kDigits) + "," + Rounded(place.y, kDigits) + "," + Rounded(place.z, kDigits);
+}
+
+std::string YesOrNo(bool is) { return is ? "yes" : "no"; }
+
+std::string Counted(const TextTable& table, const char* nothing) {
+    return table.IsEmpty() ? std::string(nothing) + "\n" : table.Text();
+}
+
+std::string ItemOf(const Document& document, const Document::SbomPtr& instance) {
+    unsigned id = 0;
+    return document.Items()->GetItemIdForInstance(instance, id) ? ItemLabel(document, id) : "-";
+}
+
+/// How many, and how many of them do not look like the others.
+std::string LeadersText(const zrannotations::Callout& callout) {
+    const auto drawn = callout.GetDrawnLeaders();
+    std::size_t dashed = 0;
+    for (const unsigned position : drawn) dashed += callout.IsHiddenAsDashedAtPos(position) ? 1 : 0;
+    std::string text = std::to_string(drawn.size());
+    const unsigned all = callout.GetLeaderLineCount(true);
+    if (all != drawn.size()) text += " of " + std::to_string(all);
+    if (dashed > 0) text += ", " + (drawn.size() > 1 ? std::to_string(dashed) + " " : "") + "dashed";
+    return text;
+}
+
+std::string FirstTarget(const zrannotations::Callout& callout) {
+    const auto drawn = callout.GetDrawnLeaders();
+    return drawn.empty() ? "-" : callout.GetShapeInstanceIdAtPos(drawn.front());
+}
+
+std::string IndicationOf(const Document& document, const zrannotations::Callout& callout) {
+    unsigned id = 0;
+    return callout.GetItemId(id) ? YesOrNo(document.Items()->IsIndicated(id)) : "-";
+}
+
+}  // namespace
+
+std::string ListParts(const Document& document, const Names& patterns) {
+    TextTable table({"part", "item", "state", "place", "name"});
+    for (const auto& instance :
+         patterns.empty() ? document.FindInstances({}) : FindInstances(document, patterns)) {
+        if (instance->HasChildren()) continue;
+        Document::ShapePtr shape;
+        document.Scene()->GetShapeInstance(instance->GetEbomInstance(), shape);
+        const std::string state = !shape ? "removed" : shape->IsVisible() ? "shown" : "hidden";
+        table.Add({instance->GetIdentifier().Text(), ItemOf(document, instance), state,
+                   shape ? PlaceText(*shape) : "-", ProductModel::NameOf(*instance)});
+    }
+    return Counted(table, "no parts");
+}
+
+std::string ListItems(const Document& document) {
+    TextTable table({"item", "id", "quantity", "tag", "indicated", "name"});
+    const auto& items = document.Items();
+    for (const unsigned id : items->GetItemIds()) {
+        const auto instances = items->GetOrderedInstances(id);
+        const std::string tag = items->GetItemTag(id);
+        table.Add({ItemLabel(document, id), "#" + std::to_string(id), std::to_string(items->GetQuantity(id)),
+                   tag.empty() ? "-" : tag, YesOrNo(items->IsIndicated(id)),
+                   instances.empty() ? "-" : ProductModel::NameOf(*instances.front())});
+    }
+    return Counted(table, "no items");
+}
+
+std::string ListCallouts(const Document& document) {
+    TextTable table({"callout", "label", "place", "leaders", "indicated", "to"});
+    const auto callouts = document.Callouts();
+    const auto ids = CalloutIds(callouts);
+    for (std::size_t i = 0; i < callouts.size(); ++i) {
+        const PagePoint place = LabelPlace(document, callouts[i]);
+        table.Add({ids[i], callouts[i]->GetMarkupText().Text(), PixelText(place.x, place.y),
+                   LeadersText(*callouts[i]), IndicationOf(document, *callouts[i]),
+                   FirstTarget(*callouts[i])});
+    }
+    return Counted(table, "no callouts");
+}
+
+std::string ListTemplates(const Document& document) {
+    TextTable table({"template", "in use", "text"});
+    for (const std::string& name : document.Templates().Names()) {
+        table.Add({name, YesOrNo(name == document.CurrentTemplate()), document.Templates().Get(name)->text});
+    }
+    return Counted(table, "no templates");
+}
+
+std::string ListInsets(const Document& document) {
+    TextTable table({"inset", "of", "at", "radius", "factor", "state", "callouts"});
+    const auto insets = document.Insets();
+    for (std::size_t i = 0; i < insets.size(); ++i) {
+        const auto glass = insets[i]->GetGlass();
+        table.Add({InsetName(i), PixelText(glass.source.x, glass.source.y),
+                   PixelText(glass.centre.x, glass.centre.y), Rounded(glass.radius, 2),
+                   Rounded(static_cast<double>(glass.factor), 3), insets[i]->IsVisible() ? "shown" : "hidden",
+                   std::to_string(document.Engine()->SnapshotInset(insets[i]).size())});
+    }
+    return Counted(table, "no insets");
+}
+
+std::string ListSymbols(const Document& document) {
+    TextTable table({"symbol", "shape", "state", "place"});
+    const auto symbols = Symbols(document);
+    for (std::size_t i = 0; i < symbols.size(); ++i) {
+        du::SmartPtr<zrk::Instance> instance;
+        symbols[i]->GetInstance(instance);
+        table.Add({SymbolName(i), instance->GetComponentNode()->GetObjectName(),
+                   symbols[i]->IsVisible() ? "shown" : "hidden", PlaceText(*symbols[i])});
+    }
+    return Counted(table, "no symbols");
+}
+
+std::string ListOrphans(const Project& project) {
+    TextTable table({"part"});
+    for (const std::string& path : project.Orphans()) table.Add({path});
+    return Counted(table, "no orphans");
+}
+
+}  // namespace zrsheet

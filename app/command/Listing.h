@@ -1,0 +1,24 @@
+// The things of an illustration as plain text, the same from run to run.
+
+#pragma once
+
+#include <string>
+
+#include "app/command/SceneNames.h"
+#include "app/document/Document.h"
+#include "app/project/Project.h"
+
+namespace zrsheet {
+
+/// Those that match; none: everything.
+[[nodiscard]] std::string ListParts(const Document& document, const Names& patterns);
+[[nodiscard]] std::string ListItems(const Document& document);
+[[nodiscard]] std::string ListCallouts(const Document& document);
+[[nodiscard]] std::string ListTemplates(const Document& document);
+[[nodiscard]] std::string ListInsets(const Document& document);
+[[nodiscard]] std::string ListSymbols(const Document& document);
+
+/// Parts that the project refers to and its model has no longer.
+[[nodiscard]] std::string ListOrphans(const Project& project);
+
+}  // namespace zrsheet

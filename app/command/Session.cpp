@@ -1,0 +1,105 @@
+#include "app/command/Session.h"
+
+#include <utility>
+
+#include "app/document/UserError.h"
+#include "app/import/ImportModel.h"
+#include "app/project/ProjectFile.h"
+#include "app/sheet/Figure.h"
+#include "zrk/operation/History.h"
+
+namespace zrsheet {
+
+Session::Session(Surroundings surroundings)
+    : m_surroundings(std::move(surroundings)), m_host(m_surroundings.threads) {}
+
+Session::~Session() = default;
+
+void Session::Progress(std::string_view stage, int percent) const {
+    if (m_surroundings.progress) m_surroundings.progress(stage, percent);
+}
+
+Document& Session::Doc() const {
+    static_cast<void>(OpenedProject());
+    return m_project->Doc();
+}
+
+const Project& Session::OpenedProject() const {
+    if (!m_project) throw UserError("no illustration is open; begin with 'import MODEL' or 'open PROJECT'");
+    return *m_project;
+}
+
+std::ostream& Session::Out() const {
+    Progress({}, 100);
+    return m_surroundings.out;
+}
+
+// One document at a time, for the host shows one model: what is open is closed as late as can be.
+void Session::ImportModel(const std::filesystem::path& model, const Document::Settings& settings) {
+    Progress("Reading the model", 0);
+    Assembly assembly = zrsheet::ImportModel(model);
+    Close();
+    m_project = std::make_unique<Project>(std::move(assembly), model, settings);
+    FrameModel(Doc(), ViewDirection());
+    Doc().Settle();
+    MarkSaved({});
+}
+
+void Session::OpenProject(const std::filesystem::path& file) {
+    Progress("Reading the project", 0);
+    const ProjectData saved = LoadProject(file);
+    const std::filesystem::path model = FindModel(saved.model, file);
+    Assembly assembly = zrsheet::ImportModel(model);
+    Close();
+    m_project = std::make_unique<Project>(saved, std::move(assembly), model);
+    Doc().Settle();
+    MarkSaved(file);
+}
+
+void Session::Close() {
+    m_project.reset();
+    m_selection.clear();
+    m_file.clear();
+}
+
+void Session::MarkSaved(const std::filesystem::path& file) {
+    m_file = file;
+    m_savedEntries = Doc().Scene()->GetHistory().GetUndoCount();
+}
+
+bool Session::IsModified() const {
+    return m_project && m_savedEntries != Doc().Scene()->GetHistory().GetUndoCount();
+}
+
+// A new entry takes the place of what had been undone; what was saved beyond it cannot be reached any more.
+void Session::OnAction(std::size_t entriesBefore) {
+    const bool isNew = Doc().Scene()->GetHistory().GetUndoCount() > entriesBefore;
+    if (isNew && m_savedEntries && *m_savedEntries > entriesBefore) m_savedEntries.reset();
+}
+
+bool Session::MayClose() {
+    if (!IsModified()) return true;
+    if (!m_surroundings.ask) {
+        throw UserError("there are unsaved changes; 'save FILE' first, or end the command with 'discard'");
+    }
+    const std::string name = m_file.empty() ? Doc().Model().Name() : m_file.string();
+    const Answer answer = m_surroundings.ask("Save the changes to " + name + "?");
+    if (answer == Answer::Save) Save(m_file);
+    return answer != Answer::Cancel;
+}
+
+void Session::Save(const std::filesystem::path& file) {
+    if (file.empty())
+        throw UserError("the illustration has no file yet; give it one with 'save FILE.zrsheet'");
+    OpenedProject().Save(file);
+    MarkSaved(file);
+}
+
+void Session::ReportUnsaved(std::ostream& out) const {
+    Out().flush();
+    if (m_isQuitting || !IsModified()) return;
+    out << "zrsheet: the changes were not saved; end with 'save FILE', or with 'quit discard' if they may go"
+        << std::endl;
+}
+
+}  // namespace zrsheet

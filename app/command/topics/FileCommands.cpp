@@ -1,0 +1,119 @@
+#include "app/command/topics/FileCommands.h"
+
+#include <filesystem>
+
+#include "app/command/Session.h"
+#include "app/document/UserError.h"
+#include "app/export/ExportSheet.h"
+#include "app/export/ReportExporter.h"
+#include "app/file/AtomicFile.h"
+#include "app/sheet/SheetMaker.h"
+
+namespace zrsheet {
+namespace {
+
+namespace fs = std::filesystem;
+
+bool MayReplace(Session& session, bool discards) { return discards || session.MayClose(); }
+
+void Import(Session& session, Arguments& arguments) {
+    const fs::path model = arguments.Take("MODEL");
+    Document::Settings settings;
+    settings.isHierarchical = arguments.TakeKeyword("hierarchical");
+    const bool discards = arguments.TakeKeyword("discard");
+    arguments.ExpectEnd();
+    if (!MayReplace(session, discards)) return;
+    session.ImportModel(model, settings);
+    const ProductModel& product = session.Doc().Model();
+    session.Out() << product.Name() << ": " << product.LeafCount() << " instances of " << product.PartCount()
+                  << " parts\n";
+}
+
+/// How the model differs from the one that was saved.
+void ReportChanges(const ModelChanges& changes, std::ostream& out) {
+    for (const std::string& path : changes.missing) out << "missing in the model: " << path << "\n";
+    for (const auto& move : changes.moved) out << "found as " << move.to << ": " << move.from << "\n";
+    for (const std::string& path : changes.found) out << "back in the model: " << path << "\n";
+    for (const std::string& path : changes.added) out << "new in the model: " << path << "\n";
+}
+
+void Open(Session& session, Arguments& arguments) {
+    const fs::path file = arguments.Take("PROJECT");
+    const bool discards = arguments.TakeKeyword("discard");
+    arguments.ExpectEnd();
+    if (!MayReplace(session, discards)) return;
+    session.OpenProject(file);
+    ReportChanges(session.OpenedProject().Changes(), session.Out());
+}
+
+void Save(Session& session, Arguments& arguments) {
+    const fs::path file = arguments.IsEmpty() ? session.File() : fs::path(arguments.Take("PROJECT"));
+    arguments.ExpectEnd();
+    session.Save(file);
+}
+
+void CheckExports(const std::vector<std::string>& files) {
+    for (const std::string& file : files) {
+        if (!CanExport(file)) {
+            std::string known;
+            for (const auto extension : ExportExtensions())
+                known += (known.empty() ? "" : ", ") + std::string(extension);
+            throw UserError("'" + file + "': its format is not known; use one of " + known);
+        }
+        CheckTarget(file);
+    }
+}
+
+Sheet Draw(Session& session) {
+    session.Progress("Drawing the picture", 0);
+    return DrawSheet(session.Doc(), session.Threads());
+}
+
+void Export(Session& session, Arguments& arguments) {
+    const auto files = arguments.TakeSome("FILE");
+    CheckExports(files);
+    const Sheet sheet = Draw(session);
+    for (const std::string& file : files) ExportSheet(sheet, file);
+}
+
+void Report(Session& session, Arguments& arguments) {
+    const fs::path file = arguments.Take("FILE");
+    arguments.ExpectEnd();
+    CheckTarget(file);
+    ExportReport(Draw(session), file);
+}
+
+void Quit(Session& session, Arguments& arguments) {
+    const bool discards = arguments.TakeKeyword("discard");
+    arguments.ExpectEnd();
+    if (MayReplace(session, discards)) session.Quit();
+}
+
+}  // namespace
+
+CommandTopic FileCommands() {
+    return {
+        "Files",
+        {{"import", "MODEL [hierarchical] [discard]", "begin an illustration of a model",
+          "Reads a glTF 2.0 file (.glb or .gltf), lists its parts and looks at them from iso. 'hierarchical' "
+          "numbers parts below their assemblies: 1, 1.1, 1.2. There are no callouts until 'create'.",
+          "import pump.glb", Effect::Anything, "", Import},
+         {"open", "PROJECT [discard]", "open a project",
+          "Reads a .zrsheet file and its model. What the model has lost since is kept and listed by 'list "
+          "orphans'. With unsaved changes it asks, or in a script fails, unless told to 'discard' them.",
+          "open pump.zrsheet", Effect::Anything, "", Open},
+         {"save", "[PROJECT]", "save the project",
+          "Without a file name, to the file that was opened or saved last. The file holds the old or the new "
+          "state at every moment.",
+          "save pump.zrsheet", Effect::Reads, "", Save},
+         {"export", "FILE...", "write the sheet",
+          "The extension chooses the format: .svg, .png, .json or .csv. All are written or none.",
+          "export pump.svg pump.csv", Effect::Reads, "", Export},
+         {"report", "FILE", "write where everything stands on the page, for programs",
+          "A JSON file; places are page pixels.", "report pump.json", Effect::Reads, "", Report},
+         {"quit", "[discard]", "end",
+          "With unsaved changes it asks, or in a script fails, unless told to 'discard' them.", "quit",
+          Effect::Anything, "", Quit}}};
+}
+
+}  // namespace zrsheet

@@ -1,0 +1,11 @@
+// Commands about magnified cut-outs.
+
+#pragma once
+
+#include "app/command/Command.h"
+
+namespace zrsheet {
+
+[[nodiscard]] CommandTopic InsetCommands();
+
+}  // namespace zrsheet

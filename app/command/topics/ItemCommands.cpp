@@ -1,0 +1,159 @@
+#include "app/command/topics/ItemCommands.h"
+
+#include <array>
+
+#include "app/command/Listing.h"
+#include "app/command/SceneNames.h"
+#include "app/command/Session.h"
+#include "app/document/ItemEdits.h"
+#include "app/document/UserError.h"
+
+namespace zrsheet {
+namespace {
+
+constexpr int kMostNumber = 999999;
+
+ItemEdits EditsOf(const Document& document) { return {document.ItemList(), *document.Engine()}; }
+
+std::vector<Document::SbomPtr> TakeParts(const Document& document, Arguments& arguments) {
+    auto parts = FindInstances(document, arguments.TakeSome("PART"));
+    std::erase_if(parts,
+                  [](const Document::SbomPtr& part) { return part->HasChildren() && !part->IsWeld(); });
+    return parts;
+}
+
+void CheckLabelIsFree(const Document& document, const std::string& label) {
+    for (const unsigned id : document.Items()->GetItemIds()) {
+        if (!label.empty() && ItemLabel(document, id) == label) {
+            throw UserError("there is an item '" + label + "' already; choose another label");
+        }
+    }
+}
+
+void Add(Session& session, Arguments& arguments) {
+    Document& document = session.Doc();
+    const std::string label = arguments.TakeOption("label").value_or("");
+    CheckLabelIsFree(document, label);
+    auto parts = TakeParts(document, arguments);
+    std::erase_if(parts, [](const Document::SbomPtr& part) { return part->CarriesItem(); });
+    if (parts.empty())
+        throw UserError("all of these parts are items already; 'item join' moves them to another");
+    const unsigned id = document.ItemList().AddItem(parts, label, true, true, nullptr);
+    session.Out() << "item " << ItemLabel(document, id) << ": " << parts.size()
+                  << (parts.size() == 1 ? " part\n" : " parts\n");
+}
+
+void Remove(Session& session, Arguments& arguments) {
+    Document& document = session.Doc();
+    std::vector<unsigned> ids;
+    for (const std::string& name : arguments.TakeSome("ITEM")) ids.push_back(FindItem(document, name));
+    for (const unsigned id : ids) EditsOf(document).Delete(id);
+}
+
+void Rename(Session& session, Arguments& arguments) {
+    Document& document = session.Doc();
+    const unsigned id = FindItem(document, arguments.Take("ITEM"));
+    const std::string label = arguments.Take("LABEL");
+    arguments.ExpectEnd();
+    if (label != ItemLabel(document, id)) CheckLabelIsFree(document, label);
+    document.ItemList().SetLabel(id, label, nullptr);
+}
+
+void Renumber(Document& document, Arguments& arguments, bool isHierarchical) {
+    zritemlist::ItemList::Numbering numbering;
+    document.Items()->GetNumberingSettings(numbering);
+    numbering.hierarchical = isHierarchical;
+    if (const auto prefix = arguments.TakeOption("prefix")) numbering.prefix = *prefix;
+    if (const auto separator = arguments.TakeOption("separator")) numbering.separator = *separator;
+    arguments.ExpectEnd();
+    document.ItemList().SetNumbering(numbering, nullptr);
+}
+
+void Number(Session& session, Arguments& arguments) {
+    Document& document = session.Doc();
+    const bool isFlat = arguments.TakeKeyword("flat");
+    if (isFlat || arguments.TakeKeyword("hierarchical")) {
+        Renumber(document, arguments, !isFlat);
+        return;
+    }
+    const std::string name = arguments.Take("ITEM");
+    const unsigned id = FindItem(document, name);
+    const int number = arguments.TakeWhole("NUMBER", 1, kMostNumber);
+    arguments.ExpectEnd();
+    if (!document.ItemList().SetNumber(id, static_cast<unsigned>(number), nullptr)) {
+        throw UserError("item '" + name + "' cannot have the number " + std::to_string(number) +
+                        ": another item has it, or the item has a label of its own ('item rename " + name +
+                        " \"\"' takes that away)");
+    }
+}
+
+void Tag(Session& session, Arguments& arguments) {
+    Document& document = session.Doc();
+    const unsigned id = FindItem(document, arguments.Take("ITEM"));
+    const std::string tag = arguments.Take("TAG");
+    arguments.ExpectEnd();
+    document.ItemList().SetTag(id, tag, nullptr);
+}
+
+/// An item of no parts says nothing in the list.
+void RemoveEmptyItems(const Document& document) {
+    for (const unsigned id : document.Items()->GetItemIds()) {
+        if (document.Items()->GetOrderedInstances(id).empty()) EditsOf(document).Delete(id);
+    }
+}
+
+void Join(Session& session, Arguments& arguments) {
+    Document& document = session.Doc();
+    const unsigned id = FindItem(document, arguments.Take("ITEM"));
+    EditsOf(document).Join(id, TakeParts(document, arguments));
+    RemoveEmptyItems(document);
+}
+
+void Leave(Session& session, Arguments& arguments) {
+    Document& document = session.Doc();
+    const unsigned id = FindItem(document, arguments.Take("ITEM"));
+    EditsOf(document).Leave(id, TakeParts(document, arguments));
+    RemoveEmptyItems(document);
+}
+
+void Clear(Session& session, Arguments& arguments) {
+    arguments.ExpectEnd();
+    EditsOf(session.Doc()).Clear();
+}
+
+void List(Session& session, Arguments& arguments) {
+    arguments.ExpectEnd();
+    session.Out() << ListItems(session.Doc());
+}
+
+}  // namespace
+
+CommandTopic ItemCommands() {
+    return {
+        "Parts list",
+        {{"item add", "PART... [label=LABEL]", "make one item of parts that are in none",
+          "Without a label it gets the next number.", "item add 'Dowel Pin*' label=A", Effect::Changes,
+          "Add Item", Add},
+         {"item remove", "ITEM...", "take items off the list, their callouts with them",
+          "ITEM is a label, or an id such as '#7'. Combined callouts lose the item only.", "item remove 7",
+          Effect::Changes, "Remove Item", Remove},
+         {"item rename", "ITEM LABEL", "give an item a label of its own",
+          "\"\" gives it the next number again.", "item rename 7 7a", Effect::Changes, "Rename Item", Rename},
+         {"item number", "ITEM|flat|hierarchical [NUMBER] [prefix=TEXT] [separator=TEXT]",
+          "give an item a number, or all of them new ones",
+          "flat counts through, hierarchical counts below assemblies; the prefix stands before every number, "
+          "the separator between levels.",
+          "item number flat prefix=A-", Effect::Changes, "Number Items", Number},
+         {"item tag", "ITEM TAG", "give an item a tag", "", "item tag 7 M10", Effect::Changes, "Tag Item",
+          Tag},
+         {"item join", "ITEM PART...", "move parts to an item",
+          "Its callout gains leaders to them; an item that is left without parts goes.",
+          "item join 7 'Washer M10'", Effect::Changes, "Join Item", Join},
+         {"item leave", "ITEM PART...", "take parts out of an item", "", "item leave 7 'Washer M10:2'",
+          Effect::Changes, "Leave Item", Leave},
+         {"item clear", "", "take everything off the list", "", "item clear", Effect::Changes, "Clear Items",
+          Clear},
+         {"item list", "", "list the items", "", "item list", Effect::Reads, "", List}}};
+}
+
+}  // namespace zrsheet

@@ -1,0 +1,109 @@
+#include "app/command/topics/LabelCommands.h"
+
+#include <algorithm>
+#include <charconv>
+
+#include "app/command/Choices.h"
+#include "app/command/LabelPlace.h"
+#include "app/command/SceneNames.h"
+#include "app/command/Session.h"
+#include "app/document/UserError.h"
+#include "app/sheet/Figure.h"
+#include "callouts/align/Align.h"
+
+namespace zrsheet {
+namespace {
+
+void Set(Session& session, Arguments& arguments) {
+    const auto callout = FindCallout(session.Doc(), arguments.Take("CALLOUT"));
+    const std::string text = arguments.Take("TEXT");
+    arguments.ExpectEnd();
+    if (text.empty()) throw UserError(arguments.WithUsage("the text is empty"));
+    if (callout->IsCombined())
+        throw UserError("a combined callout says what its members say; 'dissolve' it first");
+    callout->SetCustomCallout(true);
+    callout->SetLegacyText(du::Symbol(text));
+}
+
+void Reset(Session& session, Arguments& arguments) {
+    Document& document = session.Doc();
+    const auto callout = FindCallout(document, arguments.Take("CALLOUT"));
+    arguments.ExpectEnd();
+    auto state = callout->CaptureState();
+    state.isCustom = false;
+    state.legacyText.reset();
+    callout->RestoreState(state);
+    document.Engine()->SetCalloutText(callout);
+}
+
+void Move(Session& session, Arguments& arguments) {
+    Document& document = session.Doc();
+    const auto callouts = FindCallouts(document, arguments.TakeSome("CALLOUT", {"to", "by"}));
+    const bool isTo = arguments.TakeKeyword("to");
+    if (!isTo) arguments.ExpectKeyword("by");
+    const PagePoint given = arguments.TakePoint("X,Y");
+    arguments.ExpectEnd();
+    if (isTo && callouts.size() > 1)
+        throw UserError("several labels have no room at one place; move them 'by' X,Y");
+    for (const auto& callout : callouts) {
+        const PagePoint from = isTo ? PagePoint() : LabelPlace(document, callout);
+        PlaceLabel(document, callout, {from.x + given.x, from.y + given.y});
+    }
+}
+
+/// By its word or its number.
+zrcallouts::Align_Mode TakeMode(Arguments& arguments) {
+    const auto modes = ChoicesOf("MODE");
+    const std::string word = arguments.Take("MODE");
+    std::size_t mode = modes.size();
+    const auto [end, error] = std::from_chars(word.data(), word.data() + word.size(), mode);
+    const bool isNumber = error == std::errc() && end == word.data() + word.size();
+    if (!isNumber)
+        mode = static_cast<std::size_t>(std::find(modes.begin(), modes.end(), word) - modes.begin());
+    if (mode >= modes.size()) {
+        throw UserError(arguments.WithUsage("'" + word + "' is no MODE; 'help align' lists them"));
+    }
+    return static_cast<zrcallouts::Align_Mode>(mode);
+}
+
+void Align(Session& session, Arguments& arguments) {
+    Document& document = session.Doc();
+    const auto mode = TakeMode(arguments);
+    const auto callouts = FindCallouts(document, arguments.TakeSome("CALLOUT"));
+    std::vector<du::SmartPtr<zrannotations::Annotation>> annotations(callouts.begin(), callouts.end());
+    const du::SmartPtr<zrcallouts::Align> align(new zrcallouts::Align(annotations, mode, document.View()));
+    if (!align->Execute()) throw UserError("these are too few callouts; lining up needs 2, distributing 3");
+}
+
+void Layout(Session& session, Arguments& arguments) {
+    Document& document = session.Doc();
+    const auto callouts =
+        arguments.IsEmpty() ? document.Callouts() : FindCallouts(document, arguments.TakeSome("CALLOUT"));
+    LayOutLabels(document, callouts);
+}
+
+}  // namespace
+
+CommandTopic LabelCommands() {
+    return {"Labels",
+            {{"label set", "CALLOUT TEXT", "give a callout a text of its own",
+              "It stays whatever happens to template, item and part.", "label set 7 'see page 12'",
+              Effect::Changes, "Set Label", Set},
+             {"label reset", "CALLOUT", "let a callout say again what its template says", "",
+              "label reset callout-7", Effect::Changes, "Reset Label", Reset},
+             {"label move", "CALLOUT... to|by X,Y", "place labels",
+              "Pixels of the picture, from its top left corner. 'list callouts' shows where labels are.",
+              "label move 7 to 120,300", Effect::Changes, "Move Label", Move},
+             {"align", "MODE CALLOUT...", "line labels up",
+              "MODE is left, center, right, top, bottom, middle, distribute-x, distribute-y, space-x or "
+              "space-y, or "
+              "its number from 0 to 9 in that order. Distributing leaves the outer labels where they are, "
+              "spacing "
+              "sets labels a fixed step apart.",
+              "align left 3 4 5", Effect::Changes, "Align Labels", Align},
+             {"layout", "[CALLOUT...]", "arrange labels around the model",
+              "All of them when none are named; the others stay where they are.", "layout", Effect::Changes,
+              "Lay Out Labels", Layout}}};
+}
+
+}  // namespace zrsheet

@@ -1,0 +1,104 @@
+#include "app/command/topics/PartCommands.h"
+
+#include "app/command/SceneNames.h"
+#include "app/command/Session.h"
+#include "app/document/UserError.h"
+#include "zrk/operation/History.h"
+#include "zrk/world/World.h"
+
+namespace zrsheet {
+namespace {
+
+void Select(Session& session, Arguments& arguments) {
+    Names patterns;
+    if (!arguments.TakeKeyword("all")) {
+        patterns = arguments.TakeSome("PART");
+        static_cast<void>(FindInstances(session.Doc(), patterns));
+    }
+    arguments.ExpectEnd();
+    session.Select(std::move(patterns));
+}
+
+void SetVisible(Session& session, Arguments& arguments, bool isVisible) {
+    Document& document = session.Doc();
+    const auto shapes = arguments.TakeKeyword("all") ? document.FindShapes({})
+                                                     : FindShapes(document, arguments.TakeSome("PART"));
+    arguments.ExpectEnd();
+    for (const auto& shape : shapes) document.Scene()->SetVisible(shape, isVisible);
+}
+
+void Hide(Session& session, Arguments& arguments) { SetVisible(session, arguments, false); }
+
+void Show(Session& session, Arguments& arguments) { SetVisible(session, arguments, true); }
+
+void Move(Session& session, Arguments& arguments) {
+    Document& document = session.Doc();
+    const auto shapes = FindShapes(document, arguments.TakeSome("PART", {"by"}));
+    arguments.ExpectKeyword("by");
+    const dg::DVec3 by = arguments.TakeVector("X,Y,Z");
+    arguments.ExpectEnd();
+    for (const auto& shape : shapes) {
+        dg::Location location;
+        shape->GetLocation(location);
+        location.SetPos(location.GetPos() + by);
+        document.Scene()->SetLocation(shape, location);
+    }
+}
+
+void Remove(Session& session, Arguments& arguments) {
+    Document& document = session.Doc();
+    for (const auto& shape : FindShapes(document, arguments.TakeSome("PART"))) {
+        document.Scene()->RemoveShapeInstance(shape);
+    }
+}
+
+/// What the pattern calls itself, without what is inside of it.
+std::vector<Document::SbomPtr> Topmost(const std::vector<Document::SbomPtr>& found) {
+    std::vector<Document::SbomPtr> topmost;
+    const std::set<Document::SbomPtr> all(found.begin(), found.end());
+    for (const auto& instance : found) {
+        Document::SbomPtr parent;
+        instance->GetParent(parent);
+        if (!all.contains(parent)) topmost.push_back(instance);
+    }
+    return topmost;
+}
+
+void Rename(Session& session, Arguments& arguments) {
+    Document& document = session.Doc();
+    const auto found = FindInstances(document, arguments.TakeSome("PART", {"to"}));
+    arguments.ExpectKeyword("to");
+    const std::string name = arguments.Take("NAME");
+    arguments.ExpectEnd();
+    if (name.empty()) throw UserError(arguments.WithUsage("the name is empty"));
+    std::vector<zrk::BaseTree::PropertyEdit> edits;
+    for (const auto& instance : Topmost(found)) {
+        edits.push_back({instance, du::Symbol::EMPTY, du::Symbol("Name"), du::Symbol(name)});
+    }
+    zrk::World::GetWorld()->GetTree()->EditProperties(edits,
+                                                      document.Scene()->GetHistory().GetOpenOperation());
+}
+
+}  // namespace
+
+CommandTopic PartCommands() {
+    return {
+        "Parts",
+        {{"select", "PART...|all", "choose the parts that 'create' takes when it is given none",
+          "PART is a name or, with a slash, a path; * stands for any characters, ? for one, and an assembly "
+          "means all in it.",
+          "select '/Housing Assembly' 'Hex Bolt*'", Effect::Reads, "", Select},
+         {"hide", "PART...|all", "hide parts", "Leaders to them go with them.", "hide 'Upper Housing'",
+          Effect::Changes, "Hide Part", Hide},
+         {"show", "PART...|all", "show hidden parts", "", "show all", Effect::Changes, "Show Part", Show},
+         {"move", "PART... by X,Y,Z", "move parts",
+          "In the model's own unit and axes, Y up, as glTF has them: metres. Callouts follow.",
+          "move 'Hex Bolt*' by 0,0.05,0", Effect::Changes, "Move Part", Move},
+         {"remove", "PART...", "take parts out of the scene", "Their places in the parts list stay.",
+          "remove 'Drain Plug'", Effect::Changes, "Remove Part", Remove},
+         {"rename", "PART... to NAME", "give parts another name in the parts list",
+          "Labels that show names follow.", "rename 'Hex Bolt M6*' to 'Screw M6'", Effect::Changes,
+          "Rename Part", Rename}}};
+}
+
+}  // namespace zrsheet

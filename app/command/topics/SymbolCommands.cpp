@@ -1,0 +1,81 @@
+#include "app/command/topics/SymbolCommands.h"
+
+#include "app/command/SceneNames.h"
+#include "app/command/Session.h"
+#include "app/document/SymbolShapes.h"
+#include "app/document/UserError.h"
+#include "zrannotations/SymbolAnnotation.h"
+#include "zrk/annotation/AnnoSet.h"
+
+namespace zrsheet {
+namespace {
+
+/// "symbol-1" ..., the first that no symbol of the scene is known by.
+std::string FreeIdentifier(const Document& document) {
+    std::set<std::string> taken;
+    for (const auto& shape : Symbols(document)) {
+        du::SmartPtr<zrk::Instance> instance;
+        shape->GetInstance(instance);
+        taken.insert(instance->GetIdentifier().Text());
+    }
+    std::size_t number = 0;
+    while (taken.contains(SymbolName(number))) ++number;
+    return SymbolName(number);
+}
+
+void Add(Session& session, Arguments& arguments) {
+    Document& document = session.Doc();
+    const double size = arguments.TakeNumberOption("size").value_or(1.0);
+    const std::string shape = arguments.Take("SHAPE");
+    const auto component = SymbolComponent(shape);
+    arguments.ExpectKeyword("at");
+    const dg::DVec3 at = arguments.TakeVector("X,Y,Z");
+    arguments.ExpectEnd();
+    if (size <= 0.0) throw UserError(arguments.WithUsage("a size is above 0"));
+    const du::Symbol id(FreeIdentifier(document));
+    const auto scale = static_cast<float>(size);
+    const dg::Location location(dg::FMat33::Scale({scale, scale, scale}), dg::DPoint3D() + at);
+    const du::SmartPtr<zrk::Instance> instance(
+        new zrk::Instance(new zrk::ComponentInstance(id), shape, component, location));
+    du::SmartPtr<zrk::AnnoSet> annoSet;
+    document.Scene()->GetAnnoSet(annoSet);
+    annoSet->AddAnnotationToSet(new zrannotations::SymbolAnnotation(instance), nullptr);
+    document.Scene()->CreateShapeInstance(instance);
+    session.Out() << SymbolName(Symbols(document).size() - 1) << " added\n";
+}
+
+du::SmartPtr<zrk::Annotation> AnnotationOf(const zrk::AnnoSet& annoSet,
+                                           const du::SmartPtr<zrk::Instance>& symbol) {
+    for (const auto& annotation : annoSet.GetAnnotations()) {
+        const auto candidate = du::DynamicCast<zrannotations::SymbolAnnotation>(annotation);
+        if (candidate && candidate->GetInstance() == symbol) return annotation;
+    }
+    return nullptr;
+}
+
+void Remove(Session& session, Arguments& arguments) {
+    Document& document = session.Doc();
+    const auto shape = FindSymbol(document, arguments.Take("SYMBOL"));
+    arguments.ExpectEnd();
+    du::SmartPtr<zrk::Instance> instance;
+    shape->GetInstance(instance);
+    du::SmartPtr<zrk::AnnoSet> annoSet;
+    document.Scene()->GetAnnoSet(annoSet);
+    document.Scene()->RemoveShapeInstance(shape);
+    annoSet->RemoveAnnotationFromSet(AnnotationOf(*annoSet, instance), nullptr);
+}
+
+}  // namespace
+
+CommandTopic SymbolCommands() {
+    return {"Symbols",
+            {{"symbol add", "SHAPE at X,Y,Z [size=S]", "put a 3-D symbol into the scene",
+              "SHAPE is arrow (its tip at the place, from above), cross or diamond; it is one unit of the "
+              "model high "
+              "times the size. Symbols are called symbol-1, symbol-2 ...",
+              "symbol add arrow at 0,0.2,0 size=0.05", Effect::Changes, "Add Symbol", Add},
+             {"symbol remove", "SYMBOL", "take a 3-D symbol away", "", "symbol remove symbol-1",
+              Effect::Changes, "Remove Symbol", Remove}}};
+}
+
+}  // namespace zrsheet
