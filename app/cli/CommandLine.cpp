@@ -34,6 +34,41 @@ constexpr const char* kExamples =
     "\n"
     "Exit codes: 0 done, 2 something given was wrong (one line on standard error says what).";
 
+constexpr const char* kRunExamples =
+    "A script is a text file, one command a line:\n"
+    "  # Comments begin with a number sign; 'quotes' hold a word together.\n"
+    "  import pump.glb\n"
+    "  create\n"
+    "  hide 'Upper Housing'\n"
+    "  label set 7 'see page 12'\n"
+    "  save pump.zrsheet\n"
+    "  export pump.svg pump.csv\n"
+    "Every command that changes the illustration is one entry of its history; one that fails\n"
+    "changes nothing, and a line on standard error says FILE:LINE: what is wrong; what to do.\n"
+    "\n"
+    "Examples:\n"
+    "  zrsheet run pump.zrs\n"
+    "      stops at the first command that fails\n"
+    "  zrsheet run --keep-going pump.zrs pump.zrsheet\n"
+    "      opens the project first, and does all that can be done\n"
+    "\n"
+    "Exit codes: 0 done, 2 a command failed.\n"
+    "'zrsheet shell' knows the same commands and tells about them: 'help', 'help COMMAND'.";
+
+constexpr const char* kShellExamples =
+    "Commands are those of scripts; 'help' lists them, 'help COMMAND' tells more.\n"
+    "At a terminal lines can be edited, the arrow keys bring back former ones, the tab key\n"
+    "completes commands, keywords, files, parts, callouts, items and templates, and the interrupt\n"
+    "key gives up the line. The prompt shows what is open, with a * while it is not saved; 'quit'\n"
+    "asks then. Former lines are kept in $XDG_STATE_HOME/zrsheet/history.\n"
+    "From a pipe plain lines are read, all commands are done, and nothing is asked.\n"
+    "\n"
+    "Examples:\n"
+    "  zrsheet shell pump.zrsheet\n"
+    "  echo list items | zrsheet shell pump.glb\n"
+    "\n"
+    "Exit codes: 0 done, 2 a command from a pipe failed.";
+
 std::string KnownExtensions() {
     std::string known;
     for (const auto extension : ExportExtensions())
@@ -89,6 +124,13 @@ void DefineFiles(CLI::App& make, MakeRequest& request) {
         ->group("Output");
 }
 
+CLI::Option* DefineThreads(CLI::App& command, unsigned& threads) {
+    return command.add_option("--threads", threads, "Threads to work with; 0: as many as the machine has")
+        ->type_name("N")
+        ->check(CLI::Range(0, 256).description(""))
+        ->capture_default_str();
+}
+
 void DefinePicture(CLI::App& make, SheetOptions& options, RawOptions& raw) {
     make.add_option("--view", raw.view,
                     "From where the model is seen: iso, front, back, left, right,\ntop, bottom, or the "
@@ -101,11 +143,7 @@ void DefinePicture(CLI::App& make, SheetOptions& options, RawOptions& raw) {
         ->type_name("WxH")
         ->group("Picture")
         ->capture_default_str();
-    make.add_option("--threads", options.threads, "Threads to work with; 0: as many as the machine has")
-        ->type_name("N")
-        ->group("Picture")
-        ->check(CLI::Range(0, 256).description(""))
-        ->capture_default_str();
+    DefineThreads(make, options.threads)->group("Picture");
 }
 
 void DefineCallouts(CLI::App& make, SheetOptions& options, RawOptions& raw) {
@@ -146,6 +184,21 @@ void DefineList(CLI::App& make, SheetOptions& options, RawOptions& raw) {
         ->capture_default_str();
 }
 
+void DefineRun(CLI::App& run, RunRequest& request) {
+    run.add_option("SCRIPT", request.script, "The script")->type_name("")->required();
+    run.add_option("PROJECT", request.project, "A project to open first")->type_name("");
+    run.add_flag("--keep-going", request.keepsGoing, "Do the rest of the script after a command that failed");
+    DefineThreads(run, request.threads);
+    run.footer(kRunExamples);
+}
+
+void DefineShell(CLI::App& shell, ShellRequest& request) {
+    shell.add_option("FILE", request.file, "A project (.zrsheet) or a model (.glb, .gltf) to begin with")
+        ->type_name("");
+    DefineThreads(shell, request.threads);
+    shell.footer(kShellExamples);
+}
+
 void Interpret(const RawOptions& raw, MakeRequest& request) {
     SheetOptions& options = request.options;
     options.view = ParseViewDirection(raw.view);
@@ -168,39 +221,56 @@ std::string InOneLine(std::string text) {
     return text;
 }
 
+void DefineMake(CLI::App& make, MakeRequest& request, RawOptions& raw) {
+    make.footer(kExamples);
+    DefineFiles(make, request);
+    DefinePicture(make, request.options, raw);
+    DefineCallouts(make, request.options, raw);
+    DefineList(make, request.options, raw);
+}
+
+std::string Complaint(const CLI::App& app, const CLI::ParseError& error) {
+    const auto chosen = app.get_subcommands();
+    const auto unknown = chosen.empty() ? app.remaining() : std::vector<std::string>();
+    const std::string command = chosen.empty() ? "" : " " + chosen.front()->get_name();
+    return (unknown.empty() ? InOneLine(error.what())
+                            : "'" + InOneLine(unknown.front()) + "' is no command") +
+           "; 'zrsheet" + command + " --help' tells how it goes";
+}
+
 }  // namespace
 
 CommandLine ReadCommandLine(int argc, const char* const* argv) {
-    CommandLine line;
+    MakeRequest makeRequest;
+    RunRequest runRequest;
+    ShellRequest shellRequest;
     RawOptions raw;
     CLI::App app(kAbout, "zrsheet");
     app.set_version_flag("--version", std::string("zrsheet ") + kVersion);
     app.require_subcommand(1);
-    app.footer("'zrsheet make --help' tells about the options.");
+    app.footer("'zrsheet COMMAND --help' tells about a command's options.");
     CLI::App* make =
         app.add_subcommand("make",
                            "Makes the illustrated parts sheet of a model.\nEvery part of the list gets a "
                            "balloon; its leader ends on the part, where it is seen best.");
-    make->footer(kExamples);
-    DefineFiles(*make, line.request);
-    DefinePicture(*make, line.request.options, raw);
-    DefineCallouts(*make, line.request.options, raw);
-    DefineList(*make, line.request.options, raw);
+    CLI::App* run = app.add_subcommand("run", "Does what a script says: illustrations step by step.");
+    CLI::App* shell = app.add_subcommand("shell", "Does what is typed, command by command.");
+    DefineMake(*make, makeRequest, raw);
+    DefineRun(*run, runRequest);
+    DefineShell(*shell, shellRequest);
     try {
         app.parse(argc, argv);
-        Interpret(raw, line.request);
-        line.isRequest = true;
+        if (run->parsed()) return runRequest;
+        if (shell->parsed()) return shellRequest;
+        Interpret(raw, makeRequest);
+        return makeRequest;
     } catch (const CLI::Success& success) {
-        line.exitCode = app.exit(success);  // help or version
+        return app.exit(success);  // help or version
     } catch (const CLI::ParseError& error) {
-        const auto unknown = make->parsed() ? std::vector<std::string>() : app.remaining();
-        const std::string complaint =
-            unknown.empty() ? InOneLine(error.what()) : "'" + InOneLine(unknown.front()) + "' is no command";
-        line.exitCode = Report(complaint + "; 'zrsheet make --help' tells how it goes");
+        return Report(Complaint(app, error));
     } catch (const UserError& error) {
-        line.exitCode = Report(error.what());
+        return Report(error.what());
     }
-    return line;
 }
 
 }  // namespace zrsheet

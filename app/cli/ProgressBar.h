@@ -18,12 +18,15 @@ public:
     /// Wipes the line.
     ~ProgressBar();
 
+    /// An empty stage wipes the line: the work is done, and other work may begin.
     void Show(std::string_view stage, int percent);
 
 private:
+    void Wipe();
+
     const bool m_isTerminal;
-    const std::chrono::steady_clock::time_point m_start;
-    std::mutex m_mutex;  // guards the line on the screen and m_isShown
+    std::mutex m_mutex;  // guards the line on the screen and the two below
+    std::chrono::steady_clock::time_point m_start;
     bool m_isShown = false;
 };
 

@@ -80,7 +80,7 @@ std::string CliFixture::SmallModel() {
            R"("}]})";
 }
 
-CliResult CliFixture::Run(const std::vector<std::string>& arguments) const {
+CliResult CliFixture::Run(const std::vector<std::string>& arguments, const std::string& input) const {
     // Beside the folder, so that nothing of the test's own lies in it.
     const fs::path out = m_folder.string() + ".out";
     const fs::path err = m_folder.string() + ".err";
@@ -89,6 +89,8 @@ CliResult CliFixture::Run(const std::vector<std::string>& arguments) const {
     argv.push_back(nullptr);
     const pid_t child = fork();
     if (child == 0) {
+        const int source = open(input.c_str(), O_RDONLY);
+        if (source < 0 || dup2(source, STDIN_FILENO) < 0) _exit(kNotStarted);
         SendTo(STDOUT_FILENO, out);
         SendTo(STDERR_FILENO, err);
         if (chdir(m_folder.c_str()) == 0) execv(argv[0], argv.data());

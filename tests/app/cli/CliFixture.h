@@ -34,8 +34,10 @@ protected:
     /// A model of one tetrahedron, whose sheet is made in no time.
     [[nodiscard]] static std::string SmallModel();
 
-    /// Runs the program in the folder with these arguments and waits.
-    [[nodiscard]] CliResult Run(const std::vector<std::string>& arguments) const;
+    /// Runs the program in the folder with these arguments and waits. `input` is a file for its standard
+    /// input.
+    [[nodiscard]] CliResult Run(const std::vector<std::string>& arguments,
+                                const std::string& input = "/dev/null") const;
     /// The same for a model that is to fail: exit code 2, one line that names the culprit, nothing new in the
     /// folder.
     void ExpectRefused(const std::vector<std::string>& arguments, const std::string& culprit) const;

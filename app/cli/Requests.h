@@ -1,0 +1,30 @@
+// What the author asks the program for.
+
+#pragma once
+
+#include <filesystem>
+#include <vector>
+
+#include "app/sheet/SheetOptions.h"
+
+namespace zrsheet {
+
+struct MakeRequest {
+    SheetOptions options;
+    std::vector<std::filesystem::path> outputs;
+    std::filesystem::path report;  // empty: none
+};
+
+struct RunRequest {
+    std::filesystem::path script;
+    std::filesystem::path project;  // opened first; empty: none
+    bool keepsGoing = false;
+    unsigned threads = 0;  // 0: as many as the machine has
+};
+
+struct ShellRequest {
+    std::filesystem::path file;  // a project or a model, opened first; empty: none
+    unsigned threads = 0;
+};
+
+}  // namespace zrsheet
