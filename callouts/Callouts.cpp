@@ -29,7 +29,9 @@ void LetKernelManage(const du::SmartPtr<dom::ManagedObject>& observer) {
 
 }  // namespace
 
-Callouts::Callouts() : m_handle(std::make_shared<EngineHandle>(this)) {}
+Callouts::Callouts()
+    : m_itemIndex(std::make_shared<zrannotations::ItemIndex>()),
+      m_handle(std::make_shared<EngineHandle>(this)) {}
 
 Callouts::Callouts(du::SmartPtr<zrk::ShapeScene> scene) : Callouts() { Callouts::Initialize(scene); }
 
@@ -38,6 +40,7 @@ Callouts::~Callouts() {
     m_handle->Close();
     ReleaseHeldByObservers();
     for (const auto& callout : m_callouts) callout->UnregisterTemplateObserver();
+    m_itemIndex->Close();
 }
 
 // Tree and insets hold their observers: what these hold in turn would never be freed.
@@ -194,8 +197,18 @@ void Callouts::Destroy() {
         std::swap(released, m_itemList);
     }
     QueueDestroyTask();
+    CloseItemIndex();
     ClearRegistry();
     zrk::illustration::Callouts::Destroy();
+}
+
+void Callouts::CloseItemIndex() {
+    auto itemIndex = std::make_shared<zrannotations::ItemIndex>();
+    {
+        const std::lock_guard hold(m_guard);
+        itemIndex.swap(m_itemIndex);
+    }
+    itemIndex->Close();
 }
 
 void Callouts::QueueDestroyTask() {

@@ -23,6 +23,7 @@
 #include "du/Symbol.h"
 #include "zrannotations/Callout.h"
 #include "zrannotations/Inset.h"
+#include "zrannotations/ItemIndex.h"
 #include "zrannotations/TAnnotation.h"
 #include "zritemlist/ItemList.h"
 #include "zrk/annotation/Annotation.h"
@@ -128,9 +129,9 @@ public:
     void AddToMap(const CalloutPtr& callout);
     /// Whether a callout that leads to the instance id shows exactly `text`. Takes no engine lock.
     bool Exists(const std::string& instanceId, const std::string& text) const;
-    /// Appends the callouts that carry the item id, in the order of the callout set. O(n).
+    /// Appends the callouts that carry the item id, in the order of the callout set. O(found).
     void GetItemIdCallouts(unsigned int itemId, std::vector<CalloutPtr>& out) const;
-    /// Appends the callouts of each id in turn; a repeated id repeats its callouts. O(n + ids).
+    /// Appends the callouts of each id in turn; a repeated id repeats its callouts. O(found + ids).
     void GetItemIdCallouts(const std::vector<unsigned int>& itemIds, std::vector<CalloutPtr>& out) const;
     /// Inserts the item ids of all callouts into `out`.
     void GetItemdIds(std::set<unsigned int>& out) const;
@@ -229,10 +230,12 @@ private:
     void UnregisterTreeObserver();
     void UnregisterAnnoSetTableObserver();
     void QueueDestroyTask();
+    void CloseItemIndex();
     void ClearRegistry();
     void ReleaseHeldByObservers();
 
     std::vector<CalloutPtr> SnapshotCallouts() const;
+    std::shared_ptr<zrannotations::ItemIndex> GetItemIndex() const;
     std::vector<CalloutPtr> SnapshotInstance(const std::string& instanceId) const;
     bool Contains(const CalloutPtr& callout) const;
     bool IsItemUsed(unsigned int itemId) const;
@@ -276,6 +279,7 @@ private:
     du::SmartPtr<ItemsListObserver> m_itemsListObserver;
     du::SmartPtr<WorldObserver> m_worldObserver;
     CalloutSet m_callouts;
+    std::shared_ptr<zrannotations::ItemIndex> m_itemIndex;  // of the callouts above
     std::map<std::string, CalloutSet> m_instanceIdCallouts;
     SymbolMap m_symbolAnnotations;
     InsetMap m_insetCallouts;

@@ -54,7 +54,7 @@ void Callouts::OnItemRemoved(unsigned int itemId, const du::SmartPtr<zrk::Operat
     if (!annoSet) return;
     std::vector<du::SmartPtr<CombinedCallout>> reduced;
     std::vector<CalloutPtr> remaining;
-    for (const auto& callout : SnapshotCallouts()) {
+    for (const auto& callout : GetItemIndex()->Find(itemId)) {
         // Removing a callout takes those that depend on it along.
         if (!Contains(callout) || !callout->ReferencesItemId(itemId)) continue;
         const auto combined = du::DynamicCast<CombinedCallout>(callout);
@@ -106,20 +106,19 @@ void Callouts::OnListCleared(const du::SmartPtr<zrk::Operation>& operation) {
 
 void Callouts::OnItemContentChanged(unsigned int itemId, SbomSet, SbomSet) {
     if (!GetItemsList()) return;
-    for (const auto& callout : SnapshotCallouts()) {
-        if (callout->ReferencesItemId(itemId)) SetCalloutText(callout);
-    }
+    for (const auto& callout : GetItemIndex()->Find(itemId)) SetCalloutText(callout);
 }
 
 void Callouts::UpdateItemGroupCalloutLeaders(unsigned int itemId, SbomSet connect, SbomSet disconnect,
                                              du::SmartPtr<zrk::Operation> operation) {
     const dp::ReadLocker read(GetRWLockPtr());
-    const auto callouts = SnapshotCallouts();
-    if (callouts.empty()) return;
+    {
+        const std::lock_guard hold(m_guard);
+        if (m_callouts.empty()) return;
+    }
     bool isAnyAdded = false;
-    for (const auto& callout : GetItemsList() ? callouts : std::vector<CalloutPtr>()) {
+    for (const auto& callout : GetItemsList() ? GetItemIndex()->Find(itemId) : std::vector<CalloutPtr>()) {
         if (isAnyAdded) break;
-        if (!callout->ReferencesItemId(itemId)) continue;
         ConnectItemGroup(callout, connect, isAnyAdded);
         if (isAnyAdded && m_combineForSamePart) callout->ShowAllLeaders(nullptr);
         DisconnectItemGroup(callout, disconnect);

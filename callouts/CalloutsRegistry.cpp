@@ -1,7 +1,6 @@
 // The indexes over the scene's callouts: how callouts enter and leave them, and the queries.
 
 #include <algorithm>
-#include <unordered_map>
 #include <utility>
 
 #include "callouts/Callouts.h"
@@ -16,8 +15,11 @@ namespace zrcallouts {
 void Callouts::AddToSet(const CalloutPtr& callout) {
     {
         const dp::WriteLocker write(GetRWLockPtr());
-        const std::lock_guard hold(m_guard);
-        m_callouts.insert(callout);
+        {
+            const std::lock_guard hold(m_guard);
+            m_callouts.insert(callout);
+        }
+        callout->SetItemIndex(GetItemIndex());
     }
     if (callout->IsCustomCallout()) return;
     callout->RegisterTemplateObserver(
@@ -77,8 +79,16 @@ void Callouts::UnfileLeader(const CalloutPtr& callout, unsigned int position) {
 }
 
 void Callouts::RemoveFromSet(const CalloutPtr& callout) {
+    {
+        const std::lock_guard hold(m_guard);
+        if (m_callouts.erase(callout) == 0) return;
+    }
+    callout->SetItemIndex(nullptr);
+}
+
+std::shared_ptr<zrannotations::ItemIndex> Callouts::GetItemIndex() const {
     const std::lock_guard hold(m_guard);
-    m_callouts.erase(callout);
+    return m_itemIndex;
 }
 
 std::vector<Callouts::CalloutPtr> Callouts::SnapshotCallouts() const {
@@ -122,34 +132,14 @@ void Callouts::GetCalloutSetForSbomInstance(const du::SmartPtr<zrk::illustration
 
 void Callouts::GetItemIdCallouts(unsigned int itemId, std::vector<CalloutPtr>& out) const {
     const dp::ReadLocker read(GetRWLockPtr());
-    const auto callouts = SnapshotCallouts();
-    std::copy_if(callouts.begin(), callouts.end(), std::back_inserter(out),
-                 [itemId](const auto& callout) { return callout->ReferencesItemId(itemId); });
+    const auto callouts = GetItemIndex()->Find(itemId);
+    out.insert(out.end(), callouts.begin(), callouts.end());
 }
 
-// One walk for all ids: a callout refers to the id it carries or, combined, to those of its members.
 void Callouts::GetItemIdCallouts(const std::vector<unsigned int>& itemIds,
                                  std::vector<CalloutPtr>& out) const {
     const dp::ReadLocker read(GetRWLockPtr());
-    std::unordered_map<unsigned int, std::vector<CalloutPtr>> byId;
-    for (const unsigned int id : itemIds) byId[id];
-    const auto file = [&byId](const zrannotations::Callout& carrier, const CalloutPtr& callout) {
-        unsigned int id = 0;
-        const auto entry = carrier.GetItemId(id) ? byId.find(id) : byId.end();
-        if (entry == byId.end()) return;
-        if (entry->second.empty() || entry->second.back() != callout) entry->second.push_back(callout);
-    };
-    for (const auto& callout : SnapshotCallouts()) {
-        const auto combined = du::DynamicCast<zrannotations::CombinedCallout>(callout);
-        if (!combined) {
-            file(*callout, callout);
-            continue;
-        }
-        for (const auto& member : combined->GetCalloutVec()) {
-            if (member) file(*member, callout);
-        }
-    }
-    for (const unsigned int id : itemIds) out.insert(out.end(), byId[id].begin(), byId[id].end());
+    for (const unsigned int id : itemIds) GetItemIdCallouts(id, out);
 }
 
 void Callouts::GetItemdIds(std::set<unsigned int>& out) const {
@@ -160,12 +150,7 @@ void Callouts::GetItemdIds(std::set<unsigned int>& out) const {
     }
 }
 
-bool Callouts::IsItemUsed(unsigned int itemId) const {
-    const dp::ReadLocker read(GetRWLockPtr());
-    const auto callouts = SnapshotCallouts();
-    return std::any_of(callouts.begin(), callouts.end(),
-                       [itemId](const auto& callout) { return callout->ReferencesItemId(itemId); });
-}
+bool Callouts::IsItemUsed(unsigned int itemId) const { return GetItemIndex()->IsUsed(itemId); }
 
 bool Callouts::CheckForTypeUpdate(du::SmartPtr<zrannotations::Callout>& callout) {
     const auto definition = callout->GetDefinition();

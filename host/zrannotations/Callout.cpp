@@ -357,14 +357,46 @@ bool Callout::GetItemId(unsigned& id) const {
 
 void Callout::SetItemId(unsigned id) {
     BeforeChange();
-    const std::lock_guard hold(m_mutex);
-    m_itemId = id;
+    ChangeItem(id);
 }
 
 void Callout::RemoveItemId() {
     BeforeChange();
-    const std::lock_guard hold(m_mutex);
-    m_itemId.reset();
+    ChangeItem(std::nullopt);
+}
+
+void Callout::SetItemIndex(const std::shared_ptr<ItemIndex>& index) { FileItem({index, nullptr}); }
+
+/// Null when the callout is a member of what is gone, and entered nowhere then.
+du::SmartPtr<Callout> Callout::CarrierOf(const ItemFile& file) {
+    if (!file.index) return nullptr;
+    return file.holder ? file.holder->Lock() : du::SmartPtr<Callout>(this);
+}
+
+void Callout::FileItem(const ItemFile& file) {
+    ItemFile former;
+    std::optional<unsigned> id;
+    {
+        const std::lock_guard hold(m_mutex);
+        former = std::exchange(m_itemFile, file);
+        id = m_itemId;
+    }
+    if (!id) return;
+    if (const auto carrier = CarrierOf(former)) former.index->Remove(*id, carrier);
+    if (const auto carrier = CarrierOf(file)) file.index->Add(*id, carrier);
+}
+
+void Callout::ChangeItem(std::optional<unsigned> id) {
+    std::optional<unsigned> former;
+    ItemFile file;
+    {
+        const std::lock_guard hold(m_mutex);
+        former = std::exchange(m_itemId, id);
+        file = m_itemFile;
+    }
+    const auto carrier = former != id ? CarrierOf(file) : du::SmartPtr<Callout>();
+    if (carrier && former) file.index->Remove(*former, carrier);
+    if (carrier && id) file.index->Add(*id, carrier);
 }
 
 void Callout::ResolveLeaders(const std::map<std::string, du::SmartPtr<zrk::ShapeInstance>>& parts) {

@@ -21,6 +21,7 @@
 #include "zrannotations/CalloutLeader.h"
 #include "zrannotations/CalloutState.h"
 #include "zrannotations/Inset.h"
+#include "zrannotations/ItemIndex.h"
 #include "zrannotations/TAnnotation.h"
 #include "zrk/operation/Operation.h"
 #include "zrk/scene/ShapeView.h"
@@ -135,6 +136,9 @@ public:
     virtual bool GetItemId(unsigned& id) const;
     void SetItemId(unsigned id);
     void RemoveItemId();
+    /// The callout enters itself under its item from now on, whatever that becomes, and leaves the index that
+    /// it was in before. Null: no index.
+    virtual void SetItemIndex(const std::shared_ptr<ItemIndex>& index);
 
     /// Leaders that wait take up the parts that have been loaded since.
     void UpdateWithCalloutInfo();
@@ -196,6 +200,15 @@ private:
 
     /// A member of a combined callout changes with it; null: for itself again.
     void SetHolder(const std::shared_ptr<du::BackLink<Callout>>& holder);
+    /// Where the callout's item is entered: for the callout itself, or for what it is a member of.
+    struct ItemFile {
+        std::shared_ptr<ItemIndex> index;
+        std::shared_ptr<du::BackLink<Callout>> holder;
+    };
+
+    void FileItem(const ItemFile& file);
+    void ChangeItem(std::optional<unsigned> id);
+    du::SmartPtr<Callout> CarrierOf(const ItemFile& file);
     std::vector<LeaderPtr> Leaders() const;
     template <class Read>
     auto ReadLeader(unsigned position, Read read) const;
@@ -222,6 +235,7 @@ private:
     bool m_isCustom = false;
     bool m_isAnchorCalculated = false;
     std::optional<unsigned> m_itemId;
+    ItemFile m_itemFile;
     du::Symbol m_text;
     du::Symbol m_localizedText;
     std::optional<du::Symbol> m_legacyText;

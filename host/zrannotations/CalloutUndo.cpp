@@ -95,6 +95,7 @@ void Callout::AssignState(const CalloutState& state) {
     if (CaptureState().definitionId != state.definitionId) {
         UpdateDefinition(FindCalloutTemplate(state.definitionId));
     }
+    ChangeItem(state.itemId);
     m_localizable = state.localizable;
     SetViewId(state.viewId);
     std::vector<LeaderPtr> leaders;
@@ -110,7 +111,6 @@ void Callout::AssignState(const CalloutState& state) {
     m_isKit = state.isKit;
     m_isCustom = state.isCustom;
     m_isAnchorCalculated = state.isAnchorCalculated;
-    m_itemId = state.itemId;
     m_text = state.text;
     m_localizedText = state.localizedText;
     m_legacyText = state.legacyText;

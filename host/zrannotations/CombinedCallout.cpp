@@ -18,8 +18,22 @@ CombinedCallout::~CombinedCallout() { m_link->Close(); }
 
 void CombinedCallout::HoldMembers() {
     for (const auto& member : m_members) {
-        if (member) member->SetHolder(m_link);
+        if (!member) continue;
+        member->SetHolder(m_link);
+        if (m_index) member->FileItem({m_index, m_link});
     }
+}
+
+void CombinedCallout::ReleaseMembers() {
+    for (const auto& member : m_members) {
+        if (member && m_index) member->FileItem({});
+    }
+}
+
+void CombinedCallout::SetItemIndex(const std::shared_ptr<ItemIndex>& index) {
+    ReleaseMembers();
+    m_index = index;
+    HoldMembers();
 }
 
 du::SmartPtr<CombinedCallout> CombinedCallout::Combine(const std::vector<du::SmartPtr<Callout>>& callouts,
@@ -67,6 +81,7 @@ CalloutState CombinedCallout::CaptureState() const {
 
 void CombinedCallout::AssignState(const CalloutState& state) {
     Callout::AssignState(state);
+    ReleaseMembers();
     m_members.clear();
     for (const auto& member : state.members) {
         if (member.callout) member.callout->RestoreState(member.state);
@@ -97,6 +112,7 @@ du::SmartPtr<Callout> CombinedCallout::RemoveItemId(unsigned id) {
     if (place == m_members.end()) return nullptr;
     BeforeChange();
     const du::SmartPtr<Callout> removed = *place;
+    if (m_index) removed->FileItem({});
     m_members.erase(place);
     std::erase(m_children, du::SmartPtr<zrk::Annotation>(removed));
     return removed;

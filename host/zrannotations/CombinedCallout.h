@@ -37,6 +37,7 @@ public:
     bool ReferencesItemId(unsigned id) const override;
     /// That of the first member.
     bool GetItemId(unsigned& id) const override;
+    void SetItemIndex(const std::shared_ptr<ItemIndex>& index) override;
     using Callout::RemoveItemId;
     /// Takes the member of the item out; null when there is none.
     du::SmartPtr<Callout> RemoveItemId(unsigned id);
@@ -54,8 +55,10 @@ protected:
 
 private:
     void HoldMembers();
+    void ReleaseMembers();
 
     const std::shared_ptr<du::BackLink<Callout>> m_link;  // what members find this through
+    std::shared_ptr<ItemIndex> m_index;                   // guarded as the members are
     std::vector<du::SmartPtr<Callout>> m_members;
     std::vector<du::SmartPtr<zrk::Annotation>> m_children;
 };
