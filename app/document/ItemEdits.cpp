@@ -28,8 +28,10 @@ void ItemEdits::Join(unsigned id, const std::vector<SbomPtr>& instances) {
         if (items->GetItemIdForInstance(instance, holder) && holder != id) left[holder].insert(instance);
     }
     m_list.JoinItem(id, instances, operation);
-    for (const auto& [holder, went] : left)
+    for (const auto& [holder, went] : left) {
         m_engine.UpdateItemGroupCalloutLeaders(holder, {}, went, operation);
+        RemoveLeaderless(holder);
+    }
     m_engine.UpdateItemGroupCalloutLeaders(id, {instances.begin(), instances.end()}, {}, operation);
 }
 
@@ -37,6 +39,17 @@ void ItemEdits::Leave(unsigned id, const std::vector<SbomPtr>& instances) {
     const auto operation = OpenOperation();
     m_list.LeaveItem(id, instances, operation);
     m_engine.UpdateItemGroupCalloutLeaders(id, {}, {instances.begin(), instances.end()}, operation);
+    RemoveLeaderless(id);
+}
+
+void ItemEdits::RemoveLeaderless(unsigned id) {
+    std::vector<du::SmartPtr<zrannotations::Callout>> callouts;
+    m_engine.GetItemIdCallouts(id, callouts);
+    for (const auto& callout : callouts) {
+        const bool leads =
+            callout->GetType() == zrannotations::CALLOUT_TYPE_FREE || callout->GetLeaderLineCount(true) > 0;
+        if (!leads) m_engine.GetAnnoSet()->RemoveAnnotationFromSet(callout, OpenOperation());
+    }
 }
 
 zritemlist::ItemList::OperationPtr ItemEdits::OpenOperation() const {

@@ -22,13 +22,14 @@ public:
     /// All items go, and every callout that has one.
     void Clear();
     /// The instances leave the items that hold them and join this one; the item's callout gains leaders to
-    /// them, those of the items they left lose theirs.
+    /// them, those of the items they left lose theirs as with Leave.
     void Join(unsigned id, const std::vector<SbomPtr>& instances);
-    /// The instances leave the item; its callout loses its leaders to them.
+    /// The instances leave the item; its callout loses its leaders to them, and goes when it has none left.
     void Leave(unsigned id, const std::vector<SbomPtr>& instances);
 
 private:
     zritemlist::ItemList::OperationPtr OpenOperation() const;
+    void RemoveLeaderless(unsigned id);
 
     zritemlist::ItemList& m_list;
     zrcallouts::Callouts& m_engine;
