@@ -1,0 +1,291 @@
+#include "zrk/operation/Transaction.h"
+
+#include <gtest/gtest.h>
+
+#include <functional>
+#include <optional>
+#include <string>
+#include <thread>
+#include <utility>
+#include <vector>
+
+#include "tests/host/zrk/Stage.h"
+#include "zrk/annotation/AnnoSet.h"
+#include "zrk/operation/CallStep.h"
+#include "zrk/scene/SceneObserver.h"
+#include "zrk/tree/Tree.h"
+
+namespace zrk {
+namespace {
+
+/// A text that undo restores.
+class Note : public Annotation {
+public:
+    du::Symbol GetClass() const override { return du::Symbol("Note"); }
+    du::SmartPtr<Memento> MakeMemento() override { return new StateMemento<Note>(du::SmartPtr<Note>(this)); }
+    std::string CaptureState() const { return m_text; }
+    void RestoreState(const std::string& text) { m_text = text; }
+    void Write(const std::string& text) {
+        BeforeChange();
+        m_text = text;
+    }
+
+private:
+    std::string m_text = "new";
+};
+
+/// An application that follows: it strikes out a note that enters, and one note whenever a part is seen anew.
+class Follower : public SceneObserver {
+public:
+    Follower(du::SmartPtr<Note> follows, std::string& log) : m_follows(std::move(follows)), m_log(log) {}
+    du::Symbol GetObjectClass() const override { return du::Symbol("Follower"); }
+
+    void OnAnnotationAdded(const du::SmartPtr<Annotation>& annotation) override {
+        m_log += '+';
+        du::DynamicCast<Note>(annotation)->Write("struck");
+    }
+    void OnAnnotationRemoved(const du::SmartPtr<Annotation>&) override { m_log += '-'; }
+    void OnShapeInstanceVisibilityChanged(const du::SmartPtr<ShapeInstance>&, bool) override {
+        m_follows->Write(m_follows->CaptureState() + "*");
+    }
+
+private:
+    const du::SmartPtr<Note> m_follows;
+    std::string& m_log;
+};
+
+class TransactionTest : public testing::Test {
+protected:
+    using NotePtr = du::SmartPtr<Note>;
+
+    TransactionTest() { m_scene->GetAnnoSet(m_annoSet); }
+
+    NotePtr Add(const du::SmartPtr<Operation>& operation = nullptr) {
+        const NotePtr note(new Note);
+        m_annoSet->AddAnnotationToSet(note, operation);
+        return note;
+    }
+    /// The texts of the notes in order, and the parts: in capitals when hidden, "!" behind phantoms, their x.
+    std::string Look() const {
+        std::string text;
+        for (const auto& annotation : m_annoSet->GetAnnotations()) {
+            text += du::DynamicCast<Note>(annotation)->CaptureState() + " ";
+        }
+        for (const auto& part : m_scene->GetShapeInstances()) {
+            dg::Location location;
+            part->GetLocation(location);
+            text += Stage::NameOf(part) + (part->IsVisible() ? "" : "(hidden)") +
+                    (part->IsPhantom() ? "!" : "") + std::to_string(static_cast<int>(location.GetPos().x)) +
+                    " ";
+        }
+        dg::Camera3D camera;
+        m_view->GetCamera(camera);
+        dg::Color top;
+        dg::Color other;
+        m_view->GetBackgroundColors(top, other, other);
+        const dg::DPoint3D pixel = dg::DPoint3D(1, 0, 0) * camera.GetWorldToPixel();
+        return text + std::to_string(camera.GetViewportWidth()) + "@" +
+               std::to_string(static_cast<int>(pixel.x)) + (top.r < 1.0F ? " dark" : "");
+    }
+    /// What was and what is after `change`, and after undo and redo; one entry.
+    template <class Change>
+    void ExpectUndoable(const char* name, Change change) {
+        const std::string before = Look();
+        const std::size_t entries = m_history.GetUndoCount();
+        Transaction action(m_scene, name);
+        change();
+        ASSERT_TRUE(action.Commit());
+        const std::string after = Look();
+        EXPECT_NE(after, before) << name;
+        EXPECT_EQ(m_history.GetUndoCount(), entries + 1) << name;
+        for (int round = 0; round < 2; ++round) {
+            EXPECT_TRUE(m_history.Undo());
+            EXPECT_EQ(Look(), before) << name;
+            EXPECT_TRUE(m_history.Redo());
+            EXPECT_EQ(Look(), after) << name;
+        }
+    }
+
+    Stage m_stage;
+    const du::SmartPtr<ShapeScene>& m_scene = m_stage.GetScene();
+    const du::SmartPtr<ShapeView>& m_view = m_stage.GetView();
+    History& m_history = m_scene->GetHistory();
+    du::SmartPtr<AnnoSet> m_annoSet;
+};
+
+TEST_F(TransactionTest, TakesInEveryChangeOfTheScenesObjects) {
+    const auto a = m_stage.AddBox("a", 0, 0, 0, {9, 9, 9});
+    const auto b = m_stage.AddBox("b", 20, 0, 0, {9, 9, 9});
+    const NotePtr first = Add();
+    const NotePtr second = Add();
+    ExpectUndoable("create", [&] { m_stage.AddBox("c", 40, 0, 0, {9, 9, 9}); });
+    ExpectUndoable("move", [&] { m_scene->SetLocation(a, PlaceAt(7, 0, 0)); });
+    ExpectUndoable("hide", [&] { m_scene->SetVisible(b, false); });
+    ExpectUndoable("phantom", [&] { m_scene->SetPhantom(b, true); });
+    ExpectUndoable("remove", [&] { m_scene->RemoveShapeInstance(a); });
+    ExpectUndoable("camera", [&] { m_view->SetCamera(dg::Camera3D()); });
+    ExpectUndoable("resize", [&] { m_view->Resize(300, 50); });
+    ExpectUndoable("colours", [&] { m_view->SetBackgroundColors({}, {}, {}); });
+    ExpectUndoable("enter", [&] { Add()->Write("third"); });
+    ExpectUndoable("change", [&] { first->Write("changed"); });
+    ExpectUndoable("leave", [&] { m_annoSet->RemoveAnnotationFromSet(first, nullptr); });
+    ExpectUndoable("enter and leave, under an operation that nobody records", [&] {
+        const du::SmartPtr<Operation> lost(new Operation("lost", m_scene, true));
+        Add(lost)->Write("fourth");
+        m_annoSet->RemoveAnnotationFromSet(second, lost);
+    });
+    ExpectUndoable("on another thread, recorded",
+                   [&] { std::thread([&] { Add()->Write("threaded"); }).join(); });
+    EXPECT_EQ(m_scene->GetShapeInstances().front(), b);
+    while (m_history.Undo()) {
+    }
+    EXPECT_EQ(m_scene->GetShapeInstances().front(), a);  // the part itself, not one like it
+    EXPECT_EQ(Look(), "new new a0 b20 200@101");
+}
+
+TEST_F(TransactionTest, LeavesNoEntryAndForgetsNothingUnlessItChangedSomething) {
+    const NotePtr note = Add();
+    const du::SmartPtr<ShapeView> insetView(new ShapeView(m_scene, 1));
+    ExpectUndoable("change", [&] { note->Write("changed"); });
+    m_history.Undo();
+    const struct {
+        const char* name;
+        std::function<void()> change;
+    } rows[] = {{"nothing", [] {}},
+                {"there and back", [&] { note->Write("x"), note->Write("new"); }},
+                {"the same again", [&] { m_view->Resize(200, 200); }},
+                {"a view that is none of the scene's", [&] { insetView->Resize(9, 9); }}};
+    for (const auto& row : rows) {
+        Transaction action(m_scene, row.name);
+        row.change();
+        EXPECT_TRUE(action.Commit());
+        EXPECT_EQ(m_history.GetUndoCount(), 0U) << row.name;
+        EXPECT_EQ(m_history.GetRedoName(), "change") << row.name;
+    }
+}
+
+/// Counts for an entry though it would make none by itself.
+class QuietStep : public CallStep {
+public:
+    using CallStep::CallStep;
+    bool Recordable() const override { return false; }
+};
+
+TEST_F(TransactionTest, TakesInOperationsThatAreRecordedMeanwhile) {
+    std::string log;
+    const auto step = [&log](const std::string& name) {
+        return du::SmartPtr<OperationStep>(
+            new QuietStep([&log, name] { log += "-" + name; }, [&log, name] { log += "+" + name; }));
+    };
+    Transaction action(m_scene, "all");
+    action.GetOperation()->AddStep(step("a"));
+    const du::SmartPtr<Operation> recorded(new Operation("inner", m_scene, true));
+    recorded->AddStep(step("b"));
+    recorded->AddStep(new CallStep([&log] { log += "-c"; }, [&log] { log += "+c"; }));
+    RecordOperation(recorded);
+    EXPECT_FALSE(m_history.Undo());  // not while it is open
+    action.Commit();
+    EXPECT_FALSE(action.GetOperation());
+    EXPECT_EQ(m_history.GetUndoCount(), 1U);
+    m_history.Undo();
+    m_history.Redo();
+    EXPECT_EQ(log, "-c-b-a+a+b+c");
+
+    Transaction quiet(m_scene, "quiet");
+    quiet.GetOperation()->AddStep(step("d"));
+    quiet.Commit();
+    EXPECT_EQ(m_history.GetUndoName(), "quiet");
+}
+
+TEST_F(TransactionTest, RollsBackUnlessItAndAllThatJoinedItAreCommitted) {
+    const auto part = m_stage.AddBox("a", 0, 0, 0, {9, 9, 9});
+    const NotePtr note = Add();
+    ExpectUndoable("kept", [&] { note->Write("kept"); });
+    m_history.Undo();
+    const std::string before = Look();
+    const auto change = [&] {
+        note->Write("lost");
+        Add();
+        m_scene->RemoveShapeInstance(part);
+    };
+    {
+        const Transaction givenUp(m_scene, "given up");
+        change();
+    }
+    EXPECT_EQ(Look(), before);
+    for (const bool isInnerCommitted : {false, true}) {
+        Transaction outer(m_scene, "outer");
+        {
+            Transaction inner(m_scene, "inner");
+            change();
+            if (isInnerCommitted) inner.Commit();
+            EXPECT_EQ(m_history.GetUndoCount(), 0U);
+        }
+        EXPECT_EQ(m_history.GetRedoCount(), 1U);
+        EXPECT_EQ(outer.Commit(), isInnerCommitted);
+        EXPECT_EQ(Look() == before, !isInnerCommitted);
+    }
+    EXPECT_EQ(m_history.GetUndoName(), "outer");
+    EXPECT_EQ(m_history.GetRedoCount(), 0U);
+}
+
+TEST_F(TransactionTest, LeavesNoTracesOfWhatFollowsAnUndo) {
+    const auto part = m_stage.AddBox("a", 0, 0, 0, {9, 9, 9});
+    const NotePtr bystander = Add();
+    std::string log;
+    const du::SmartPtr<SceneObserver> follower(new Follower(bystander, log));
+    m_scene->RegisterObserver(follower);
+    NotePtr added;
+    {
+        Transaction action(m_scene, "add");
+        (added = Add())->Write("mine");
+        action.Commit();
+    }
+    {
+        Transaction action(m_scene, "hide");
+        m_scene->SetVisible(part, false);
+        bystander->Write("mine too");
+        action.Commit();
+    }
+    for (int round = 0; round < 2; ++round) {
+        m_history.Undo();
+        EXPECT_EQ(bystander->CaptureState(), "new");  // not followed once more
+        m_history.Undo();
+        m_history.Redo();
+        EXPECT_EQ(added->CaptureState(), "mine");  // not struck out
+        m_history.Redo();
+        EXPECT_EQ(bystander->CaptureState(), "mine too");
+    }
+    EXPECT_EQ(log, "+-+-+");
+    m_scene->UnregisterObserver(follower);
+    EXPECT_FALSE(History::IsAnyActive());
+}
+
+TEST_F(TransactionTest, EditsPropertiesOfAStructureOnceForAll) {
+    const du::SmartPtr<Tree> tree(new Tree);
+    const auto part = m_stage.AddBox("a", 0, 0, 0, {9, 9, 9});
+    du::SmartPtr<Instance> node;
+    part->GetInstance(node);
+    const du::Symbol group("Data");
+    const auto value = [&](const char* name) {
+        du::Symbol found("absent");
+        node->FindProperty(group, du::Symbol(name), du::Symbol::EMPTY, found);
+        return found.Text();
+    };
+    node->SetProperty(group, du::Symbol("Size"), du::Symbol("M5"));
+    Transaction action(m_scene, "rename");
+    tree->EditProperties({{node, group, du::Symbol("Size"), std::nullopt},
+                          {node, group, du::Symbol("Name"), du::Symbol("bolt")},
+                          {node, group, du::Symbol("Name"), du::Symbol("nut")}},
+                         action.GetOperation());
+    action.Commit();
+    const auto look = [&] { return value("Size") + " " + value("Name"); };
+    EXPECT_EQ(look(), "absent nut");
+    m_history.Undo();
+    EXPECT_EQ(look(), "M5 absent");
+    m_history.Redo();
+    EXPECT_EQ(look(), "absent nut");
+}
+
+}  // namespace
+}  // namespace zrk
