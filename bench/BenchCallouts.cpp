@@ -13,6 +13,7 @@
 #include "zritemlist/ItemList.h"
 #include "zrk/annotation/AnnoSet.h"
 #include "zrk/illustration/Illustration3dScene.h"
+#include "zrk/operation/Transaction.h"
 #include "zrk/scene/ShapeView.h"
 #include "zrk/tree/Tree.h"
 #include "zrk/world/Kernel.h"
@@ -93,6 +94,7 @@ public:
         return callouts;
     }
     Callouts& Engine() { return *m_engine; }
+    const du::SmartPtr<zrk::illustration::Illustration3dScene>& Scene() const { return m_scene; }
     zrk::AnnoSet& Annotations() {
         du::SmartPtr<zrk::AnnoSet> annoSet;
         m_scene->GetAnnoSet(annoSet);
@@ -170,6 +172,53 @@ void Remove(benchmark::State& state) {
     state.SetComplexityN(state.range(0));
 }
 
+/// The whole parts list goes, and comes back by undo.
+void ClearAndUndo(benchmark::State& state) {
+    PartField field(static_cast<int>(state.range(0)));
+    for (const auto& callout : field.MakeCallouts()) field.Annotations().AddAnnotationToSet(callout, nullptr);
+    for (auto _ : state) {
+        zrk::Transaction action(field.Scene(), "Clear");
+        field.Engine().OnListCleared(action.GetOperation());
+        field.Engine().GetItemsList()->Clear(action.GetOperation());
+        action.Commit();
+        field.Scene()->GetHistory().Undo();
+    }
+    state.SetComplexityN(state.range(0));
+}
+
+/// Item by item instead of all at once, as when the user deletes a selection.
+void DeleteItemsAndUndo(benchmark::State& state) {
+    PartField field(static_cast<int>(state.range(0)));
+    for (const auto& callout : field.MakeCallouts()) field.Annotations().AddAnnotationToSet(callout, nullptr);
+    const auto items = field.Engine().GetItemsList();
+    for (auto _ : state) {
+        zrk::Transaction action(field.Scene(), "Delete");
+        auto operation = action.GetOperation();
+        for (const unsigned id : items->GetZrkItemList()->GetItemIds()) {
+            field.Engine().OnItemRemoved(id, operation);
+            items->DeleteItem(id, operation);
+        }
+        action.Commit();
+        field.Scene()->GetHistory().Undo();
+    }
+    state.SetComplexityN(state.range(0));
+}
+
+/// Undo and redo of a run that created all callouts.
+void UndoCreationRun(benchmark::State& state) {
+    PartField field(static_cast<int>(state.range(0)));
+    {
+        zrk::Transaction action(field.Scene(), "Create");
+        field.CreateCallouts();
+        action.Commit();
+    }
+    for (auto _ : state) {
+        field.Scene()->GetHistory().Undo();
+        field.Scene()->GetHistory().Redo();
+    }
+    state.SetComplexityN(state.range(0));
+}
+
 void Label(benchmark::State& state) {
     PartField field(static_cast<int>(state.range(0)));
     const auto callouts = field.MakeCallouts();
@@ -200,6 +249,9 @@ BENCHMARK(CreationRun)
     ->MeasureProcessCPUTime();
 BENCHMARK(RegisterAndShow)->RangeMultiplier(10)->Range(kFew, kMany)->Unit(benchmark::kMillisecond);
 BENCHMARK(Remove)->RangeMultiplier(10)->Range(kFew, kMany)->Unit(benchmark::kMillisecond);
+BENCHMARK(ClearAndUndo)->RangeMultiplier(10)->Range(kFew, kMany)->Unit(benchmark::kMillisecond);
+BENCHMARK(DeleteItemsAndUndo)->RangeMultiplier(10)->Range(kFew, kMany)->Unit(benchmark::kMillisecond);
+BENCHMARK(UndoCreationRun)->RangeMultiplier(10)->Range(kFew, kMany)->Unit(benchmark::kMillisecond);
 BENCHMARK(Label)->RangeMultiplier(10)->Range(kFew, kMany)->Unit(benchmark::kMillisecond);
 BENCHMARK(Admit)->RangeMultiplier(10)->Range(kFew, kMany)->Unit(benchmark::kMillisecond);
 
