@@ -8,6 +8,7 @@
 #include "zrannotations/CombinedCallout.h"
 #include "zrannotations/SymbolAnnotation.h"
 #include "zrk/annotation/AnnoSet.h"
+#include "zrk/world/World.h"
 
 namespace zrsheet::test {
 namespace {
@@ -90,12 +91,13 @@ void ProjectStage::EditSettings() {
     Doc().DefineTemplate("long", "{item} {name}");
     Doc().UseTemplate("long");
     Doc().View()->SetBackgroundColors({0.1F, 0.2F, 0.3F, 1}, {1, 1, 0, 1}, {0, 0, 0, 1});
-    const auto& items = Doc().Items();
-    const auto ids = items->GetItemIds();
-    items->SetTag(ids[0], "T-1");
-    items->SetLabel(ids[1], "A");
-    items->RemoveItem(ids[2]);
-    items->AddItem({}, "", true, true);
+    auto& items = Doc().ItemList();
+    auto operation = Doc().Scene()->GetHistory().GetOpenOperation();
+    const auto ids = Doc().Items()->GetItemIds();
+    items.SetTag(ids[0], "T-1", operation);
+    items.SetLabel(ids[1], "A", operation);
+    items.DeleteItem(ids[2], operation);
+    items.AddItem({}, "", true, true, operation);
 }
 
 void ProjectStage::AddAnnotations() {
@@ -144,7 +146,9 @@ void ProjectStage::EditParts() {
     shapes[3]->GetLocation(place);
     place.SetPos({0.1, 0.2, 0.3});
     Doc().Scene()->SetLocation(shapes[3], place);
-    Doc().Model().Instances()[0]->SetProperty(du::Symbol::EMPTY, du::Symbol("Name"), du::Symbol("Renamed"));
+    zrk::World::GetWorld()->GetTree()->EditProperties(
+        {{Doc().Model().Instances()[0], du::Symbol::EMPTY, du::Symbol("Name"), du::Symbol("Renamed")}},
+        Doc().Scene()->GetHistory().GetOpenOperation());
 }
 
 }  // namespace zrsheet::test
