@@ -1,10 +1,10 @@
 #include "app/project/ProjectReader.h"
 
 #include <algorithm>
+#include <charconv>
 #include <cmath>
 #include <limits>
 #include <nlohmann/json.hpp>
-#include <regex>
 #include <set>
 
 #include "app/document/UserError.h"
@@ -195,6 +195,10 @@ std::string LineAndColumn(std::string_view text, std::size_t byte) {
     return "line " + std::to_string(line) + ", byte " + std::to_string(column);
 }
 
+void SkipSpace(std::string_view& text) {
+    text.remove_prefix(std::min(text.find_first_not_of(" \t\r\n"), text.size()));
+}
+
 Json Parse(std::string_view text) {
     try {
         StructureGuard guard;
@@ -211,13 +215,19 @@ Json Parse(std::string_view text) {
 }  // namespace
 
 std::optional<unsigned> ProjectVersionOf(std::string_view text) {
-    static const std::regex beginning("\\s*\\{\\s*\"format\"\\s*:\\s*\"" + std::string(kProjectFormat) +
-                                      "\"\\s*,\\s*\"version\"\\s*:\\s*([0-9]{1,9})\\s*[,}]");
-    const std::string head(text.substr(0, 256));
-    std::smatch match;
-    if (!std::regex_search(head, match, beginning, std::regex_constants::match_continuous))
-        return std::nullopt;
-    return static_cast<unsigned>(std::stoul(match[1].str()));
+    const std::string format = "\"" + std::string(kProjectFormat) + "\"";
+    for (const std::string_view token : {"{", "\"format\"", ":", format.c_str(), ",", "\"version\"", ":"}) {
+        SkipSpace(text);
+        if (!text.starts_with(token)) return std::nullopt;
+        text.remove_prefix(token.size());
+    }
+    SkipSpace(text);
+    unsigned version = 0;
+    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), version);
+    if (error != std::errc()) return std::nullopt;
+    text.remove_prefix(static_cast<std::size_t>(end - text.data()));
+    SkipSpace(text);
+    return text.starts_with(',') || text.starts_with('}') ? std::optional(version) : std::nullopt;
 }
 
 void CheckProjectVersion(std::string_view text, const std::string& file) {
