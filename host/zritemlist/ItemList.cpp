@@ -56,27 +56,39 @@ template <class Change>
 void ItemList::ChangeItems(const std::vector<unsigned>& ids, const OperationPtr& operation, Change change) {
     const auto target = StepsGoTo(operation);
     std::vector<ItemStep::Change> changes;
-    for (const unsigned id : target ? ids : std::vector<unsigned>())
+    ItemStep::Lasts lasts;
+    for (const unsigned id : target ? ids : std::vector<unsigned>()) {
         changes.push_back({id, m_items->Capture(id), {}});
+        const unsigned parent = changes.back().before ? changes.back().before->parent : 0;
+        lasts.emplace(parent, m_items->GetLastNumber(parent));
+    }
     change();
     for (auto& entry : changes) entry.after = m_items->Capture(entry.id);
     std::erase_if(changes, [](const ItemStep::Change& entry) { return entry.before == entry.after; });
-    if (!changes.empty()) target->AddStep(new ItemStep(m_items, std::move(changes)));
+    if (!changes.empty()) target->AddStep(new ItemStep(m_items, std::move(changes), std::move(lasts)));
 }
 
 unsigned ItemList::AddItem(const std::vector<SbomPtr>& instances, const std::string& label, bool itemized,
                            bool manual, const OperationPtr& operation) {
+    const unsigned parent = m_items->GetParentItem(instances);
+    const unsigned last = m_items->GetLastNumber(parent);
     const unsigned id = m_items->AddItem(instances, label, itemized, manual);
-    if (const auto target = StepsGoTo(operation)) {
-        target->AddStep(new ItemStep(m_items, {{id, std::nullopt, m_items->Capture(id)}}));
-    }
+    RecordAdded(id, {{parent, last}}, operation);
     return id;
+}
+
+void ItemList::RecordAdded(unsigned id, const zrk::illustration::ItemNumbers::Lasts& lasts,
+                           const OperationPtr& operation) {
+    const auto target = StepsGoTo(operation);
+    if (target) target->AddStep(new ItemStep(m_items, {{id, std::nullopt, m_items->Capture(id)}}, lasts));
 }
 
 unsigned ItemList::AddInstance(const SbomPtr& instance, const OperationPtr& operation, bool manual,
                                const std::string& label) {
     unsigned id = 0;
     if (m_items->GetItemIdForInstance(instance, id)) return id;
+    const unsigned parent = m_items->GetParentItem({instance});
+    const unsigned last = m_items->GetLastNumber(parent);
     id = m_items->AddItem({instance}, label, true, manual);
     unsigned holder = id;
     if (m_items->GetItemIdForInstance(instance, holder) && holder != id) {
@@ -84,9 +96,7 @@ unsigned ItemList::AddInstance(const SbomPtr& instance, const OperationPtr& oper
         m_items->RemoveItem(id);
         return holder;
     }
-    if (const auto target = StepsGoTo(operation)) {
-        target->AddStep(new ItemStep(m_items, {{id, std::nullopt, m_items->Capture(id)}}));
-    }
+    RecordAdded(id, {{parent, last}}, operation);
     return id;
 }
 
@@ -149,9 +159,22 @@ void ItemList::LeaveItem(unsigned id, const std::vector<SbomPtr>& instances, con
     });
 }
 
+void ItemList::SetLocked(unsigned id, bool locked, const OperationPtr& operation) {
+    ChangeItems({id}, operation, [&] { m_items->SetLocked(id, locked); });
+}
+
 void ItemList::SetNumbering(const Numbering& numbering, const OperationPtr& operation) {
+    ChangeNumbers(operation, [&] { m_items->SetNumbering(numbering); });
+}
+
+void ItemList::Renumber(const std::vector<unsigned>& order, const OperationPtr& operation) {
+    ChangeNumbers(operation, [&] { m_items->Renumber(order); });
+}
+
+template <class Change>
+void ItemList::ChangeNumbers(const OperationPtr& operation, Change change) {
     const auto before = m_items->CaptureNumbers();
-    m_items->SetNumbering(numbering);
+    change();
     const auto after = m_items->CaptureNumbers();
     const auto target = StepsGoTo(operation);
     if (!target || before == after) return;

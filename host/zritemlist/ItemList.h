@@ -56,9 +56,13 @@ public:
     void JoinItem(unsigned id, const std::vector<SbomPtr>& instances, const OperationPtr& operation);
     /// Instances that the item does not hold are passed over; the item stays, even empty.
     void LeaveItem(unsigned id, const std::vector<SbomPtr>& instances, const OperationPtr& operation);
-    /// How labels are written from now on; all numbers are given anew, in list order. With the numbering that
-    /// the list has already this closes the gaps.
+    /// A locked item keeps its number when numbers are given anew.
+    void SetLocked(unsigned id, bool locked, const OperationPtr& operation);
+    /// How labels are written from now on; all numbers are given anew, in list order.
     void SetNumbering(const Numbering& numbering, const OperationPtr& operation);
+    /// Gives numbers anew: first to the items of `order`, then to the others in list order. This closes the
+    /// gaps.
+    void Renumber(const std::vector<unsigned>& order, const OperationPtr& operation);
     void Clear(const OperationPtr& operation);
 
     /// One item for all instances of a part. With hierarchical numbering sub-assemblies get items too, and
@@ -76,6 +80,13 @@ private:
     /// Makes the change to the items and adds a step for all of them that are different afterwards.
     template <class Change>
     void ChangeItems(const std::vector<unsigned>& ids, const OperationPtr& operation, Change change);
+
+    /// The same for a change of the numbers of all items.
+    template <class Change>
+    void ChangeNumbers(const OperationPtr& operation, Change change);
+    /// `lasts`: of the item's level, before it came.
+    void RecordAdded(unsigned id, const zrk::illustration::ItemNumbers::Lasts& lasts,
+                     const OperationPtr& operation);
 
     const std::weak_ptr<du::BackLink<zrk::Scene>> m_scene;  // a list does not keep its scene
     const du::SmartPtr<ItemsList> m_items;

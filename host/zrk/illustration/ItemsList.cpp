@@ -50,10 +50,8 @@ bool ItemsList::GetLabel(unsigned id, std::string& label, bool& isCustom) const 
 std::string ItemsList::LabelOf(const Item& item) const {
     if (!item.customLabel.empty()) return item.customLabel;
     if (item.number == 0) return {};
-    const auto parent = m_numbering.hierarchical ? m_items.find(item.parent) : m_items.end();
-    const std::string above = parent != m_items.end() ? LabelOf(parent->second) : std::string();
-    const std::string number = std::to_string(item.number);
-    return above.empty() ? m_numbering.prefix + number : above + m_numbering.separator + number;
+    const auto parent = m_items.find(LevelOf(item));
+    return m_numbering.Write(item.number, parent != m_items.end() ? LabelOf(parent->second) : std::string());
 }
 
 int ItemsList::GetQuantity(unsigned id) const {
@@ -152,22 +150,51 @@ unsigned ItemsList::ParentItemOf(unsigned id, const Item& item) const {
     return 0;
 }
 
+unsigned ItemsList::GetParentItem(const std::vector<SbomPtr>& instances) const {
+    Item item;
+    item.instances = instances;
+    const std::lock_guard hold(m_mutex);
+    return ParentItemOf(0, item);
+}
+
+unsigned ItemsList::GetLastNumber(unsigned parent) const {
+    const std::lock_guard hold(m_mutex);
+    return m_numbers.GetLast(m_numbering.hierarchical ? parent : 0);
+}
+
+void ItemsList::SetLastNumber(unsigned parent, unsigned last) {
+    const std::lock_guard hold(m_mutex);
+    m_numbers.SetLast(m_numbering.hierarchical ? parent : 0, last);
+}
+
 void ItemsList::GiveNumber(Item& item) {
     if (!item.isItemized || !item.customLabel.empty() || item.number != 0) return;
-    auto& numbers = m_numbers[m_numbering.hierarchical ? item.parent : 0];
-    item.number = numbers.empty() ? 1 : *numbers.rbegin() + 1;
-    numbers.insert(item.number);
+    const unsigned level = LevelOf(item);
+    item.number = level == 0 ? m_numbers.Give(level, m_numbering.start, m_numbering.increment)
+                             : m_numbers.Give(level, 1, 1);
 }
 
 void ItemsList::KeepNumber(Item& item) {
-    if (item.number == 0) return;
-    if (m_numbers[m_numbering.hierarchical ? item.parent : 0].insert(item.number).second) return;
+    if (item.number == 0 || m_numbers.Take(LevelOf(item), item.number)) return;
     item.number = 0;
     GiveNumber(item);
 }
 
 void ItemsList::FreeNumber(const Item& item) {
-    if (item.number != 0) m_numbers[m_numbering.hierarchical ? item.parent : 0].erase(item.number);
+    if (item.number != 0) m_numbers.Free(LevelOf(item), item.number);
+}
+
+void ItemsList::GiveNumbersAnew(const std::vector<unsigned>& order) {
+    m_numbers = {};
+    for (auto& [id, item] : m_items) {
+        if (!item.isLocked) item.number = 0;
+        if (item.number != 0) m_numbers.Reserve(LevelOf(item), item.number);
+    }
+    for (const unsigned id : order) {
+        const auto entry = m_items.find(id);
+        if (entry != m_items.end()) GiveNumber(entry->second);
+    }
+    for (auto& [id, item] : m_items) GiveNumber(item);
 }
 
 void ItemsList::Insert(unsigned id, Item item) {
@@ -239,7 +266,7 @@ void ItemsList::Assign(unsigned id, const std::optional<Item>& item) {
 
 ItemsList::Numbers ItemsList::CaptureNumbers() const {
     const std::lock_guard hold(m_mutex);
-    Numbers numbers{m_numbering, {}};
+    Numbers numbers{m_numbering, {}, m_numbers.GetLasts()};
     for (const auto& [id, item] : m_items) numbers.byItem.emplace(id, item.number);
     return numbers;
 }
@@ -248,12 +275,13 @@ void ItemsList::RestoreNumbers(const Numbers& numbers) {
     {
         const std::lock_guard hold(m_mutex);
         m_numbering = numbers.numbering;
-        m_numbers.clear();
+        m_numbers = {};
         for (auto& [id, item] : m_items) {
             const auto kept = numbers.byItem.find(id);
             if (kept != numbers.byItem.end()) item.number = kept->second;
             KeepNumber(item);
         }
+        for (const auto& [parent, last] : numbers.lasts) m_numbers.SetLast(parent, last);
     }
     NotifyNumbering();
 }
@@ -265,9 +293,8 @@ bool ItemsList::SetNumber(unsigned id, unsigned number) {
         if (entry == m_items.end() || entry->second.number == 0 || number == 0) return false;
         Item& item = entry->second;
         if (item.number == number) return true;
-        auto& numbers = m_numbers[m_numbering.hierarchical ? item.parent : 0];
-        if (!numbers.insert(number).second) return false;
-        numbers.erase(std::exchange(item.number, number));
+        if (!m_numbers.Take(LevelOf(item), number)) return false;
+        m_numbers.Free(LevelOf(item), std::exchange(item.number, number));
     }
     NotifyContent(id, {}, {});
     return true;
@@ -372,15 +399,23 @@ void ItemsList::SetTag(unsigned id, const std::string& tag) {
     ChangeItem(id, [&](Item& item) { return std::exchange(item.tag, tag) != tag; });
 }
 
+void ItemsList::SetLocked(unsigned id, bool locked) {
+    ChangeItem(id, [&](Item& item) { return std::exchange(item.isLocked, locked) != locked; });
+}
+
 void ItemsList::SetNumbering(const Numbering& numbering) {
     {
         const std::lock_guard hold(m_mutex);
         m_numbering = numbering;
-        m_numbers.clear();
-        for (auto& [id, item] : m_items) {
-            item.number = 0;
-            GiveNumber(item);
-        }
+        GiveNumbersAnew({});
+    }
+    NotifyNumbering();
+}
+
+void ItemsList::Renumber(const std::vector<unsigned>& order) {
+    {
+        const std::lock_guard hold(m_mutex);
+        GiveNumbersAnew(order);
     }
     NotifyNumbering();
 }
@@ -403,7 +438,7 @@ void ItemsList::Clear() {
         m_items.clear();
         m_itemOfInstance.clear();
         m_itemsOfComponent.clear();
-        m_numbers.clear();
+        m_numbers = {};
         m_indicated.clear();
     }
     Notify({kListCleared, 0},

@@ -13,7 +13,9 @@
 
 #include "dom/ObserverList.h"
 #include "du/SmartPtr.h"
+#include "zrk/illustration/ItemNumbers.h"
 #include "zrk/illustration/ItemsListObserver.h"
+#include "zrk/illustration/Numbering.h"
 #include "zrk/illustration/RankIndex.h"
 #include "zrk/illustration/SbomInstance.h"
 #include "zrk/object/Object.h"
@@ -28,17 +30,13 @@ class ItemsList : public zrk::Object, public zrk::Observable {
 public:
     using SbomPtr = du::SmartPtr<SbomInstance>;
 
-    struct Numbering {
-        bool hierarchical = false;  // "2.1" below "2", instead of counting through
-        std::string prefix;
-        std::string separator = ".";
+    using Numbering = illustration::Numbering;
 
-        friend bool operator==(const Numbering&, const Numbering&) = default;
-    };
-    /// How labels are written, and the number of every item.
+    /// How labels are written, the number of every item, and the last that was given on each level.
     struct Numbers {
         Numbering numbering;
         std::map<unsigned, unsigned> byItem;
+        ItemNumbers::Lasts lasts;
 
         friend bool operator==(const Numbers&, const Numbers&) = default;
     };
@@ -51,6 +49,7 @@ public:
         unsigned parent = 0;      // the item of the next assembly above, 0 for none
         bool isItemized = true;
         bool isManual = false;  // entered by hand: stays when the list is made anew
+        bool isLocked = false;  // keeps its number when numbers are given anew
         std::string tag;
         std::vector<SbomPtr> instances;
 
@@ -102,8 +101,13 @@ public:
     void SetLabel(unsigned id, const std::string& label);
     void SetItemized(unsigned id, bool itemized);
     void SetTag(unsigned id, const std::string& tag);
+    /// A locked item keeps its number when numbers are given anew.
+    void SetLocked(unsigned id, bool locked);
     /// How labels are written from now on; the numbers are given anew, in list order.
     void SetNumbering(const Numbering& numbering);
+    /// Gives numbers anew: first to the items of `order`, then to the others in list order. Numbers of items
+    /// that are gone are given again; those of locked items are stepped over.
+    void Renumber(const std::vector<unsigned>& order);
     /// False when another item below the same parent has the number, or the item has none to change: it is
     /// not itemized, or has a label of its own.
     bool SetNumber(unsigned id, unsigned number);
@@ -117,6 +121,12 @@ public:
     /// Makes the item just so, adding or (empty) removing it if need be. A number or an instance that another
     /// item has taken meanwhile stays there.
     void Assign(unsigned id, const std::optional<Item>& item);
+    /// The item of the next assembly above instances that are no item yet; 0 for none.
+    unsigned GetParentItem(const std::vector<SbomPtr>& instances) const;
+    /// The greatest number that was ever given below the item `parent`, on the top level for 0; 0 for none.
+    unsigned GetLastNumber(unsigned parent) const;
+    /// Numbers up to it count as given. Never below a number in use.
+    void SetLastNumber(unsigned parent, unsigned last);
     Numbers CaptureNumbers() const;
     /// Items that are not in `numbers` keep theirs.
     void RestoreNumbers(const Numbers& numbers);
@@ -126,8 +136,6 @@ protected:
     void NotifyEndUpdate() override;
 
 private:
-    using NumberSets = std::unordered_map<unsigned, std::set<unsigned>>;  // numbers in use, by parent item
-
     struct ContentChange {
         std::set<SbomPtr> added;
         std::set<SbomPtr> removed;
@@ -137,7 +145,10 @@ private:
     void Insert(unsigned id, Item item);
     void Take(unsigned id, const SbomPtr& instance);
     void Drop(unsigned id, const SbomPtr& instance);
+    /// The level that the item is numbered on.
+    unsigned LevelOf(const Item& item) const { return m_numbering.hierarchical ? item.parent : 0; }
     void GiveNumber(Item& item);
+    void GiveNumbersAnew(const std::vector<unsigned>& order);
     /// The item keeps the number that it had, or gets the next one when another item has taken it meanwhile.
     void KeepNumber(Item& item);
     void FreeNumber(const Item& item);
@@ -158,7 +169,7 @@ private:
     std::unordered_map<const SbomInstance*, unsigned> m_itemOfInstance;
     std::unordered_map<const zrk::ComponentNode*, std::map<unsigned, unsigned>>
         m_itemsOfComponent;  // id -> instances
-    NumberSets m_numbers;
+    ItemNumbers m_numbers;
     std::unordered_set<unsigned> m_indicated;
     std::unordered_map<unsigned, ContentChange> m_untold;  // by item
     Numbering m_numbering;

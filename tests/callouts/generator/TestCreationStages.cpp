@@ -120,7 +120,7 @@ TEST_F(CreationStages, NumberCalloutsMadeElsewhere) {
     const CalloutVec callouts{nullptr, MakeCallout(definition, m_part), MakeCallout(definition, listed),
                               MakeCallout(definition, aside),
                               MakeCallout(definition, below, std::nullopt, &assembly)};
-    EXPECT_EQ(Create(callouts, operation), "a=1;below=ASM;listed=L;");
+    EXPECT_EQ(Create(callouts, operation), "a=2;below=ASM;listed=L;") << "1 was given";
     ASSERT_TRUE(operation);
     EXPECT_EQ(UndoCount(), 1U);
     m_scene->GetHistory().Undo();

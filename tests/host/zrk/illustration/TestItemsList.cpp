@@ -109,17 +109,53 @@ TEST_F(ItemsListTest, NumbersBelowTheNextAssemblyThatIsListed) {
 }
 
 // Two rows of a parts list with one number would send the reader to the wrong part.
-TEST_F(ItemsListTest, NeverGivesOneNumberToTwoItems) {
+TEST_F(ItemsListTest, GivesANumberOnceUntilAllAreGivenAnew) {
     Add("a");
     const unsigned b = Add("b");
     const auto item = m_list->Capture(b);
     m_list->RemoveItem(b);
-    Add("c");  // takes the number 2 that is free now
+    const unsigned c = Add("c");
+    EXPECT_EQ(Labels(), "1 3");
     m_list->Restore(b, *item);
-    EXPECT_EQ(Labels(), "1 3 2");
+    EXPECT_EQ(Labels(), "1 2 3");
+    EXPECT_FALSE(m_list->SetNumber(c, 2));
     m_list->RemoveItem(b);
+    EXPECT_TRUE(m_list->SetNumber(c, 2)) << "who asks for a free number gets it";
+    m_list->Restore(b, *item);
+    EXPECT_EQ(Labels(), "1 4 2");
+    m_list->RemoveItem(b);
+    m_list->Renumber({});
     Add("d");
     EXPECT_EQ(Labels(), "1 2 3");
+}
+
+TEST_F(ItemsListTest, GivesNumbersAnewInTheOrderAskedForAroundLockedOnes) {
+    const unsigned a = Add("a");
+    const unsigned b = Add("b");
+    const unsigned c = Add("c");
+    Add("d");
+    m_list->SetLocked(b, true);
+    m_list->Renumber({c, b, 77, a});
+    EXPECT_EQ(Labels(), "3 2 1 4");
+    m_list->SetNumbering({.start = 10, .increment = 5});
+    EXPECT_EQ(Labels(), "10 2 15 20") << "the lock holds, whatever the numbering";
+}
+
+TEST_F(ItemsListTest, WritesNumbersAsTheNumberingSays) {
+    using Numbering = zrk::illustration::Numbering;
+    const struct {
+        Numbering numbering;
+        unsigned number;
+        const char* above;
+        const char* label;
+    } rows[] = {{{.prefix = "P", .digits = 3}, 7, "", "P007"},
+                {{.digits = 2}, 123, "", "123"},
+                {{.alphabetic = true}, 26, "", "Z"},
+                {{.alphabetic = true}, 27, "", "AA"},
+                {{.alphabetic = true}, 702, "", "ZZ"},
+                {{.alphabetic = true}, 703, "", "AAA"},
+                {{.hierarchical = true, .prefix = "P", .separator = "-", .digits = 2}, 3, "P01", "P01-3"}};
+    for (const auto& row : rows) EXPECT_EQ(row.numbering.Write(row.number, row.above), row.label);
 }
 
 TEST_F(ItemsListTest, TellsOfChangesOnlyAndOncePerGroup) {
