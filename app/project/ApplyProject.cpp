@@ -118,11 +118,9 @@ private:
         const auto& items = m_document.Items();
         const zrk::Observable::UpdateGroup group{du::SmartPtr<zrk::Observable>(items)};
         items->Clear();
-        ItemsList::Numbering numbering;
-        numbering.hierarchical = m_project.numbering.hierarchical;
-        numbering.prefix = m_project.numbering.prefix;
-        numbering.separator = m_project.numbering.separator;
-        items->SetNumbering(numbering);
+        const ProjectNumbering& numbering = m_project.numbering;
+        items->SetNumbering({numbering.hierarchical, numbering.prefix, numbering.separator, numbering.start,
+                             numbering.increment, numbering.digits, numbering.alphabetic});
         for (const auto& saved : m_project.items) {
             ItemsList::Item item;
             item.customLabel = saved.label;
@@ -130,10 +128,12 @@ private:
             item.parent = saved.parent;
             item.isItemized = saved.itemized;
             item.isManual = saved.manual;
+            item.isLocked = saved.locked;
             item.tag = saved.tag;
             item.instances = PresentInstances(saved);
             items->Restore(saved.id, item);
         }
+        for (const auto& [parent, number] : numbering.last) items->SetLastNumber(parent, number);
     }
 
     std::vector<Document::SbomPtr> PresentInstances(const ProjectItem& item) {

@@ -126,9 +126,7 @@ private:
 
     void CaptureItems() {
         const auto& items = *m_document.Items();
-        zrk::illustration::ItemsList::Numbering numbering;
-        items.GetNumberingSettings(numbering);
-        m_project.numbering = {numbering.hierarchical, numbering.prefix, numbering.separator};
+        CaptureNumbering(items);
         for (const unsigned id : items.GetItemIds()) {
             const auto item = items.Capture(id);
             if (!item) continue;
@@ -139,6 +137,7 @@ private:
                                  item->parent,
                                  item->isItemized,
                                  item->isManual,
+                                 item->isLocked,
                                  item->tag,
                                  {}};
             for (const auto& instance : item->instances)
@@ -146,6 +145,21 @@ private:
             AddLostInstances(captured);
             m_project.items.push_back(std::move(captured));
         }
+    }
+
+    void CaptureNumbering(const zrk::illustration::ItemsList& items) {
+        const auto numbers = items.CaptureNumbers();
+        const auto& numbering = numbers.numbering;
+        m_project.numbering = {
+            numbering.hierarchical, numbering.prefix, numbering.separator,  numbering.start,
+            numbering.increment,    numbering.digits, numbering.alphabetic, {}};
+        auto lasts = numbers.lasts;
+        for (const unsigned id : items.GetItemIds()) {
+            const auto item = items.Capture(id);
+            const auto last = lasts.find(item && numbering.hierarchical ? item->parent : 0);
+            if (item && last != lasts.end() && last->second == item->number) lasts.erase(last);
+        }
+        for (const auto& [parent, number] : lasts) m_project.numbering.last.push_back({parent, number});
     }
 
     void AddLostInstances(ProjectItem& item) const {

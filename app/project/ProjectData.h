@@ -71,10 +71,23 @@ struct ProjectSettings {
     friend bool operator==(const ProjectSettings&, const ProjectSettings&) = default;
 };
 
+/// A number that was given and is free again is not given a second time.
+struct ProjectLastNumber {
+    unsigned parent = 0;  // the item below which it was given, 0 for the top level
+    unsigned number = 0;
+
+    friend bool operator==(const ProjectLastNumber&, const ProjectLastNumber&) = default;
+};
+
 struct ProjectNumbering {
     bool hierarchical = false;
     std::string prefix;
     std::string separator = ".";
+    unsigned start = 1;
+    unsigned increment = 1;
+    unsigned digits = 0;
+    bool alphabetic = false;
+    std::vector<ProjectLastNumber> last{};  // where it is greater than all in use
 
     friend bool operator==(const ProjectNumbering&, const ProjectNumbering&) = default;
 };
@@ -127,6 +140,7 @@ struct ProjectItem {
     unsigned parent = 0;  // the item of the assembly above; may be gone by now
     bool itemized = true;
     bool manual = false;
+    bool locked = false;
     std::string tag;
     std::vector<std::string> instances;
 

@@ -33,6 +33,8 @@ inline constexpr FieldRule<unsigned> kId{[](const unsigned& id) { return id >= 1
                                          "a whole number from 1 to 1000000000"};
 inline constexpr FieldRule<unsigned> kIdOrNone{[](const unsigned& id) { return id <= kGreatestId; },
                                                "a whole number from 0 to 1000000000"};
+inline constexpr FieldRule<unsigned> kDigits{[](const unsigned& digits) { return digits <= 9; },
+                                             "a whole number from 0 to 9"};
 inline constexpr FieldRule<int> kPixels{[](const int& size) { return size >= 1 && size <= 32767; },
                                         "a whole number from 1 to 32767"};
 /// A view that was never shown has none.
@@ -131,10 +133,21 @@ void DescribeFields(Fields& fields, Kind<ProjectSettings>) {
 }
 
 template <class Fields>
+void DescribeFields(Fields& fields, Kind<ProjectLastNumber>) {
+    fields.Optional("parent", &ProjectLastNumber::parent, kIdOrNone);
+    fields.Required("number", &ProjectLastNumber::number, kId);
+}
+
+template <class Fields>
 void DescribeFields(Fields& fields, Kind<ProjectNumbering>) {
     fields.Required("hierarchical", &ProjectNumbering::hierarchical);
     fields.Required("prefix", &ProjectNumbering::prefix);
     fields.Required("separator", &ProjectNumbering::separator);
+    fields.Optional("start", &ProjectNumbering::start, kId);
+    fields.Optional("increment", &ProjectNumbering::increment, kId);
+    fields.Optional("digits", &ProjectNumbering::digits, kDigits);
+    fields.Optional("alphabetic", &ProjectNumbering::alphabetic);
+    fields.Optional("last", &ProjectNumbering::last);
 }
 
 template <class Fields>
@@ -179,6 +192,7 @@ void DescribeFields(Fields& fields, Kind<ProjectItem>) {
     fields.Optional("parent", &ProjectItem::parent, kIdOrNone);
     fields.Optional("itemized", &ProjectItem::itemized);
     fields.Optional("manual", &ProjectItem::manual);
+    fields.Optional("locked", &ProjectItem::locked);
     fields.Optional("tag", &ProjectItem::tag);
     fields.Required("instances", &ProjectItem::instances);
 }

@@ -34,7 +34,8 @@ std::string ErrorOf(Action action) {
 /// Long enough that saving it takes a while.
 ProjectData LongProject(const std::string& tag) {
     ProjectData project = SampleProject();
-    for (unsigned id = 6; id < 150; ++id) project.items.push_back({id, tag, 0, 0, true, false, tag, {}});
+    for (unsigned id = 6; id < 150; ++id)
+        project.items.push_back({id, tag, 0, 0, true, false, false, tag, {}});
     return project;
 }
 

@@ -48,15 +48,15 @@ ProjectData SampleProject() {
     project.camera = {{2, 0, 0, 0, 0, 0, 0.5, 0, 0, 2, 0, 0, 400, 300, 0.5, 1}, 799, 599};
     project.background = {{0.1, 0.2, 0.3, 1}, {0.4, 0.5, 0.6, 1}, {0.7, 0.8, 0.9, 0.5}};
     project.settings = {"ja", LeaderChoice::PerInstance, true, "label"};
-    project.numbering = {true, "P", "-"};
+    project.numbering = {true, "P", "-", 10, 5, 3, true, {{0, 20}, {1, 4}}};
     project.templates = {{"label", "{item} ({quantity}x)"}, {"name", "{name}"}};
     project.parts = {{"/Pump/Screw", true, true, true, kMoved, {{"Name", "Bolt"}, {"Tag", ""}}},
                      {"/Pump/Gone", true, false, false, std::nullopt, {}}};
     project.symbols = {{"arrow-1", "arrow", kMoved, true}};
     project.insets = {{1, {1, 2, 0}, {3, 4, 0}, 80.5, 3, false}};
-    project.items = {{1, "", 1, 0, true, false, "", {"/Pump"}},
-                     {2, "", 1, 1, true, false, "T-7", {"/Pump/Screw", "/Pump/Gone"}},
-                     {5, "Oil", 0, 1, false, true, "", {"/Pump/Screw:2"}}};
+    project.items = {{1, "", 1, 0, true, false, true, "", {"/Pump"}},
+                     {2, "", 1, 1, true, false, false, "T-7", {"/Pump/Screw", "/Pump/Gone"}},
+                     {5, "Oil", 0, 1, false, true, false, "", {"/Pump/Screw:2"}}};
     ProjectCallout combined = Balloon();
     combined.members = {Balloon(), Free()};
     project.callouts = {Balloon(), Free(), combined};
