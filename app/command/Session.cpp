@@ -45,10 +45,10 @@ void Session::ImportModel(const std::filesystem::path& model, const Document::Se
     MarkSaved({});
 }
 
-void Session::OpenProject(const std::filesystem::path& file) {
+void Session::OpenProject(const std::filesystem::path& file, const std::filesystem::path& place) {
     Progress("Reading the project", 0);
     const ProjectData saved = LoadProject(file);
-    const std::filesystem::path model = FindModel(saved.model, file);
+    const std::filesystem::path model = place.empty() ? FindModel(saved.model, file) : place;
     Assembly assembly = zrsheet::ImportModel(model);
     Close();
     m_project = std::make_unique<Project>(saved, std::move(assembly), model);
