@@ -2,9 +2,14 @@
 
 #include <gtest/gtest.h>
 
+#include <functional>
+#include <map>
+#include <optional>
+#include <tuple>
 #include <vector>
 
 #include "zrk/illustration/Illustration3dScene.h"
+#include "zrk/operation/Transaction.h"
 
 namespace zritemlist {
 namespace {
@@ -138,6 +143,97 @@ TEST_F(StructureTest, ListsAWeldAsOnePart) {
         EXPECT_NE(Dump().find("3=weld,;"), std::string::npos) << Dump();
         EXPECT_EQ(Dump().find("plate"), std::string::npos) << Dump();
     }
+}
+
+class ItemEditTest : public ItemListTest {
+protected:
+    /// All of the list.
+    auto State() const {
+        std::map<unsigned, ItemsList::Item> state;
+        for (const unsigned id : m_items->GetItemIds()) state.emplace(id, *m_items->Capture(id));
+        std::vector<unsigned> places;
+        for (const auto& [id, item] : state) places.push_back(m_items->GetIndex(id));
+        return std::tuple(state, places, m_items->CaptureNumbers());
+    }
+};
+
+// Once as a step of the caller's operation, and once as part of the scene's transaction, whatever the caller
+// passes.
+TEST_F(ItemEditTest, CanUndoEveryEdit) {
+    const auto bolt = Add(m_root, "bolt", Node("Bolt"));
+    const auto nut = Add(m_root, "nut", Node("Nut"));
+    const auto cap = Add(m_root, "cap", Node("Cap"));
+    const unsigned first = m_list->AddItem({bolt, nut}, "", true, false, nullptr);
+    const unsigned second = m_list->AddItem({cap}, "", true, false, nullptr);
+    const unsigned last = m_list->AddItem({}, "X", true, true, nullptr);
+    const struct {
+        const char* name;
+        std::function<void(const OperationPtr&)> edit;
+    } rows[] = {{"add", [&](const auto& to) { m_list->AddItem({m_root}, "", true, false, to); }},
+                {"add instance", [&](const auto& to) { m_list->AddInstance(m_root, to, true, "Y"); }},
+                {"delete", [&](OperationPtr to) { m_list->DeleteItem(first, to); }},
+                {"label", [&](const auto& to) { m_list->SetLabel(first, "A", to); }},
+                {"automatic label", [&](const auto& to) { m_list->SetLabel(last, "", to); }},
+                {"tag", [&](const auto& to) { m_list->SetTag(second, "spare", to); }},
+                {"itemized", [&](const auto& to) { m_list->SetItemized(second, false, to); }},
+                {"number", [&](const auto& to) { m_list->SetNumber(second, 7, to); }},
+                {"join",
+                 [&](const auto& to) {
+                     m_list->JoinItem(second, {nut, m_root, bolt}, to);
+                 }},
+                {"leave",
+                 [&](const auto& to) {
+                     m_list->LeaveItem(first, {bolt, cap}, to);
+                 }},
+                {"numbering",
+                 [&](const auto& to) {
+                     m_list->SetNumbering({true, "P", "-"}, to);
+                 }},
+                {"clear", [&](const auto& to) { m_list->Clear(to); }}};
+    for (const auto& row : rows) {
+        for (const bool inTransaction : {false, true}) {
+            SCOPED_TRACE(row.name);
+            const auto before = State();
+            const OperationPtr operation = NewOperation();
+            std::optional<zrk::Transaction> transaction;
+            if (inTransaction) transaction.emplace(m_scene, row.name);
+            row.edit(operation);
+            EXPECT_EQ(operation->HasUndo(), !inTransaction);
+            if (inTransaction) transaction->Commit();
+            const auto after = State();
+            EXPECT_FALSE(after == before);
+            for (int round = 0; round < 2; ++round) {
+                inTransaction ? (void)m_scene->GetHistory().Undo() : operation->Undo();
+                EXPECT_TRUE(State() == before);
+                inTransaction ? (void)m_scene->GetHistory().Redo() : operation->Redo();
+                EXPECT_TRUE(State() == after);
+            }
+            inTransaction ? (void)m_scene->GetHistory().Undo() : operation->Undo();
+        }
+    }
+    unsigned holder = 0;
+    EXPECT_TRUE(m_items->GetItemIdForInstance(bolt, holder));
+    EXPECT_EQ(holder, first);
+}
+
+TEST_F(ItemEditTest, GivesNoNumberTwiceBelowOneParent) {
+    const unsigned first = m_list->AddItem({}, "", true, false, nullptr);
+    const unsigned second = m_list->AddItem({}, "", true, false, nullptr);
+    const unsigned custom = m_list->AddItem({}, "X", true, false, nullptr);
+    const struct {
+        unsigned id;
+        unsigned number;
+        bool isSet;
+    } rows[] = {{first, 2, false},  {first, 9, true},   {first, 9, true}, {second, 1, true},
+                {second, 9, false}, {custom, 5, false}, {77, 5, false},   {second, 0, false}};
+    for (const auto& row : rows) {
+        EXPECT_EQ(m_list->SetNumber(row.id, row.number, nullptr), row.isSet) << row.id << " " << row.number;
+    }
+    EXPECT_EQ(Dump(), "9=;1=;X!=;");
+    m_list->AddItem({}, "", true, false, nullptr);
+    EXPECT_EQ(Dump(), "9=;1=;X!=;10=;");
+    m_list->SetNumbering({}, nullptr);
+    EXPECT_EQ(Dump(), "1=;2=;X!=;3=;") << "the gaps stay open";
 }
 
 }  // namespace

@@ -261,6 +261,29 @@ TEST_F(TransactionTest, LeavesNoTracesOfWhatFollowsAnUndo) {
     EXPECT_FALSE(History::IsAnyActive());
 }
 
+// What is set off stands in the way of the next step, so it has to go at once.
+TEST_F(TransactionTest, TakesBackAtOnceWhatAStepSetsOff) {
+    std::string log;
+    const auto follow = [&] {
+        log += " followed";
+        const auto operation = m_history.GetOperationFor(nullptr);
+        if (operation) operation->AddStep(new CallStep([&log] { log += " back"; }, [] {}));
+    };
+    Transaction action(m_scene, "two steps");
+    for (const std::string name : {"a", "b"}) {
+        const auto apply = [&log, follow, name] {
+            log += " " + name;
+            follow();
+        };
+        action.GetOperation()->AddStep(new CallStep(apply, apply));
+    }
+    action.Commit();
+    m_history.Undo();
+    m_history.Redo();
+    EXPECT_EQ(log, " b followed back a followed back a followed back b followed back");
+    EXPECT_FALSE(m_history.GetOperationFor(nullptr));
+}
+
 TEST_F(TransactionTest, EditsPropertiesOfAStructureOnceForAll) {
     const du::SmartPtr<Tree> tree(new Tree);
     const auto part = m_stage.AddBox("a", 0, 0, 0, {9, 9, 9});
