@@ -116,6 +116,18 @@ TEST_F(CalloutStateTest, BringsBackEverythingAndIsFiledAnewWhereThatMatters) {
     }
 }
 
+TEST_F(CalloutStateTest, IsNotFiledWhileASavedViewAloneKeepsIt) {
+    const auto callout = Show(m_a, 1);
+    const CalloutState before = callout->CaptureState();
+    m_annoSet->AddReferencedAnnotation(callout);
+    m_annoSet->RemoveAnnotationFromSet(callout, nullptr);
+    callout->SetItemId(2);
+    Told();
+    callout->RestoreState(before);
+    EXPECT_EQ(Told(), "");
+    EXPECT_TRUE(callout->ReferencesItemId(1));
+}
+
 // Dashes are checked again by whoever looks; to show them solid meanwhile would flicker.
 TEST_F(CalloutStateTest, LeavesWhatIsDerivedFromTheViewToTheView) {
     const auto callout = Show(m_a, 1);
