@@ -227,22 +227,43 @@ void Document::CreateCallouts(const Patterns& patterns, const ProgressSink& prog
     zrk::World::GetWorld()->GetTaskPool()->WaitIdle();
 }
 
+// A check that meets nothing leaves a leader as it was. The same view is to give the same leaders whatever
+// was seen before, so all are taken for visible first.
+void Document::TakeLeadersForVisible() const {
+    for (const CalloutPtr& callout : Callouts()) {
+        const unsigned leaders = callout->GetLeaderLineCount(false);
+        for (unsigned i = 0; i < leaders; ++i) {
+            callout->SetHiddenAsDashedAtPos(false, i);
+            callout->SetDimAtPos(false, i, callout->GetDimColorAtPos(i));
+        }
+    }
+}
+
 // The first round of answers moves the leaders' ends onto the surfaces; what covers them is asked then. The
 // view's timer sees only that the camera changed.
 void Document::Settle() {
     const auto kernel = zrk::Kernel::GetKernel();
     zrk::World::GetWorld()->GetTaskPool()->WaitIdle();
     kernel->DispatchEvents();
-    const std::uint64_t revision = Scene()->GetRevision();
-    dg::Camera3D camera;
-    View()->GetCamera(camera);
-    const bool havePartsChanged = std::exchange(m_checkedRevision, revision) != revision;
-    const bool hasCameraChanged = std::exchange(m_checkedCamera, camera) != camera;
-    if (havePartsChanged || hasCameraChanged) m_engine->OnWindowSize();  // what insets show
-    if (havePartsChanged) m_engine->OnDrawWhenHidden(View());
+    const Look look = CurrentLook();
+    const bool hasCameraChanged = !(look.camera == m_checked.camera);
+    const bool hasOtherChanged =
+        look.revision != m_checked.revision || look.drawsHidden != m_checked.drawsHidden;
+    m_checked = look;
+    m_engine->OnWindowSize();  // what insets show
+    if ((hasCameraChanged || hasOtherChanged) && !look.drawsHidden) TakeLeadersForVisible();
+    if (hasOtherChanged) m_engine->OnDrawWhenHidden(View());
     kernel->DispatchEvents();
     View()->OnTimer();
     kernel->DispatchEvents();
+}
+
+Document::Look Document::CurrentLook() const {
+    Look look;
+    look.revision = Scene()->GetRevision();
+    look.drawsHidden = Scene()->GetDrawWhenHidden();
+    View()->GetCamera(look.camera);
+    return look;
 }
 
 bool Document::Undo() {

@@ -107,7 +107,16 @@ public:
     bool Redo();
 
 private:
+    /// What decides which leaders are covered.
+    struct Look {
+        std::uint64_t revision = 0;  // of the parts
+        dg::Camera3D camera;
+        bool drawsHidden = false;
+    };
+
     void ListParts();
+    void TakeLeadersForVisible() const;
+    [[nodiscard]] Look CurrentLook() const;
     void ApplyLeaders(LeaderChoice choice);
     void ApplyLanguage(const std::string& language) const;
     /// For what is no change of a host object: `redo` has been done.
@@ -118,9 +127,7 @@ private:
     du::SmartPtr<zritemlist::ItemList> m_itemList;
     du::SmartPtr<zrcallouts::Callouts> m_engine;
     std::pair<int, int> m_page;
-    // How parts and camera stood when leaders were last checked.
-    std::uint64_t m_checkedRevision = 0;
-    dg::Camera3D m_checkedCamera;
+    Look m_checked;  // when leaders were last checked
 };
 
 }  // namespace zrsheet

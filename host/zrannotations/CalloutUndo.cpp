@@ -83,7 +83,7 @@ Callout::LeaderPtr Callout::MakeLeader(const LeaderState& state, const LeaderPtr
     leader->m_isHidden = state.isHidden;
     leader->m_collapsed = state.isCollapsed;
     if (former && former->m_shapeInstance == state.part) {
-        leader->m_isClipped = former->m_isClipped;
+        leader->m_isClipped = former->m_isClipped && former->m_inset == state.inset;
         leader->m_isDashed = former->m_isDashed;
         leader->m_isDim = former->m_isDim;
         leader->m_dimColor = former->m_dimColor;
