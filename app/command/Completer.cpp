@@ -137,7 +137,7 @@ void Completer::AddNamesFromDocument(std::string_view kind, Texts& texts) const 
         for (std::size_t i = 0; i < document.Insets().size(); ++i) texts.push_back(InsetName(i));
     }
     if (kind == "SYMBOL") {
-        for (std::size_t i = 0; i < Symbols(document).size(); ++i) texts.push_back(SymbolName(i));
+        for (const auto& symbol : Symbols(document)) texts.push_back(SymbolName(*symbol));
     }
 }
 

@@ -130,12 +130,11 @@ std::string ListInsets(const Document& document) {
 
 std::string ListSymbols(const Document& document) {
     TextTable table({"symbol", "shape", "state", "place"});
-    const auto symbols = Symbols(document);
-    for (std::size_t i = 0; i < symbols.size(); ++i) {
+    for (const auto& symbol : Symbols(document)) {
         du::SmartPtr<zrk::Instance> instance;
-        symbols[i]->GetInstance(instance);
-        table.Add({SymbolName(i), instance->GetComponentNode()->GetObjectName(),
-                   symbols[i]->IsVisible() ? "shown" : "hidden", PlaceText(*symbols[i])});
+        symbol->GetInstance(instance);
+        table.Add({SymbolName(*symbol), instance->GetComponentNode()->GetObjectName(),
+                   symbol->IsVisible() ? "shown" : "hidden", PlaceText(*symbol)});
     }
     return Counted(table, "no symbols");
 }

@@ -1,6 +1,7 @@
 #include "app/command/SceneNames.h"
 
 #include <algorithm>
+#include <set>
 
 #include "app/document/UserError.h"
 
@@ -9,15 +10,6 @@ namespace {
 
 constexpr const char* kInset = "inset-";
 constexpr const char* kSymbol = "symbol-";
-
-template <class Thing>
-Thing FindCounted(const std::vector<Thing>& things, const std::string& name, const std::string& prefix) {
-    for (std::size_t i = 0; i < things.size(); ++i) {
-        if (name == prefix + std::to_string(i + 1)) return things[i];
-    }
-    const std::string kind = prefix.substr(0, prefix.size() - 1);
-    throw UserError("'" + name + "' is no " + kind + "; 'list " + kind + "s' shows them");
-}
 
 UserError NoPart(const std::string& pattern) {
     return UserError(
@@ -39,7 +31,23 @@ std::vector<Document::ShapePtr> Symbols(const Document& document) {
 
 std::string InsetName(std::size_t index) { return kInset + std::to_string(index + 1); }
 
-std::string SymbolName(std::size_t index) { return kSymbol + std::to_string(index + 1); }
+std::string SymbolName(const zrk::ShapeInstance& symbol) {
+    du::SmartPtr<zrk::Instance> instance;
+    symbol.GetInstance(instance);
+    du::SmartPtr<zrk::ComponentInstance> component;
+    instance->GetComponentInstance(component);
+    du::Symbol name;
+    component->GetID(name);
+    return name.Text();
+}
+
+std::string NewSymbolName(const Document& document) {
+    std::set<std::string> taken;
+    for (const auto& symbol : Symbols(document)) taken.insert(SymbolName(*symbol));
+    std::size_t number = 1;
+    while (taken.contains(kSymbol + std::to_string(number))) ++number;
+    return kSymbol + std::to_string(number);
+}
 
 std::string ItemLabel(const Document& document, unsigned id) {
     std::string label;
@@ -49,11 +57,18 @@ std::string ItemLabel(const Document& document, unsigned id) {
 }
 
 InsetPtr FindInset(const Document& document, const std::string& name) {
-    return FindCounted(document.Insets(), name, kInset);
+    const auto insets = document.Insets();
+    for (std::size_t i = 0; i < insets.size(); ++i) {
+        if (name == InsetName(i)) return insets[i];
+    }
+    throw UserError("'" + name + "' is no inset; 'list insets' shows them");
 }
 
 Document::ShapePtr FindSymbol(const Document& document, const std::string& name) {
-    return FindCounted(Symbols(document), name, kSymbol);
+    for (const auto& symbol : Symbols(document)) {
+        if (name == SymbolName(*symbol)) return symbol;
+    }
+    throw UserError("'" + name + "' is no symbol; 'list symbols' shows them");
 }
 
 unsigned FindItem(const Document& document, const std::string& name) {

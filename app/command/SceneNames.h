@@ -20,7 +20,9 @@ using Names = std::vector<std::string>;
 [[nodiscard]] std::vector<Document::ShapePtr> Symbols(const Document& document);
 /// "inset-1" ...
 [[nodiscard]] std::string InsetName(std::size_t index);
-[[nodiscard]] std::string SymbolName(std::size_t index);
+[[nodiscard]] std::string SymbolName(const zrk::ShapeInstance& symbol);
+/// "symbol-1" ..., the first that is free.
+[[nodiscard]] std::string NewSymbolName(const Document& document);
 [[nodiscard]] std::string ItemLabel(const Document& document, unsigned id);
 
 [[nodiscard]] InsetPtr FindInset(const Document& document, const std::string& name);

@@ -45,10 +45,10 @@ void Session::ImportModel(const std::filesystem::path& model, const Document::Se
     MarkSaved({});
 }
 
-void Session::OpenProject(const std::filesystem::path& file, const std::filesystem::path& place) {
+void Session::OpenProject(const std::filesystem::path& file) {
     Progress("Reading the project", 0);
     const ProjectData saved = LoadProject(file);
-    const std::filesystem::path model = place.empty() ? FindModel(saved.model, file) : place;
+    const std::filesystem::path model = FindModel(saved.model, file);
     Assembly assembly = zrsheet::ImportModel(model);
     Close();
     m_project = std::make_unique<Project>(saved, std::move(assembly), model);

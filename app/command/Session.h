@@ -45,10 +45,9 @@ public:
     /// Throw UserError when none is open.
     [[nodiscard]] Document& Doc() const;
     [[nodiscard]] const Project& OpenedProject() const;
-    /// Both close what is open once the file is read. Throw UserError or ImportError. `place`: where the
-    /// model is now; empty: where the project says.
+    /// Both close what is open once the file is read. Throw UserError or ImportError.
     void ImportModel(const std::filesystem::path& model, const Document::Settings& settings);
-    void OpenProject(const std::filesystem::path& file, const std::filesystem::path& place = {});
+    void OpenProject(const std::filesystem::path& file);
 
     /// Empty: never saved.
     [[nodiscard]] const std::filesystem::path& File() const { return m_file; }

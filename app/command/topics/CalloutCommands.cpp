@@ -64,10 +64,11 @@ zrcallouts::CalloutGenerator::Selection SelectionOf(const std::vector<Document::
 
 void Manual(Session& session, Arguments& arguments) {
     Document& document = session.Doc();
-    const auto instances = FindInstances(document, arguments.TakeSome("PART", {"at"}));
+    const Names patterns = arguments.TakeSome("PART", {"at"});
     arguments.ExpectKeyword("at");
     const PagePoint place = arguments.TakePoint("X,Y");
     arguments.ExpectEnd();
+    const auto instances = FindInstances(document, patterns);
     du::SmartPtr<zrk::Operation> operation;
     zrcallouts::CalloutGenerator generator(document.Engine());
     generator.CreateManuallyOnSelected(SelectionOf(instances), operation);

@@ -38,12 +38,11 @@ void ReportChanges(const ModelChanges& changes, std::ostream& out) {
 }
 
 void Open(Session& session, Arguments& arguments) {
-    const fs::path model = arguments.TakeOption("model").value_or("");
     const fs::path file = arguments.Take("PROJECT");
     const bool discards = arguments.TakeKeyword("discard");
     arguments.ExpectEnd();
     if (!MayReplace(session, discards)) return;
-    session.OpenProject(file, model);
+    session.OpenProject(file);
     ReportChanges(session.OpenedProject().Changes(), session.Out());
 }
 
@@ -99,10 +98,8 @@ CommandTopic FileCommands() {
           "Reads a glTF 2.0 file (.glb or .gltf), lists its parts and looks at them from iso. 'hierarchical' "
           "numbers parts below their assemblies: 1, 1.1, 1.2. There are no callouts until 'create'.",
           "import pump.glb", Effect::Anything, "", Import},
-         {"open", "PROJECT [model=FILE] [discard]", "open a project",
-          "Reads a .zrsheet file and its model, which is where the project says or, with 'model', elsewhere. "
-          "What "
-          "the model has lost since is kept and listed by 'list "
+         {"open", "PROJECT [discard]", "open a project",
+          "Reads a .zrsheet file and its model. What the model has lost since is kept and listed by 'list "
           "orphans'. With unsaved changes it asks, or in a script fails, unless told to 'discard' them.",
           "open pump.zrsheet", Effect::Anything, "", Open},
          {"save", "[PROJECT]", "save the project",

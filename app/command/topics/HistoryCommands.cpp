@@ -16,8 +16,11 @@ int TakeCount(Arguments& arguments, const std::string& verb, std::size_t possibl
     arguments.ExpectEnd();
     if (isAll) return static_cast<int>(possible);
     if (static_cast<std::size_t>(wanted) <= possible) return wanted;
-    throw UserError(possible == 0 ? "there is nothing to " + verb
-                                  : "there are only " + std::to_string(possible) + " changes to " + verb);
+    if (possible == 0) throw UserError("there is nothing to " + verb);
+    throw UserError("there " +
+                    std::string(possible == 1 ? "is only 1 change"
+                                              : "are only " + std::to_string(possible) + " changes") +
+                    " to " + verb);
 }
 
 void Undo(Session& session, Arguments& arguments) {

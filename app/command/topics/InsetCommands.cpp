@@ -98,24 +98,27 @@ void Hide(Session& session, Arguments& arguments) {
     inset->SetVisible(false);
 }
 
-void Lead(Document& document, const Document::CalloutPtr& callout, const InsetPtr& inset) {
-    for (unsigned i = 0; i < callout->GetLeaderLineCount(true); ++i) callout->SetInsetAtPos(inset, i);
-    document.Engine()->AddToMap(callout);
-    callout->SetVisibleWithinInsetBounds(inset);
+/// Null: to the main picture. Leaders show with what they lead to.
+void Lead(const Document::CalloutPtr& callout, const InsetPtr& inset) {
+    auto state = callout->CaptureState();
+    for (auto& leader : state.leaders) {
+        leader.inset = inset;
+        leader.isHidden = (inset && !inset->IsVisible()) || (leader.part && !leader.part->IsVisible());
+    }
+    callout->RestoreState(state);
 }
 
 void Attach(Session& session, Arguments& arguments) {
     Document& document = session.Doc();
     const InsetPtr inset = TakeInset(document, arguments);
-    for (const auto& callout : FindCallouts(document, arguments.TakeSome("CALLOUT")))
-        Lead(document, callout, inset);
+    for (const auto& callout : FindCallouts(document, arguments.TakeSome("CALLOUT"))) Lead(callout, inset);
 }
 
 void Remove(Session& session, Arguments& arguments) {
     Document& document = session.Doc();
     const InsetPtr inset = TakeInset(document, arguments);
     arguments.ExpectEnd();
-    for (const auto& callout : document.Engine()->SnapshotInset(inset)) Lead(document, callout, nullptr);
+    for (const auto& callout : document.Engine()->SnapshotInset(inset)) Lead(callout, nullptr);
     AnnoSetOf(document)->RemoveAnnotationFromSet(inset, nullptr);
 }
 

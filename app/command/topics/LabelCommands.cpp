@@ -38,11 +38,12 @@ void Reset(Session& session, Arguments& arguments) {
 
 void Move(Session& session, Arguments& arguments) {
     Document& document = session.Doc();
-    const auto callouts = FindCallouts(document, arguments.TakeSome("CALLOUT", {"to", "by"}));
+    const Names names = arguments.TakeSome("CALLOUT", {"to", "by"});
     const bool isTo = arguments.TakeKeyword("to");
     if (!isTo) arguments.ExpectKeyword("by");
     const PagePoint given = arguments.TakePoint("X,Y");
     arguments.ExpectEnd();
+    const auto callouts = FindCallouts(document, names);
     if (isTo && callouts.size() > 1)
         throw UserError("several labels have no room at one place; move them 'by' X,Y");
     for (const auto& callout : callouts) {

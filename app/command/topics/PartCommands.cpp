@@ -33,10 +33,11 @@ void Show(Session& session, Arguments& arguments) { SetVisible(session, argument
 
 void Move(Session& session, Arguments& arguments) {
     Document& document = session.Doc();
-    const auto shapes = FindShapes(document, arguments.TakeSome("PART", {"by"}));
+    const Names patterns = arguments.TakeSome("PART", {"by"});
     arguments.ExpectKeyword("by");
     const dg::DVec3 by = arguments.TakeVector("X,Y,Z");
     arguments.ExpectEnd();
+    const auto shapes = FindShapes(document, patterns);
     for (const auto& shape : shapes) {
         dg::Location location;
         shape->GetLocation(location);
@@ -66,10 +67,11 @@ std::vector<Document::SbomPtr> Topmost(const std::vector<Document::SbomPtr>& fou
 
 void Rename(Session& session, Arguments& arguments) {
     Document& document = session.Doc();
-    const auto found = FindInstances(document, arguments.TakeSome("PART", {"to"}));
+    const Names patterns = arguments.TakeSome("PART", {"to"});
     arguments.ExpectKeyword("to");
     const std::string name = arguments.Take("NAME");
     arguments.ExpectEnd();
+    const auto found = FindInstances(document, patterns);
     if (name.empty()) throw UserError(arguments.WithUsage("the name is empty"));
     std::vector<zrk::BaseTree::PropertyEdit> edits;
     for (const auto& instance : Topmost(found)) {

@@ -10,19 +10,6 @@
 namespace zrsheet {
 namespace {
 
-/// "symbol-1" ..., the first that no symbol of the scene is known by.
-std::string FreeIdentifier(const Document& document) {
-    std::set<std::string> taken;
-    for (const auto& shape : Symbols(document)) {
-        du::SmartPtr<zrk::Instance> instance;
-        shape->GetInstance(instance);
-        taken.insert(instance->GetIdentifier().Text());
-    }
-    std::size_t number = 0;
-    while (taken.contains(SymbolName(number))) ++number;
-    return SymbolName(number);
-}
-
 void Add(Session& session, Arguments& arguments) {
     Document& document = session.Doc();
     const double size = arguments.TakeNumberOption("size").value_or(1.0);
@@ -32,16 +19,16 @@ void Add(Session& session, Arguments& arguments) {
     const dg::DVec3 at = arguments.TakeVector("X,Y,Z");
     arguments.ExpectEnd();
     if (size <= 0.0) throw UserError(arguments.WithUsage("a size is above 0"));
-    const du::Symbol id(FreeIdentifier(document));
+    const std::string name = NewSymbolName(document);
     const auto scale = static_cast<float>(size);
     const dg::Location location(dg::FMat33::Scale({scale, scale, scale}), dg::DPoint3D() + at);
     const du::SmartPtr<zrk::Instance> instance(
-        new zrk::Instance(new zrk::ComponentInstance(id), shape, component, location));
+        new zrk::Instance(new zrk::ComponentInstance(du::Symbol(name)), shape, component, location));
     du::SmartPtr<zrk::AnnoSet> annoSet;
     document.Scene()->GetAnnoSet(annoSet);
     annoSet->AddAnnotationToSet(new zrannotations::SymbolAnnotation(instance), nullptr);
     document.Scene()->CreateShapeInstance(instance);
-    session.Out() << SymbolName(Symbols(document).size() - 1) << " added\n";
+    session.Out() << name << " added\n";
 }
 
 du::SmartPtr<zrk::Annotation> AnnotationOf(const zrk::AnnoSet& annoSet,

@@ -107,6 +107,7 @@ TEST_F(ScriptErrors, SayWhatIsWrongAndWhatToDo) {
         {"import nought.glb discard", "command 'import': nought.glb: there is no such file; check its name"},
         {"redo", "command 'redo': there is nothing to redo"},
         {"undo 3", "command 'undo': there are only 2 changes to undo"},
+        {"move Pin 1,2,3", "command 'move': 'by' is missing; usage: move PART... by X,Y,Z"},
         {"help frob", "command 'help': 'frob' is no command; 'help' lists them"},
     };
     const std::string before = Dump();
