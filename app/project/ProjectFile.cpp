@@ -102,7 +102,7 @@ fs::path FindModel(const ProjectModel& model, const fs::path& file) {
     std::error_code error;
     if (fs::is_regular_file(place, error)) return place;
     throw UserError(file.string() + ": its model is not at " + fs::absolute(place).string() +
-                    "; put it back, or say where it is: open PROJECT model=FILE");
+                    "; put it back or say where it is with --model FILE");
 }
 
 }  // namespace zrsheet

@@ -137,9 +137,8 @@ TEST(ProjectFile, FindsTheModelWhereverBothAreMoved) {
     std::filesystem::rename(folder / "old", folder / "new");
     EXPECT_EQ(FindModel(model, folder / "new/projects/a.zrsheet"), folder / "new/models/abc.glb");
     std::filesystem::remove(folder / "new/models/abc.glb");
-    EXPECT_THAT(
-        ErrorOf([&] { static_cast<void>(FindModel(model, folder / "new/projects/a.zrsheet")); }),
-        AllOf(HasSubstr((folder / "new/models/abc.glb").string()), EndsWith("open PROJECT model=FILE")));
+    EXPECT_THAT(ErrorOf([&] { static_cast<void>(FindModel(model, folder / "new/projects/a.zrsheet")); }),
+                AllOf(HasSubstr((folder / "new/models/abc.glb").string()), EndsWith("with --model FILE")));
 }
 
 }  // namespace
