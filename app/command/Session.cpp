@@ -45,13 +45,13 @@ void Session::ImportModel(const std::filesystem::path& model, const Document::Se
     MarkSaved({});
 }
 
-void Session::OpenProject(const std::filesystem::path& file) {
+void Session::OpenProject(const std::filesystem::path& file, const std::filesystem::path& model) {
     Progress("Reading the project", 0);
     const ProjectData saved = LoadProject(file);
-    const std::filesystem::path model = FindModel(saved.model, file);
-    Assembly assembly = zrsheet::ImportModel(model);
+    const std::filesystem::path found = model.empty() ? FindModel(saved.model, file) : model;
+    Assembly assembly = zrsheet::ImportModel(found);
     Close();
-    m_project = std::make_unique<Project>(saved, std::move(assembly), model);
+    m_project = std::make_unique<Project>(saved, std::move(assembly), found);
     Doc().Settle();
     MarkSaved(file);
 }

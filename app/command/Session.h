@@ -47,7 +47,8 @@ public:
     [[nodiscard]] const Project& OpenedProject() const;
     /// Both close what is open once the file is read. Throw UserError or ImportError.
     void ImportModel(const std::filesystem::path& model, const Document::Settings& settings);
-    void OpenProject(const std::filesystem::path& file);
+    /// `model`: where its model is now; empty: where the project says.
+    void OpenProject(const std::filesystem::path& file, const std::filesystem::path& model = {});
 
     /// Empty: never saved.
     [[nodiscard]] const std::filesystem::path& File() const { return m_file; }

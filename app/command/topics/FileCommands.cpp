@@ -38,11 +38,12 @@ void ReportChanges(const ModelChanges& changes, std::ostream& out) {
 }
 
 void Open(Session& session, Arguments& arguments) {
+    const fs::path model = arguments.TakeOption("model").value_or("");
     const fs::path file = arguments.Take("PROJECT");
     const bool discards = arguments.TakeKeyword("discard");
     arguments.ExpectEnd();
     if (!MayReplace(session, discards)) return;
-    session.OpenProject(file);
+    session.OpenProject(file, model);
     ReportChanges(session.OpenedProject().Changes(), session.Out());
 }
 
@@ -98,8 +99,9 @@ CommandTopic FileCommands() {
           "Reads a glTF 2.0 file (.glb or .gltf), lists its parts and looks at them from iso. 'hierarchical' "
           "numbers parts below their assemblies: 1, 1.1, 1.2. There are no callouts until 'create'.",
           "import pump.glb", Effect::Anything, "", Import},
-         {"open", "PROJECT [discard]", "open a project",
-          "Reads a .zrsheet file and its model. What the model has lost since is kept and listed by 'list "
+         {"open", "PROJECT [model=MODEL] [discard]", "open a project",
+          "Reads a .zrsheet file and its model, which may have moved: model=MODEL. What the model has lost "
+          "since is kept and listed by 'list "
           "orphans'. With unsaved changes it asks, or in a script fails, unless told to 'discard' them.",
           "open pump.zrsheet", Effect::Anything, "", Open},
          {"save", "[PROJECT]", "save the project",

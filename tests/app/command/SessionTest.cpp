@@ -66,5 +66,13 @@ TEST_F(SessionTest, KeepsTheDocumentWhenAnotherCannotBeOpened) {
     EXPECT_EQ(m_session->File(), "a.zrsheet");
 }
 
+TEST_F(SessionTest, OpensAProjectWhoseModelWasMoved) {
+    RunOnRig("hide Pin\nsave a.zrsheet\n");
+    const std::string parts = Run("list parts");
+    std::filesystem::rename("rig.gltf", "moved.gltf");
+    EXPECT_NE(Run("open a.zrsheet").find("rig.gltf"), std::string::npos);
+    EXPECT_EQ(Run("open a.zrsheet model=moved.gltf\nlist parts"), parts);
+}
+
 }  // namespace
 }  // namespace zrsheet
