@@ -4,9 +4,13 @@
 #include <benchmark/benchmark.h>
 
 #include <cmath>
+#include <cstdint>
+#include <random>
 #include <string>
 #include <vector>
 
+#include "bench/Ball.h"
+#include "bench/Tracer.h"
 #include "callouts/Callouts.h"
 #include "callouts/generator/CalloutGenerator.h"
 #include "zrannotations/CalloutTemplates.h"
@@ -40,12 +44,43 @@ du::SmartPtr<zrk::Shape> MakeBox() {
                                                      2, 6, 3, 3, 6, 7, 0, 4, 2, 2, 4, 6, 1, 3, 5, 3, 7, 5}));
 }
 
-/// A host with a square field of parts, no two alike, each with its item, and an engine.
+/// Where a part lies.
+using Places = std::vector<dg::Location>;
+
+/// Seen from above none covers another.
+Places SquareField(int parts) {
+    Places places;
+    const int columns = static_cast<int>(std::ceil(std::sqrt(parts)));
+    for (int i = 0; i < parts; ++i) {
+        places.emplace_back(dg::FMat33::IDENTITY,
+                            dg::DPoint3D(kPitch * (i % columns), kPitch * (i / columns), 0));
+    }
+    return places;
+}
+
+/// Of all sizes, most of them covered by others.
+Places Heap(int parts) {
+    std::mt19937 random(1);
+    const double extent = kPitch * std::ceil(std::sqrt(parts));
+    std::uniform_real_distribution<double> place(0, extent), depth(-40, 40);
+    std::uniform_real_distribution<float> size(0.5F, 3);
+    Places places;
+    for (int i = 0; i < parts; ++i) {
+        const float scale = size(random);
+        const double x = place(random), y = place(random);
+        places.emplace_back(dg::FMat33::Scale({scale, scale, scale}), dg::DPoint3D(x, y, depth(random)));
+    }
+    return places;
+}
+
+/// A host with one shape in many places, each a part with its own item, and an engine.
 class PartField {
 public:
-    explicit PartField(int parts) : m_root(new zrk::illustration::SbomInstance(du::Symbol("root"), "root")) {
+    explicit PartField(int parts) : PartField(MakeBox(), SquareField(parts)) {}
+    PartField(const du::SmartPtr<zrk::Shape>& shape, const Places& places)
+        : m_root(new zrk::illustration::SbomInstance(du::Symbol("root"), "root")) {
         m_scene->AddView(m_view);
-        AddParts(parts);
+        AddParts(shape, places);
         m_engine->Initialize(m_scene);
         m_engine->GetItemsList()->GenerateFromStructure(m_root, nullptr);
         const zrannotations::TextProperties look;
@@ -94,6 +129,7 @@ public:
         return callouts;
     }
     Callouts& Engine() { return *m_engine; }
+    const du::SmartPtr<zrk::ShapeView>& View() const { return m_view; }
     const du::SmartPtr<zrk::illustration::Illustration3dScene>& Scene() const { return m_scene; }
     zrk::AnnoSet& Annotations() {
         du::SmartPtr<zrk::AnnoSet> annoSet;
@@ -102,20 +138,16 @@ public:
     }
 
 private:
-    void AddParts(int parts) {
-        const int columns = static_cast<int>(std::ceil(std::sqrt(parts)));
-        const double extent = kPitch * columns;
+    void AddParts(const du::SmartPtr<zrk::Shape>& shape, const Places& places) {
+        const double extent = kPitch * std::ceil(std::sqrt(places.size()));
         m_view->SetCamera(dg::Camera3D::Orthographic({extent / 2, extent / 2, 0}, {0, 0, -1}, {0, 1, 0},
                                                      0.9 * kHeight / extent, kWidth, kHeight, 100.0));
-        const du::SmartPtr<zrk::Shape> box = MakeBox();
         const du::SmartPtr<zrk::Instance> root(
             new zrk::Instance(du::Symbol("root"), "root", nullptr, dg::Location::IDENTITY));
-        for (int i = 0; i < parts; ++i) {
-            const std::string name = "part" + std::to_string(i);
-            const dg::Location place(dg::FMat33::IDENTITY,
-                                     {kPitch * (i % columns), kPitch * (i / columns), 0});
+        for (const dg::Location& place : places) {
+            const std::string name = "part" + std::to_string(m_root->GetChildren().size());
             const du::SmartPtr<zrk::Instance> instance(
-                new zrk::Instance(du::Symbol(name), name, new zrk::ComponentNode(name, box), place));
+                new zrk::Instance(du::Symbol(name), name, new zrk::ComponentNode(name, shape), place));
             const SbomPtr sbom(new zrk::illustration::SbomInstance(du::Symbol(name), name));
             sbom->SetEbomInstance(instance);
             m_root->AddChild(sbom);
@@ -239,6 +271,62 @@ void Admit(benchmark::State& state) {
     state.SetComplexityN(state.range(0));
 }
 
+/// The parts of machines are round and finely meshed.
+PartField MakeHeap(int parts) {
+    return PartField(du::SmartPtr<zrk::Shape>(new zrk::Shape(zrbench::Ball(16))), Heap(parts));
+}
+
+/// The rays that the check of the leaders sends.
+std::vector<dg::Ray> AnchorRays(const std::vector<CalloutPtr>& callouts, const zrk::ShapeView& view) {
+    dg::Camera3D camera;
+    view.GetCamera(camera);
+    std::vector<dg::Ray> rays;
+    for (const auto& callout : callouts) {
+        dg::DPoint3D anchor;
+        dg::Location location;
+        callout->GetAnchorAtPos(0, anchor);
+        callout->GetInstanceLocationAtPos(location, 0);
+        const dg::DPoint3D pixel = anchor * location * camera.GetWorldToPixel();
+        rays.push_back(camera.PixelRay(static_cast<int>(pixel.x + 0.5), static_cast<int>(pixel.y + 0.5)));
+    }
+    return rays;
+}
+
+/// From the question to the last answer, all on one thread.
+void CheckLeaders(benchmark::State& state) {
+    PartField field = MakeHeap(static_cast<int>(state.range(0)));
+    for (const auto& callout : field.MakeCallouts()) field.Annotations().AddAnnotationToSet(callout, nullptr);
+    const auto kernel = zrk::Kernel::GetKernel();
+    kernel->DispatchEvents();
+    for (auto _ : state) {
+        field.Engine().OnDrawWhenHidden(field.View());
+        kernel->DispatchEvents();
+    }
+    state.SetItemsProcessed(state.iterations() * state.range(0));
+}
+
+/// The same rays and nothing else.
+void TraceLeaders(benchmark::State& state) {
+    PartField field = MakeHeap(static_cast<int>(state.range(0)));
+    zrbench::Tracer tracer;
+    for (const auto& part : field.Scene()->GetShapeInstances()) {
+        dg::Location location;
+        part->GetLocation(location);
+        tracer.Add(*part->GetShape()->GetShapeData(), location);
+    }
+    tracer.Commit();
+    std::vector<RTCRayHit> rays;
+    for (const dg::Ray& ray : AnchorRays(field.MakeCallouts(), *field.View()))
+        rays.push_back(zrbench::Tracer::RayOf(ray));
+    std::int64_t hits = 0;
+    for (auto _ : state) {
+        for (const RTCRayHit& ray : rays) hits += tracer.Meets(ray) ? 1 : 0;
+    }
+    state.SetItemsProcessed(state.iterations() * state.range(0));
+    state.counters["met"] =
+        static_cast<double>(hits) / static_cast<double>(state.iterations() * state.range(0));
+}
+
 constexpr int kFew = 100;
 constexpr int kMany = 10000;
 
@@ -253,6 +341,8 @@ BENCHMARK(ClearAndUndo)->RangeMultiplier(10)->Range(kFew, kMany)->Unit(benchmark
 BENCHMARK(DeleteItemsAndUndo)->RangeMultiplier(10)->Range(kFew, kMany)->Unit(benchmark::kMillisecond);
 BENCHMARK(UndoCreationRun)->RangeMultiplier(10)->Range(kFew, kMany)->Unit(benchmark::kMillisecond);
 BENCHMARK(Label)->RangeMultiplier(10)->Range(kFew, kMany)->Unit(benchmark::kMillisecond);
+BENCHMARK(CheckLeaders)->Arg(kMany)->Unit(benchmark::kMillisecond);
+BENCHMARK(TraceLeaders)->Arg(kMany)->Unit(benchmark::kMillisecond);
 BENCHMARK(Admit)->RangeMultiplier(10)->Range(kFew, kMany)->Unit(benchmark::kMillisecond);
 
 }  // namespace
