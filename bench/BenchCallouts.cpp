@@ -4,6 +4,7 @@
 #include <benchmark/benchmark.h>
 
 #include <cmath>
+#include <cstddef>
 #include <cstdint>
 #include <random>
 #include <string>
@@ -73,14 +74,16 @@ Places Heap(int parts) {
     return places;
 }
 
-/// A host with one shape in many places, each a part with its own item, and an engine.
+using Shapes = std::vector<du::SmartPtr<zrk::Shape>>;
+
+/// A host with few shapes in many places, each a part with its own item, and an engine.
 class PartField {
 public:
-    explicit PartField(int parts) : PartField(MakeBox(), SquareField(parts)) {}
-    PartField(const du::SmartPtr<zrk::Shape>& shape, const Places& places)
+    explicit PartField(int parts) : PartField({MakeBox()}, SquareField(parts)) {}
+    PartField(const Shapes& shapes, const Places& places)
         : m_root(new zrk::illustration::SbomInstance(du::Symbol("root"), "root")) {
         m_scene->AddView(m_view);
-        AddParts(shape, places);
+        AddParts(shapes, places);
         m_engine->Initialize(m_scene);
         m_engine->GetItemsList()->GenerateFromStructure(m_root, nullptr);
         const zrannotations::TextProperties look;
@@ -138,16 +141,17 @@ public:
     }
 
 private:
-    void AddParts(const du::SmartPtr<zrk::Shape>& shape, const Places& places) {
+    void AddParts(const Shapes& shapes, const Places& places) {
         const double extent = kPitch * std::ceil(std::sqrt(places.size()));
         m_view->SetCamera(dg::Camera3D::Orthographic({extent / 2, extent / 2, 0}, {0, 0, -1}, {0, 1, 0},
                                                      0.9 * kHeight / extent, kWidth, kHeight, 100.0));
         const du::SmartPtr<zrk::Instance> root(
             new zrk::Instance(du::Symbol("root"), "root", nullptr, dg::Location::IDENTITY));
         for (const dg::Location& place : places) {
-            const std::string name = "part" + std::to_string(m_root->GetChildren().size());
-            const du::SmartPtr<zrk::Instance> instance(
-                new zrk::Instance(du::Symbol(name), name, new zrk::ComponentNode(name, shape), place));
+            const std::size_t number = m_root->GetChildren().size();
+            const std::string name = "part" + std::to_string(number);
+            const du::SmartPtr<zrk::Instance> instance(new zrk::Instance(
+                du::Symbol(name), name, new zrk::ComponentNode(name, shapes[number % shapes.size()]), place));
             const SbomPtr sbom(new zrk::illustration::SbomInstance(du::Symbol(name), name));
             sbom->SetEbomInstance(instance);
             m_root->AddChild(sbom);
@@ -271,9 +275,12 @@ void Admit(benchmark::State& state) {
     state.SetComplexityN(state.range(0));
 }
 
-/// The parts of machines are round and finely meshed.
+/// As in the large assemblies that take time: hundreds of different parts, round and finely meshed.
 PartField MakeHeap(int parts) {
-    return PartField(du::SmartPtr<zrk::Shape>(new zrk::Shape(zrbench::Ball(16))), Heap(parts));
+    constexpr unsigned kShapes = 400;
+    Shapes shapes;
+    for (unsigned i = 0; i < kShapes; ++i) shapes.emplace_back(new zrk::Shape(zrbench::Ball(8 + i % 32)));
+    return PartField(shapes, Heap(parts));
 }
 
 /// The rays that the check of the leaders sends.

@@ -215,6 +215,7 @@ protected:
     void UnregisterObservers() override;
 
 private:
+    struct LeaderCheck;
     using InsetObserverMap = std::map<InsetPtr, du::SmartPtr<InsetObserver>>;
 
     void ObserveItemList(const du::SmartPtr<zrk::ShapeScene>& scene);
@@ -265,8 +266,9 @@ private:
                                unsigned int itemId);
     void RemoveReferencedCallouts(unsigned int itemId, const du::SmartPtr<zrk::Operation>& operation);
     dg::Color DimColor() const;
-    void CheckLeader(const du::SmartPtr<zrk::ShapeView>& view, const CalloutPtr& callout,
-                     unsigned int position, const dg::Camera3D& camera, const dg::Color& dimColor);
+    std::unique_ptr<LeaderCheck> BeginLeaderCheck(const du::SmartPtr<zrk::ShapeView>& view) const;
+    void CheckLeaders(const LeaderCheck& check, const CalloutPtr& callout);
+    void CheckLeader(const LeaderCheck& check, const CalloutPtr& callout, unsigned int position);
 
     unsigned int m_pickRequestCount = 0;
     bool m_combineForSamePart = false;

@@ -63,11 +63,13 @@ du::SmartPtr<zrk::AnnoSet> AnnoSetOf(const du::SmartPtr<zrk::Scene>& scene) {
     return annoSet;
 }
 
-bool HasCalloutLabels(const zrk::AnnoSet& annoSet) {
+bool RefersToCalloutLabels(const zrk::AnnoSet& annoSet) {
+    // Counting walks over the set's own annotations too, which are the many.
+    if (annoSet.GetReferencedAnnotations().empty()) return false;
     std::uint64_t own = 0;
     std::uint64_t referenced = 0;
     annoSet.GetAnnotationCounts(kCalloutLabelMask, own, referenced);
-    return own + referenced != 0;
+    return referenced != 0;
 }
 
 }  // namespace
@@ -119,34 +121,56 @@ void Callouts::OnShapeInstanceRemove(const du::SmartPtr<zrk::ShapeInstance>& sha
     removed = m_symbolAnnotations.extract(instance);
 }
 
+/// What the checks of all leaders for one view have in common.
+struct Callouts::LeaderCheck {
+    du::SmartPtr<zrk::ShapeView> view;
+    du::SmartPtr<Illustration3dScene> scene;
+    du::SmartPtr<zrk::Kernel> kernel;
+    dg::Camera3D camera;
+    dg::Color dimColor;
+    bool drawWhenHidden = false;
+};
+
 void Callouts::OnDrawWhenHidden(du::SmartPtr<zrk::ShapeView> view) {
     if (!view) return;
-    {
+    if (const auto check = BeginLeaderCheck(view)) {
         const dp::ReadLocker read(GetRWLockPtr());
-        for (const auto& callout : SnapshotCallouts()) OnDrawWhenHidden(view, callout);
+        for (const auto& callout : SnapshotCallouts()) CheckLeaders(*check, callout);
     }
     const auto annoSet = AnnoSetOf(view->GetScene());
-    if (!annoSet || !HasCalloutLabels(*annoSet)) return;
+    if (!annoSet || !RefersToCalloutLabels(*annoSet)) return;
     CalloutsAnnoSetVisitor visitor(this, view, annoSet);
     annoSet->Visit(visitor);
 }
 
 void Callouts::OnDrawWhenHidden(du::SmartPtr<zrk::ShapeView> view, const CalloutPtr& callout) {
-    const auto scene = view ? du::DynamicCast<Illustration3dScene>(view->GetShapeScene())
-                            : du::SmartPtr<Illustration3dScene>();
-    if (!scene || !callout || !zrk::Kernel::GetKernel()) return;
-    const bool drawWhenHidden = scene->GetDrawWhenHidden();
+    const auto check = view ? BeginLeaderCheck(view) : nullptr;
+    if (check && callout) CheckLeaders(*check, callout);
+}
+
+/// Null when there is nobody to ask.
+std::unique_ptr<Callouts::LeaderCheck> Callouts::BeginLeaderCheck(
+    const du::SmartPtr<zrk::ShapeView>& view) const {
+    auto check = std::make_unique<LeaderCheck>();
+    check->view = view;
+    check->scene = du::DynamicCast<Illustration3dScene>(view->GetShapeScene());
+    check->kernel = zrk::Kernel::GetKernel();
+    if (!check->scene || !check->kernel) return nullptr;
+    view->GetCamera(check->camera);
+    check->dimColor = DimColor();
+    check->drawWhenHidden = check->scene->GetDrawWhenHidden();
+    return check;
+}
+
+void Callouts::CheckLeaders(const LeaderCheck& check, const CalloutPtr& callout) {
     const dp::WriteLocker write(GetRWLockPtr());
-    const dg::Color dimColor = DimColor();
-    dg::Camera3D camera;
-    view->GetCamera(camera);
     const unsigned int leaders = callout->GetLeaderLineCount(false);
     for (unsigned int i = 0; i < leaders; ++i) {
-        if (drawWhenHidden) {
+        if (check.drawWhenHidden) {
             callout->SetHiddenAsDashedAtPos(true, i);
-            callout->SetDimAtPos(false, i, dimColor);
+            callout->SetDimAtPos(false, i, check.dimColor);
         } else {
-            CheckLeader(view, callout, i, camera, dimColor);
+            CheckLeader(check, callout, i);
         }
     }
 }
@@ -166,30 +190,24 @@ dg::Color Callouts::DimColor() const {
 
 // Called under the write lock. The check counts as outstanding before it is sent; one whose magnifier has no
 // camera stays so until the kernel cancels its event.
-void Callouts::CheckLeader(const du::SmartPtr<zrk::ShapeView>& view, const CalloutPtr& callout,
-                           unsigned int position, const dg::Camera3D& camera, const dg::Color& dimColor) {
-    const auto shapeInstance = callout->GetShapeInstanceAtPos(position);
-    dg::DPoint3D point;
-    if (callout->IsHiddenAtPos(position) || !shapeInstance || !shapeInstance->IsVisible() ||
-        !callout->GetAnchorAtPos(position, point)) {
-        return;
-    }
+void Callouts::CheckLeader(const LeaderCheck& check, const CalloutPtr& callout, unsigned int position) {
+    zrannotations::Callout::LeaderEnd end;
+    if (!callout->GetLeaderEndAtPos(position, end) || end.isHidden || !end.part->IsVisible()) return;
     dg::Location location;
-    shapeInstance->GetLocation(location);
+    end.part->GetLocation(location);
     ++m_pickRequestCount;
     const du::SmartPtr<CalloutAnchorVisibleEvent> event(new CalloutAnchorVisibleEvent(
-        du::SmartPtr<Callouts>(this), view->GetShapeScene(), callout, position, dimColor));
-    zrk::Kernel::GetKernel()->ManageObject(event);
-    point *= location;
-    const InsetPtr inset = callout->GetInsetAtPos(position);
-    if (!inset) {
-        point *= camera.GetWorldToPixel();
-        view->Pick(camera, Pixel(point.x), Pixel(point.y), AnchorPickFlags(), event.get());
+        du::SmartPtr<Callouts>(this), check.scene, callout, position, check.dimColor));
+    check.kernel->ManageObject(event);
+    dg::DPoint3D point = end.anchor * location;
+    if (!end.inset) {
+        point *= check.camera.GetWorldToPixel();
+        check.view->Pick(check.camera, Pixel(point.x), Pixel(point.y), AnchorPickFlags(), event.get());
         return;
     }
-    const auto insetView = inset->GetInsetView();
+    const auto insetView = end.inset->GetInsetView();
     dg::Camera3D magnifier;
-    if (!insetView || !inset->GetMagnifierCamera(magnifier)) return;
+    if (!insetView || !end.inset->GetMagnifierCamera(magnifier)) return;
     point *= magnifier.GetWorldToPixel();
     insetView->Pick(Pixel(point.x), Pixel(point.y), AnchorPickFlags(), event.get());
 }

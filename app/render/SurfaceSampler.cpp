@@ -49,7 +49,7 @@ void SurfaceSampler::SampleRow(int y, std::span<SurfaceSample> row) const {
 // A plane's four numbers move to pixel space by the inverse of the matrix that moves points.
 SurfaceSample SurfaceSampler::DescribeFacet(const zrg::RayHit& hit) const {
     const dg::DMat44& m = m_camera.GetPixelToWorld();
-    const dg::DVec3& n = hit.normal;
+    const dg::DVec3 n = m_scene.NormalToWorld(hit.placement, hit.normal);
     const double offset = -(n.x * hit.point.x + n.y * hit.point.y + n.z * hit.point.z);
     const auto pixelPlane = [&](std::size_t row) {
         return m(row, 0) * n.x + m(row, 1) * n.y + m(row, 2) * n.z + m(row, 3) * offset;

@@ -21,34 +21,31 @@ CalloutAnchorVisibleEvent::~CalloutAnchorVisibleEvent() = default;
 void CalloutAnchorVisibleEvent::OnComplete(int) {
     if (m_engine) m_engine->OnReceiveAnchorVisiblePick();
     if (!m_callout || !m_callout->GetScene()) return;
-    const auto hit = FirstHit();
-    if (!hit) return;
-    const bool covered = !IsLeadersPart(hit);
-    m_callout->SetHiddenAsDashedAtPos(covered, m_leaderIndex);
-    m_callout->SetDimAtPos(covered, m_leaderIndex, m_dimColor);
+    const zrk::Object* hit = FirstHit();
+    if (hit == nullptr) return;
+    m_callout->SetCoveredAtPos(!IsLeadersPart(hit), m_leaderIndex, m_dimColor);
 }
 
-du::SmartPtr<zrk::ShapeInstance> CalloutAnchorVisibleEvent::FirstHit() const {
+const zrk::Object* CalloutAnchorVisibleEvent::FirstHit() const {
     for (const auto& result : GetResults()) {
-        const auto object = result.GetObject();
-        if (object && object->GetClassType() == zrk::ShapeInstance::CLASS_TYPE) {
-            return du::DynamicCast<zrk::ShapeInstance>(object);
-        }
+        const auto& object = result.GetObject();
+        if (object && object->GetClassType() == zrk::ShapeInstance::CLASS_TYPE) return object.get();
     }
     return nullptr;
 }
 
-bool CalloutAnchorVisibleEvent::IsLeadersPart(const du::SmartPtr<zrk::ShapeInstance>& hit) const {
-    const auto assembly =
-        du::DynamicCast<zrk::illustration::SbomInstance>(m_callout->GetAssemblyInstanceAtPos(m_leaderIndex));
-    if (!assembly) return m_callout->GetShapeInstanceAtPos(m_leaderIndex) == hit;
+bool CalloutAnchorVisibleEvent::IsLeadersPart(const zrk::Object* hit) const {
+    zrannotations::Callout::LeaderEnd end;
+    if (!m_callout->GetLeaderEndAtPos(m_leaderIndex, end)) return false;
+    const auto assembly = du::DynamicCast<zrk::illustration::SbomInstance>(end.assembly);
+    if (!assembly) return end.part.get() == hit;
     std::set<du::SmartPtr<zrk::Instance>> members;
     std::set<du::SmartPtr<zrk::Instance>> others;
     assembly->GetEbomInstancesForWeld(members, others);
     return std::any_of(members.begin(), members.end(), [&](const auto& member) {
         du::SmartPtr<zrk::ShapeInstance> shapeInstance;
         m_shapeScene->GetShapeInstance(member, shapeInstance);
-        return shapeInstance == hit;
+        return shapeInstance.get() == hit;
     });
 }
 

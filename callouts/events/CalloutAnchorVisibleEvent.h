@@ -22,8 +22,9 @@ public:
     void OnComplete(int status) override;
 
 private:
-    du::SmartPtr<zrk::ShapeInstance> FirstHit() const;
-    bool IsLeadersPart(const du::SmartPtr<zrk::ShapeInstance>& hit) const;
+    /// Null when no part was hit.
+    const zrk::Object* FirstHit() const;
+    bool IsLeadersPart(const zrk::Object* hit) const;
 
     du::SmartPtr<Callouts> m_engine;
     du::SmartPtr<zrk::ShapeScene> m_shapeScene;

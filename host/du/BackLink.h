@@ -5,6 +5,7 @@
 
 #include <mutex>
 
+#include "du/LeafLock.h"
 #include "du/SmartPtr.h"
 
 namespace du {
@@ -22,9 +23,7 @@ public:
         const std::lock_guard hold(m_mutex);
         // An owner whose count has fallen to zero is about to be freed and must not be taken up again.
         if (m_owner == nullptr || !m_owner->TryAddReference(this)) return nullptr;
-        SmartPtr<T> owner(m_owner);
-        m_owner->RemoveReference(this);
-        return owner;
+        return SmartPtr<T>::Adopt(m_owner);
     }
 
     /// Called by the owner's destructor before anything of it goes; waits for a Lock that is under way.
@@ -34,7 +33,7 @@ public:
     }
 
 private:
-    mutable std::mutex m_mutex;
+    mutable LeafLock m_mutex;
     T* m_owner;
 };
 

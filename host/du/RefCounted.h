@@ -17,12 +17,14 @@ public:
     virtual ~RefCounted();
 
     /// `owner` tags the holder (the address of its slot) and is not dereferenced.
-    void AddReference(const void* owner) const;
+    void AddReference(const void* /*owner*/) const { m_count.fetch_add(1, std::memory_order_relaxed); }
     /// Like AddReference, but fails for an object whose count is 0: one that nobody holds or that is being
     /// freed.
     bool TryAddReference(const void* owner) const;
     /// True when this was the last reference; the caller then asks ZeroReferenceCountHook.
-    bool RemoveReference(const void* owner) const;
+    bool RemoveReference(const void* /*owner*/) const {
+        return m_count.fetch_sub(1, std::memory_order_acq_rel) == 1;
+    }
     /// Asked when the count has fallen to 0: true lets the holder delete the object, false keeps it.
     virtual bool ZeroReferenceCountHook() { return true; }
     /// For tests and diagnostics; the answer may be old by the time it is read.

@@ -21,7 +21,19 @@ public:
     requires std::is_convertible_v<U*, T*> SmartPtr(const SmartPtr<U>& other) : m_object(other.get()) {
         Take();
     }
+    template <class U>
+    requires std::is_convertible_v<U*, T*> SmartPtr(SmartPtr<U>&& other)
+    noexcept : m_object(other.Detach()) {}
     ~SmartPtr() { Release(m_object); }
+
+    /// Holds the object by a reference that was added to it before.
+    static SmartPtr Adopt(T* object) {
+        SmartPtr pointer;
+        pointer.m_object = object;
+        return pointer;
+    }
+    /// Hands the reference to the caller.
+    [[nodiscard]] T* Detach() noexcept { return std::exchange(m_object, nullptr); }
 
     /// The new object is taken before the old one is released; assigning the same object does nothing.
     SmartPtr& operator=(const SmartPtr& other) {
@@ -65,6 +77,14 @@ private:
 template <class U, class T>
 SmartPtr<U> DynamicCast(const SmartPtr<T>& pointer) {
     return SmartPtr<U>(dynamic_cast<U*>(pointer.get()));
+}
+
+/// The pointer is emptied where the object is a U, so that no reference is counted.
+template <class U, class T>
+SmartPtr<U> DynamicCast(SmartPtr<T>&& pointer) {
+    auto* object = dynamic_cast<U*>(pointer.get());
+    if (object != nullptr) static_cast<void>(pointer.Detach());
+    return SmartPtr<U>::Adopt(object);
 }
 
 /// No test is made. Requires: the object is a U, and T is no virtual base of U.

@@ -194,6 +194,15 @@ bool Callout::GetAnchorAtPos(unsigned position, dg::DPoint3D& out) const {
     return true;
 }
 
+bool Callout::GetLeaderEndAtPos(unsigned position, LeaderEnd& out) const {
+    const std::lock_guard hold(m_mutex);
+    if (position >= m_leaders.size() || !m_leaders[position]->m_shapeInstance) return false;
+    const CalloutLeader& leader = *m_leaders[position];
+    out = {leader.m_shapeInstance, leader.m_assembly, leader.m_inset, leader.m_anchor,
+           leader.m_isHidden || leader.m_isClipped};
+    return true;
+}
+
 void Callout::SetAnchor(const dg::DPoint3D& anchor, unsigned position) {
     BeforeChange();
     const bool isSet = ChangeLeader(position, [&](CalloutLeader& leader) {
@@ -233,6 +242,14 @@ void Callout::SetDimAtPos(bool dim, unsigned position, const dg::Color& color) {
     ChangeLeader(position, [&](CalloutLeader& leader) {
         leader.m_isDim = dim;
         leader.m_dimColor = color;
+    });
+}
+
+void Callout::SetCoveredAtPos(bool covered, unsigned position, const dg::Color& dimColor) {
+    ChangeLeader(position, [&](CalloutLeader& leader) {
+        leader.m_isDashed = covered;
+        leader.m_isDim = covered;
+        leader.m_dimColor = dimColor;
     });
 }
 

@@ -14,6 +14,7 @@
 #include "dg/DPoint3D.h"
 #include "dg/Location.h"
 #include "du/BackLink.h"
+#include "du/LeafLock.h"
 #include "du/LocalizableString.h"
 #include "du/SmartPtr.h"
 #include "du/Symbol.h"
@@ -84,6 +85,16 @@ public:
     void LeadThrough(const du::SmartPtr<Inset>& inset, unsigned position);
     /// In the part's local coordinates.
     bool GetAnchorAtPos(unsigned position, dg::DPoint3D& out) const;
+    /// Where a leader ends, read at once.
+    struct LeaderEnd {
+        du::SmartPtr<zrk::ShapeInstance> part;
+        du::SmartPtr<zrk::BaseInstance> assembly;
+        du::SmartPtr<Inset> inset;
+        dg::DPoint3D anchor;  // in the part's local coordinates
+        bool isHidden = false;
+    };
+    /// False, and `out` untouched, when the leader or its part is gone.
+    bool GetLeaderEndAtPos(unsigned position, LeaderEnd& out) const;
     /// From now on the anchor counts as calculated.
     void SetAnchor(const dg::DPoint3D& anchor, unsigned position);
     bool IsAnchorPointCalculated() const;
@@ -93,6 +104,8 @@ public:
     bool IsDimAtPos(unsigned position) const;
     dg::Color GetDimColorAtPos(unsigned position) const;
     void SetDimAtPos(bool dim, unsigned position, const dg::Color& color);
+    /// Dashed and dim, or neither.
+    void SetCoveredAtPos(bool covered, unsigned position, const dg::Color& dimColor);
     unsigned GetSymbolIdAtPos(unsigned position) const;
     void SetSymbolIdAtPos(unsigned id, unsigned position);
     void RemoveLeaderAtPos(unsigned position);
@@ -221,7 +234,7 @@ private:
     std::size_t ResolvedCount() const;
     bool LabelFrame(dg::DMat44& toWorld) const;
 
-    mutable std::mutex m_mutex;  // guards all below but m_localizable
+    mutable du::LeafLock m_mutex;  // guards all below but m_localizable
     std::vector<LeaderPtr> m_leaders;
     std::map<std::string, du::SmartPtr<zrk::ShapeInstance>>
         m_loaded;  // parts met since leaders began to wait

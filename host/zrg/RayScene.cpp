@@ -182,17 +182,15 @@ private:
         rtcReleaseGeometry(instance);
     }
 
-    RayHit Resolve(const dg::Ray& ray, const RTCRayHit& hit) const {
+    static RayHit Resolve(const dg::Ray& ray, const RTCRayHit& hit) {
         if (hit.hit.geomID == RTC_INVALID_GEOMETRY_ID) return {};
-        const Placement& placement = m_placements[hit.hit.instID[0]];
         const auto distance = static_cast<double>(hit.ray.tfar);
-        const dg::DVec3 normal(static_cast<double>(hit.hit.Ng_x), static_cast<double>(hit.hit.Ng_y),
-                               static_cast<double>(hit.hit.Ng_z));
         return {hit.hit.instID[0],
                 hit.hit.primID,
                 distance,
                 ray.origin + ray.direction * distance,
-                TurnNormal(normal, placement.toLocal),
+                {static_cast<double>(hit.hit.Ng_x), static_cast<double>(hit.hit.Ng_y),
+                 static_cast<double>(hit.hit.Ng_z)},
                 hit.hit.u,
                 hit.hit.v};
     }

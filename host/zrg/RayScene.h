@@ -15,7 +15,7 @@
 
 namespace zrg {
 
-/// What a ray met. All in world coordinates.
+/// What a ray met. In world coordinates where nothing else is said.
 struct RayHit {
     static constexpr std::uint32_t kNothing = 0xFFFFFFFFU;
 
@@ -23,7 +23,7 @@ struct RayHit {
     std::uint32_t triangle = 0;          // of the placed shape
     double distance = 0.0;               // along the ray
     dg::DPoint3D point;
-    dg::DVec3 normal;  // of the triangle, length 1; its sign follows the winding
+    dg::DVec3 normal;  // of the triangle, of any length, in the placed shape's coordinates; see NormalToWorld
     float u = 0.0F;    // share of the triangle's second corner in the point
     float v = 0.0F;    // share of its third corner
 
@@ -57,7 +57,7 @@ public:
 
     std::uint32_t GetPlacementCount() const;
     const Shape& GetShape(std::uint32_t placement) const;
-    /// A normal of the placed shape in world coordinates, length 1.
+    /// A normal of the placed shape in world coordinates, length 1; its sign follows the winding.
     dg::DVec3 NormalToWorld(std::uint32_t placement, const dg::DVec3& normal) const;
 
 private:

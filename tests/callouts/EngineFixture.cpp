@@ -209,7 +209,14 @@ du::SmartPtr<zrk::Operation> EngineFixture::MakeOperation() const {
     return new zrk::Operation("Test", m_scene, true);
 }
 
-std::size_t EngineFixture::Pump() { return zrk::Kernel::GetKernel()->DispatchEvents(); }
+std::size_t EngineFixture::Pump() {
+    const auto kernel = zrk::Kernel::GetKernel();
+    const auto managed = kernel->GetManaged();
+    kernel->DispatchEvents();
+    return static_cast<std::size_t>(std::count_if(managed.begin(), managed.end(), [](const auto& object) {
+        return static_cast<bool>(du::DynamicCast<zrk::PickEvent>(object));
+    }));
+}
 
 void EngineFixture::WaitForPool() { zrk::World::GetWorld()->GetTaskPool()->WaitIdle(); }
 

@@ -21,13 +21,11 @@ Annotation::Annotation() : m_id(NextId()) {}
 Annotation::~Annotation() = default;
 
 du::SmartPtr<Scene> Annotation::GetScene() const {
-    std::shared_ptr<du::BackLink<Scene>> scene;
-    {
-        const std::lock_guard hold(m_sceneMutex);
-        scene = m_scene;
-    }
-    return scene ? scene->Lock() : du::SmartPtr<Scene>();
+    const std::lock_guard hold(m_sceneMutex);
+    return m_scene ? m_scene->Lock() : du::SmartPtr<Scene>();
 }
+
+void Annotation::SetViewId(unsigned viewId) { m_viewId.store(viewId, std::memory_order_relaxed); }
 
 void Annotation::Bind(std::shared_ptr<du::BackLink<Scene>> scene) {
     const std::lock_guard hold(m_sceneMutex);

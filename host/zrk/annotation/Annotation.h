@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "du/BackLink.h"
+#include "du/LeafLock.h"
 #include "du/SmartPtr.h"
 #include "du/Symbol.h"
 #include "zrk/object/Object.h"
@@ -40,7 +41,7 @@ public:
 
     /// The view in which it was made; 0 for none.
     unsigned GetViewId() const { return m_viewId.load(std::memory_order_relaxed); }
-    void SetViewId(unsigned viewId) { m_viewId.store(viewId, std::memory_order_relaxed); }
+    void SetViewId(unsigned viewId);
 
     /// What undo restores, as it is now; null for annotations that never change.
     virtual du::SmartPtr<Memento> MakeMemento() { return nullptr; }
@@ -64,7 +65,7 @@ private:
 
     const unsigned m_id;
     std::atomic<unsigned> m_viewId{0};
-    mutable std::mutex m_sceneMutex;  // guards m_scene
+    mutable du::LeafLock m_sceneMutex;  // guards m_scene
     std::shared_ptr<du::BackLink<Scene>> m_scene;
 };
 

@@ -9,6 +9,7 @@
 
 #include "dg/Location.h"
 #include "du/BackLink.h"
+#include "du/LeafLock.h"
 #include "du/SmartPtr.h"
 #include "du/Symbol.h"
 #include "zrk/object/Object.h"
@@ -53,7 +54,7 @@ private:
     const du::Symbol m_shapeSource;
     const std::uint64_t m_sequence;
     const std::shared_ptr<du::BackLink<ShapeScene>> m_scene;
-    mutable std::mutex m_mutex;  // guards m_location
+    mutable du::LeafLock m_mutex;  // guards m_location
     dg::Location m_location;
     // Single flags whose readers need no other field to agree with them.
     std::atomic<bool> m_isVisible{true};

@@ -5,15 +5,8 @@
 #include "zrk/operation/CallStep.h"
 #include "zrk/operation/Operation.h"
 #include "zrk/scene/PickScene.h"
-#include "zrk/world/Kernel.h"
 
 namespace zrk {
-namespace {
-
-constexpr int kCancelled = 1;
-
-}  // namespace
-
 constinit const ClassType ShapeView::CLASS_TYPE(24, "zrk::ShapeView", &View::CLASS_TYPE);
 
 ShapeView::ShapeView(const du::SmartPtr<ShapeScene>& scene, unsigned viewId) : View(scene, viewId) {}
@@ -32,22 +25,8 @@ void ShapeView::GetBackgroundColors(dg::Color& top, dg::Color& bottom, dg::Color
     border = m_colors.border;
 }
 
-void ShapeView::Queue(PickEvent* event, Answer answer) {
-    const du::SmartPtr<PickEvent> pick(event);
-    const auto kernel = Kernel::GetKernel();
-    if (!kernel) {
-        pick->Complete(kCancelled);
-        return;
-    }
-    kernel->Post([pick, scene = GetShapeScene(), answer = std::move(answer)](int status) {
-        if (status == 0 && scene) pick->SetResults(answer(*scene->GetPickScene()));
-        pick->Complete(scene ? status : kCancelled);
-    });
-}
-
 void ShapeView::Pick(const dg::Camera3D& camera, int x, int y, du::Flags flags, PickEvent* event) {
-    const dg::Ray ray = camera.PixelRay(x, y);
-    Queue(event, [ray, flags](const PickScene& scene) { return scene.Pick(ray, flags); });
+    m_picks->Add({event, nullptr, camera.PixelRay(x, y), flags}, GetShapeScene());
 }
 
 void ShapeView::Pick(int x, int y, du::Flags flags, PickEvent* event) {
@@ -60,8 +39,7 @@ void ShapeView::Pick(const du::SmartPtr<ShapeInstance>& only, int x, int y, du::
                      PickEvent* event) {
     dg::Camera3D camera;
     GetCamera(camera);
-    const dg::Ray ray = camera.PixelRay(x, y);
-    Queue(event, [only, ray, flags](const PickScene& scene) { return scene.PickOnly(*only, ray, flags); });
+    m_picks->Add({event, only, camera.PixelRay(x, y), flags}, GetShapeScene());
 }
 
 template <class Apply, class State>

@@ -10,6 +10,7 @@
 #include "du/Flags.h"
 #include "du/SmartPtr.h"
 #include "zrk/event/PickEvent.h"
+#include "zrk/scene/PickQueue.h"
 #include "zrk/scene/ShapeScene.h"
 #include "zrk/scene/View.h"
 #include "zrk/scene/VisibilityMap.h"
@@ -51,8 +52,6 @@ public:
     std::shared_ptr<const VisibilityMap> GetVisibilityMap() const;
 
 private:
-    using Answer = std::function<std::vector<PickResult>(const PickScene&)>;
-
     struct Colors {
         dg::Color top{1.0F, 1.0F, 1.0F, 1.0F};
         dg::Color bottom{1.0F, 1.0F, 1.0F, 1.0F};
@@ -67,9 +66,9 @@ private:
     void TakeIn(Apply apply, const State& former, const State& state);
     void PutCamera(const dg::Camera3D& camera);
     void PutColors(const Colors& colors);
-    void Queue(PickEvent* event, Answer answer);
 
-    mutable std::mutex m_mutex;  // guards the two below
+    const std::shared_ptr<PickQueue> m_picks = std::make_shared<PickQueue>();
+    mutable du::LeafLock m_mutex;  // guards the two below
     dg::Camera3D m_camera;
     Colors m_colors;
     std::mutex m_timerMutex;  // guards m_lastChecked between timers; observers get a copy

@@ -2,6 +2,7 @@
 
 #include <utility>
 
+#include "du/LeafLock.h"
 #include "zrk/event/BaseAsyncEvent.h"
 
 namespace zrk {
@@ -9,7 +10,7 @@ namespace {
 
 constexpr int kCancelled = 1;
 
-std::mutex kernelMutex;
+du::LeafLock kernelMutex;
 du::SmartPtr<Kernel> theKernel;  // guarded by kernelMutex
 
 du::SmartPtr<Kernel> ExchangeKernel(du::SmartPtr<Kernel> kernel) {

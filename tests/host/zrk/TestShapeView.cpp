@@ -2,7 +2,9 @@
 
 #include <gtest/gtest.h>
 
+#include <functional>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "tests/host/zrk/Stage.h"
@@ -14,6 +16,26 @@ namespace zrk {
 namespace {
 
 const du::Flags kSolid = PICK_ALL | PICK_EXCLUDE_PHANTOM;
+
+/// Writes down what it met, then does something.
+class LoggedPick : public PickEvent {
+public:
+    LoggedPick(std::string& log, std::function<void()> then) : m_log(log), m_then(std::move(then)) {}
+    void OnComplete(int status) override {
+        m_log += std::to_string(status);
+        for (const auto& result : GetResults()) {
+            du::SmartPtr<Instance> instance;
+            du::DynamicCast<ShapeInstance>(result.GetObject())->GetInstance(instance);
+            m_log += instance->GetIdentifier().Text();
+        }
+        m_log += ' ';
+        if (m_then) m_then();
+    }
+
+private:
+    std::string& m_log;
+    std::function<void()> m_then;
+};
 
 class ShapeViewTest : public testing::Test {
 protected:
@@ -70,6 +92,28 @@ TEST_F(ShapeViewTest, FollowsTheSceneAfterEveryKindOfChange) {
     EXPECT_EQ(m_stage.Pick(120, 80), "");
     m_stage.AddBox("new", 0, 0, 0, {40, 40, 1});
     EXPECT_EQ(m_stage.Pick(120, 80), "new");
+}
+
+// Picks that wait are answered together, but as if each were alone.
+TEST_F(ShapeViewTest, AnswersWhatWaitsInItsOrderAndAsTheSceneThenIs) {
+    const auto kernel = Kernel::GetKernel();
+    std::string log;
+    const auto send = [&](std::function<void()> then) {
+        const du::SmartPtr<PickEvent> pick(new LoggedPick(log, std::move(then)));
+        kernel->ManageObject(pick);
+        m_view.Pick(120, 80, PICK_ALL, pick.get());
+    };
+    send({});
+    send([&] { m_scene.SetVisible(m_lid, false); });
+    send([&] { send([&] { m_scene.RemoveShapeInstance(m_floor); }); });
+    send({});
+    kernel->DispatchEvents();
+    EXPECT_EQ(log, "0/lid 0/lid 0/floor 0/floor 0/floor ");
+    log.clear();
+    send([&] { kernel->CancelPendingEvents(); });
+    send({});
+    kernel->DispatchEvents();
+    EXPECT_EQ(log, "0 1 ") << "nothing is left to be met, and the second was cancelled";
 }
 
 TEST_F(ShapeViewTest, CompletesPicksThatNobodyCanAnswer) {
