@@ -1,35 +1,15 @@
 #include "zrk/illustration/SbomInstance.h"
 
-#include <utility>
-
 namespace zrk::illustration {
 
 constinit const zrk::ClassType SbomInstance::CLASS_TYPE(41, "zrk::illustration::SbomInstance",
                                                         &zrk::BaseInstance::CLASS_TYPE);
 
 SbomInstance::SbomInstance(const du::Symbol& identifier, const std::string& name)
-    : zrk::BaseInstance(identifier, name) {}
+    : TreeNode(identifier, name) {}
 
-// As with engineering instances, a deep chain must not take the stack as deep.
 SbomInstance::~SbomInstance() {
     if (m_ebom && m_ebom->GetSbomInstance() == this) m_ebom->SetSbomInstance(nullptr);
-    std::vector<du::SmartPtr<SbomInstance>> pending = std::move(m_children);
-    for (const auto& child : pending) child->m_parent = nullptr;
-    while (!pending.empty()) {
-        du::SmartPtr<SbomInstance> last = std::move(pending.back());
-        pending.pop_back();
-        if (last->GetReferenceCount() > 1) continue;
-        for (auto& child : last->m_children) {
-            child->m_parent = nullptr;
-            pending.push_back(std::move(child));
-        }
-        last->m_children.clear();
-    }
-}
-
-void SbomInstance::AddChild(const du::SmartPtr<SbomInstance>& child) {
-    child->m_parent = this;
-    m_children.push_back(child);
 }
 
 void SbomInstance::SetEbomInstance(const du::SmartPtr<zrk::Instance>& ebom) {
@@ -43,7 +23,7 @@ du::SmartPtr<zrk::ComponentNode> SbomInstance::GetComponentNode() const {
 }
 
 bool SbomInstance::IsWeldMember() const {
-    for (const SbomInstance* parent = m_parent; parent != nullptr; parent = parent->m_parent) {
+    for (const SbomInstance* parent = Above(); parent != nullptr; parent = parent->Above()) {
         if (parent->m_isWeld) return true;
     }
     return false;
@@ -51,7 +31,7 @@ bool SbomInstance::IsWeldMember() const {
 
 du::SmartPtr<SbomInstance> SbomInstance::GetTopWeld() const {
     const SbomInstance* top = nullptr;
-    for (const SbomInstance* node = this; node != nullptr; node = node->m_parent) {
+    for (const SbomInstance* node = this; node != nullptr; node = node->Above()) {
         if (node->m_isWeld) top = node;
     }
     return const_cast<SbomInstance*>(top);
@@ -64,8 +44,8 @@ void SbomInstance::GetEbomInstancesForWeld(InstanceSet& first, InstanceSet& seco
         pending.pop_back();
         const bool isListedMember = node != this && node->CarriesItem() && node->IsWeldMember();
         if (isListedMember && node->m_ebom) second.insert(node->m_ebom);
-        if (node->m_children.empty() && node->m_ebom) first.insert(node->m_ebom);
-        for (const auto& child : node->m_children) pending.push_back(child.get());
+        if (!node->HasChildren() && node->m_ebom) first.insert(node->m_ebom);
+        for (const auto& child : node->GetChildren()) pending.push_back(child.get());
     }
 }
 

@@ -5,18 +5,16 @@
 #include <atomic>
 #include <set>
 #include <string>
-#include <vector>
 
 #include "du/SmartPtr.h"
 #include "zrk/object/Property.h"
-#include "zrk/tree/BaseInstance.h"
 #include "zrk/tree/Instance.h"
+#include "zrk/tree/TreeNode.h"
 
 namespace zrk::illustration {
 
-/// The structure is built on one thread before others see it and keeps its shape from then on; properties and
-/// the mark of carrying an item may change on any thread.
-class SbomInstance : public zrk::BaseInstance {
+/// Properties and the mark of carrying an item may change on any thread.
+class SbomInstance : public zrk::TreeNode<SbomInstance> {
 public:
     using InstanceSet = std::set<du::SmartPtr<zrk::Instance>>;
 
@@ -26,13 +24,6 @@ public:
     ~SbomInstance() override;
 
     const zrk::ClassType& GetClassType() const override { return CLASS_TYPE; }
-    bool HasChildren() const override { return !m_children.empty(); }
-
-    /// Null at the top.
-    void GetParent(du::SmartPtr<SbomInstance>& out) const { out = m_parent; }
-    const std::vector<du::SmartPtr<SbomInstance>>& GetChildren() const { return m_children; }
-    /// Takes over a child that has no parent yet.
-    void AddChild(const du::SmartPtr<SbomInstance>& child);
 
     /// The engineering instance that it shows; null for one that only groups.
     const du::SmartPtr<zrk::Instance>& GetEbomInstance() const { return m_ebom; }
@@ -62,10 +53,6 @@ public:
     void SetCarriesItem(bool carries) { m_carriesItem.store(carries, std::memory_order_relaxed); }
 
 private:
-    void CollectEbomInstances(InstanceSet& first, InstanceSet& second) const;
-
-    SbomInstance* m_parent = nullptr;  // owns this; cleared when it goes first
-    std::vector<du::SmartPtr<SbomInstance>> m_children;
     du::SmartPtr<zrk::Instance> m_ebom;
     bool m_isWeld = false;
     std::atomic<bool> m_carriesItem{false};

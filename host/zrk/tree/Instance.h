@@ -4,13 +4,12 @@
 
 #include <atomic>
 #include <string>
-#include <vector>
 
 #include "dg/FBox.h"
 #include "dg/Location.h"
-#include "zrk/tree/BaseInstance.h"
 #include "zrk/tree/ComponentInstance.h"
 #include "zrk/tree/ComponentNode.h"
+#include "zrk/tree/TreeNode.h"
 
 namespace zrk::illustration {
 class SbomInstance;
@@ -18,9 +17,8 @@ class SbomInstance;
 
 namespace zrk {
 
-/// The structure is built on one thread before it is shown to others (Tree::SetRoot) and keeps its shape from
-/// then on.
-class Instance : public BaseInstance {
+/// Shown to others by Tree::SetRoot.
+class Instance : public TreeNode<Instance> {
 public:
     static const ClassType CLASS_TYPE;
 
@@ -33,7 +31,6 @@ public:
     ~Instance() override;
 
     const ClassType& GetClassType() const override { return CLASS_TYPE; }
-    bool HasChildren() const override { return !m_children.empty(); }
 
     bool Is3dSymbol() const { return static_cast<bool>(m_symbol); }
     /// The node of the service structure that shows this instance; null when there is none. Not counted: the
@@ -44,13 +41,8 @@ public:
     void GetComponentInstance(du::SmartPtr<ComponentInstance>& out) const { out = m_symbol; }
     const du::SmartPtr<ComponentNode>& GetComponentNode() const { return m_node; }
 
-    /// Null at the top.
-    void GetParent(du::SmartPtr<Instance>& out) const;
     /// The topmost ancestor, the instance itself at the top. O(depth).
     void GetRootContainerRoot(du::SmartPtr<Instance>& out) const;
-    /// Takes over a child that has no parent yet.
-    void AddChild(const du::SmartPtr<Instance>& child);
-    const std::vector<du::SmartPtr<Instance>>& GetChildren() const { return m_children; }
 
     /// From local to world coordinates. O(depth).
     dg::Location GetWorldLocation() const;
@@ -64,8 +56,6 @@ private:
     du::SmartPtr<ComponentNode> m_node;
     dg::Location m_location;
     dg::FBox m_sourceBox;
-    Instance* m_parent = nullptr;  // owns this; cleared when it goes first
-    std::vector<du::SmartPtr<Instance>> m_children;
     std::atomic<illustration::SbomInstance*> m_sbom{nullptr};
 };
 
