@@ -2,7 +2,7 @@
 
 #include <utility>
 
-#include "du/LeafLock.h"
+#include "du/ProcessWide.h"
 #include "zrk/event/BaseAsyncEvent.h"
 
 namespace zrk {
@@ -10,26 +10,16 @@ namespace {
 
 constexpr int kCancelled = 1;
 
-du::LeafLock kernelMutex;
-du::SmartPtr<Kernel> theKernel;  // guarded by kernelMutex
-
-du::SmartPtr<Kernel> ExchangeKernel(du::SmartPtr<Kernel> kernel) {
-    const std::lock_guard hold(kernelMutex);
-    std::swap(theKernel, kernel);
-    return kernel;
-}
+du::ProcessWide<Kernel> theKernel;
 
 }  // namespace
 
-du::SmartPtr<Kernel> Kernel::GetKernel() {
-    const std::lock_guard hold(kernelMutex);
-    return theKernel;
-}
+du::SmartPtr<Kernel> Kernel::GetKernel() { return theKernel.Get(); }
 
-void Kernel::Start() { ExchangeKernel(new Kernel); }
+void Kernel::Start() { theKernel.Exchange(new Kernel); }
 
 void Kernel::Stop() {
-    const auto kernel = ExchangeKernel(nullptr);
+    const auto kernel = theKernel.Exchange(nullptr);
     if (!kernel) return;
     kernel->StopDispatcher();
     kernel->Close();

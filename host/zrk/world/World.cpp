@@ -3,32 +3,23 @@
 #include <utility>
 
 #include "du/Localizer.h"
+#include "du/ProcessWide.h"
 
 namespace zrk {
 namespace {
 
-std::mutex worldMutex;
-du::SmartPtr<World> theWorld;  // guarded by worldMutex
-
-du::SmartPtr<World> ExchangeWorld(du::SmartPtr<World> world) {
-    const std::lock_guard hold(worldMutex);
-    std::swap(theWorld, world);
-    return world;
-}
+du::ProcessWide<World> theWorld;
 
 }  // namespace
 
-du::SmartPtr<World> World::GetWorld() {
-    const std::lock_guard hold(worldMutex);
-    return theWorld;
-}
+du::SmartPtr<World> World::GetWorld() { return theWorld.Get(); }
 
-void World::Start(unsigned poolThreads) { ExchangeWorld(new World(poolThreads)); }
+void World::Start(unsigned poolThreads) { theWorld.Exchange(new World(poolThreads)); }
 
 void World::Stop() {
     // Tasks may ask for the world, so it stays in place until the pool is quiet.
     if (const auto world = GetWorld()) world->m_taskPool.Shutdown();
-    ExchangeWorld(nullptr);
+    theWorld.Exchange(nullptr);
 }
 
 World::World(unsigned poolThreads)

@@ -1,30 +1,19 @@
 #include "zrkapp/illustration/KorvanApp.h"
 
-#include <mutex>
-#include <utility>
+#include "du/ProcessWide.h"
 
 namespace zrkapp::illustration {
 namespace {
 
-std::mutex appMutex;
-du::SmartPtr<KorvanApp> theApp;  // guarded by appMutex
-
-du::SmartPtr<KorvanApp> ExchangeApp(du::SmartPtr<KorvanApp> app) {
-    const std::lock_guard hold(appMutex);
-    std::swap(theApp, app);
-    return app;
-}
+du::ProcessWide<KorvanApp> theApp;
 
 }  // namespace
 
-du::SmartPtr<KorvanApp> KorvanApp::GetKorvanApp() {
-    const std::lock_guard hold(appMutex);
-    return theApp;
-}
+du::SmartPtr<KorvanApp> KorvanApp::GetKorvanApp() { return theApp.Get(); }
 
-void KorvanApp::Start() { ExchangeApp(new KorvanApp); }
+void KorvanApp::Start() { theApp.Exchange(new KorvanApp); }
 
-void KorvanApp::Stop() { ExchangeApp(nullptr); }
+void KorvanApp::Stop() { theApp.Exchange(nullptr); }
 
 KorvanApp::KorvanApp() = default;
 
