@@ -8,31 +8,21 @@
 
 namespace {
 
-void ReadUncontended(benchmark::State& state) {
-    dp::ReadWriteLock lock;
-    for (auto _ : state) dp::ReadLocker read(&lock);
-}
-BENCHMARK(ReadUncontended);
+/// What the thread holds while it takes the lock again and again.
+struct Nothing {
+    explicit Nothing(dp::ReadWriteLock*) {}
+};
 
-void ReadAgain(benchmark::State& state) {
+template <class Held, class Taken>
+void Take(benchmark::State& state) {
     dp::ReadWriteLock lock;
-    const dp::ReadLocker outer(&lock);
-    for (auto _ : state) dp::ReadLocker inner(&lock);
+    const Held held(&lock);
+    for (auto _ : state) Taken taken(&lock);
 }
-BENCHMARK(ReadAgain);
-
-void WriteUncontended(benchmark::State& state) {
-    dp::ReadWriteLock lock;
-    for (auto _ : state) dp::WriteLocker write(&lock);
-}
-BENCHMARK(WriteUncontended);
-
-void Upgrade(benchmark::State& state) {
-    dp::ReadWriteLock lock;
-    const dp::ReadLocker read(&lock);
-    for (auto _ : state) dp::WriteLocker write(&lock);
-}
-BENCHMARK(Upgrade);
+BENCHMARK(Take<Nothing, dp::ReadLocker>)->Name("ReadUncontended");
+BENCHMARK(Take<dp::ReadLocker, dp::ReadLocker>)->Name("ReadAgain");
+BENCHMARK(Take<Nothing, dp::WriteLocker>)->Name("WriteUncontended");
+BENCHMARK(Take<dp::ReadLocker, dp::WriteLocker>)->Name("Upgrade");
 
 void ReadTogether(benchmark::State& state) {
     static dp::ReadWriteLock lock;
