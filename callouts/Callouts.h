@@ -216,6 +216,7 @@ protected:
 
 private:
     struct LeaderCheck;
+    using LeaderAction = void (Callouts::*)(const CalloutPtr& callout, unsigned int position);
     using InsetObserverMap = std::map<InsetPtr, du::SmartPtr<InsetObserver>>;
 
     void ObserveItemList(const du::SmartPtr<zrk::ShapeScene>& scene);
@@ -242,6 +243,8 @@ private:
     bool IsItemUsed(unsigned int itemId) const;
     void RemoveFromMap(const CalloutPtr& callout);
     void RemoveFromSet(const CalloutPtr& callout);
+    /// For a callout's leaders, and those of a combined callout's members but the first.
+    void ForEachLeader(const CalloutPtr& callout, LeaderAction action);
     void FileLeader(const CalloutPtr& callout, unsigned int position);
     void UnfileLeader(const CalloutPtr& callout, unsigned int position);
 

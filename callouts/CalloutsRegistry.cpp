@@ -26,16 +26,20 @@ void Callouts::AddToSet(const CalloutPtr& callout) {
         du::SmartPtr<CalloutTemplateObserver>(new CalloutTemplateObserver(callout.get(), m_handle)));
 }
 
-void Callouts::AddToMap(const CalloutPtr& callout) {
+void Callouts::AddToMap(const CalloutPtr& callout) { ForEachLeader(callout, &Callouts::FileLeader); }
+
+void Callouts::RemoveFromMap(const CalloutPtr& callout) { ForEachLeader(callout, &Callouts::UnfileLeader); }
+
+void Callouts::ForEachLeader(const CalloutPtr& callout, LeaderAction action) {
     const dp::WriteLocker write(GetRWLockPtr());
     if (const auto combined = du::DynamicCast<zrannotations::CombinedCallout>(callout)) {
         const std::vector<CalloutPtr> members = combined->GetCalloutVec();
         for (std::size_t i = 1; i < members.size(); ++i) {
-            if (members[i]) AddToMap(members[i]);
+            if (members[i]) ForEachLeader(members[i], action);
         }
     }
     const unsigned int leaders = callout->GetLeaderLineCount(true);
-    for (unsigned int i = 0; i < leaders; ++i) FileLeader(callout, i);
+    for (unsigned int i = 0; i < leaders; ++i) (this->*action)(callout, i);
 }
 
 void Callouts::FileLeader(const CalloutPtr& callout, unsigned int position) {
@@ -50,18 +54,6 @@ void Callouts::FileLeader(const CalloutPtr& callout, unsigned int position) {
         if (isInsetKnown) entry->second.insert(callout);
     }
     if (isInsetKnown) inset->AttachCallout(callout);
-}
-
-void Callouts::RemoveFromMap(const CalloutPtr& callout) {
-    const dp::WriteLocker write(GetRWLockPtr());
-    if (const auto combined = du::DynamicCast<zrannotations::CombinedCallout>(callout)) {
-        const std::vector<CalloutPtr> members = combined->GetCalloutVec();
-        for (std::size_t i = 1; i < members.size(); ++i) {
-            if (members[i]) RemoveFromMap(members[i]);
-        }
-    }
-    const unsigned int leaders = callout->GetLeaderLineCount(true);
-    for (unsigned int i = 0; i < leaders; ++i) UnfileLeader(callout, i);
 }
 
 // The caller's reference keeps the callout alive, so nothing is freed while the guard is held.
