@@ -1,7 +1,5 @@
 #include "dg/Camera3D.h"
 
-#include <algorithm>
-#include <array>
 #include <cmath>
 
 namespace dg {
@@ -29,29 +27,6 @@ DMat44 ToEye(const DPoint3D& origin, const Axes& axes) {
                    -o.Dot(axes.right), -o.Dot(axes.down), -o.Dot(axes.forward), 1});
 }
 
-struct Extent {
-    double right = 0.0;
-    double down = 0.0;
-    double forward = 0.0;
-};
-
-/// Half the size of the box as the eye sees it.
-Extent HalfExtent(const FBox& box, const Axes& axes) {
-    const DVec3 half(0.5 * (static_cast<double>(box.max.x) - static_cast<double>(box.min.x)),
-                     0.5 * (static_cast<double>(box.max.y) - static_cast<double>(box.min.y)),
-                     0.5 * (static_cast<double>(box.max.z) - static_cast<double>(box.min.z)));
-    const auto along = [&half](const DVec3& axis) {
-        return std::abs(axis.x) * half.x + std::abs(axis.y) * half.y + std::abs(axis.z) * half.z;
-    };
-    return {along(axes.right), along(axes.down), along(axes.forward)};
-}
-
-DPoint3D Centre(const FBox& box) {
-    return {0.5 * (static_cast<double>(box.min.x) + static_cast<double>(box.max.x)),
-            0.5 * (static_cast<double>(box.min.y) + static_cast<double>(box.max.y)),
-            0.5 * (static_cast<double>(box.min.z) + static_cast<double>(box.max.z))};
-}
-
 }  // namespace
 
 Camera3D::Camera3D(const DMat44& worldToPixel, int width, int height)
@@ -62,20 +37,6 @@ Camera3D Camera3D::Orthographic(const DPoint3D& target, const DVec3& direction, 
     const DMat44 toPixel({pixelsPerUnit, 0, 0, 0, 0, pixelsPerUnit, 0, 0, 0, 0, 0.5 / depthRange, 0,
                           0.5 * width, 0.5 * height, 0.5, 1});
     return {ToEye(target, AxesOf(direction, up)) * toPixel, width, height};
-}
-
-Camera3D Camera3D::FitOrthographic(const FBox& world, const DVec3& direction, const DVec3& up, int width,
-                                   int height, int margin) {
-    const Extent half = HalfExtent(world, AxesOf(direction, up));
-    const double radius = std::hypot(half.right, half.down, half.forward);
-    if (world.IsEmpty() || radius <= 0.0)
-        return Orthographic(DPoint3D(), direction, up, 1.0, width, height, 1.0);
-    const double freeWidth = std::max(0.5 * width - margin, 1.0);
-    const double freeHeight = std::max(0.5 * height - margin, 1.0);
-    // A flat model seen edge-on has no extent one way; its size the other way decides then.
-    const double scale = std::min(freeWidth / std::max(half.right, radius * 1e-6),
-                                  freeHeight / std::max(half.down, radius * 1e-6));
-    return Orthographic(Centre(world), direction, up, scale, width, height, 2.0 * radius);
 }
 
 Camera3D Camera3D::Perspective(const DPoint3D& eye, const DPoint3D& target, const DVec3& up,

@@ -8,7 +8,6 @@
 #include "dg/DMat44.h"
 #include "dg/DPoint3D.h"
 #include "dg/DVec3.h"
-#include "dg/FBox.h"
 #include "dg/Ray.h"
 
 namespace dg {
@@ -22,10 +21,6 @@ public:
     /// `depthRange` world units before and behind the target. Requires: `direction` and `up` not parallel.
     static Camera3D Orthographic(const DPoint3D& target, const DVec3& direction, const DVec3& up,
                                  double pixelsPerUnit, int width, int height, double depthRange);
-    /// A parallel projection that shows the whole box as large as the viewport less `margin` pixels on each
-    /// side allows.
-    static Camera3D FitOrthographic(const FBox& world, const DVec3& direction, const DVec3& up, int width,
-                                    int height, int margin);
     /// A central projection. Requires: 0 < nearDistance < farDistance.
     static Camera3D Perspective(const DPoint3D& eye, const DPoint3D& target, const DVec3& up,
                                 double fieldOfView, double nearDistance, double farDistance, int width,
