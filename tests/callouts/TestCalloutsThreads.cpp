@@ -1,4 +1,5 @@
 #include <atomic>
+#include <chrono>
 #include <functional>
 #include <thread>
 #include <utility>
@@ -8,6 +9,7 @@
 #include "dp/WriteLocker.h"
 #include "du/LocalizableString.h"
 #include "tests/callouts/EngineFixture.h"
+#include "tests/support/Deadline.h"
 #include "zrk/tree/Tree.h"
 #include "zrk/world/Kernel.h"
 #include "zrk/world/World.h"
@@ -83,6 +85,25 @@ TEST_F(CalloutsThreads, TheLanguageChangesWhileCalloutsComeAndGo) {
     EXPECT_TRUE(Filed(m_b).empty());
     EXPECT_TRUE(Filed(m_c).empty());
     EXPECT_TRUE(Items().IsIndicated(m_item));
+}
+
+// A language change waits for the engine's lock when the engine begins to go. Whoever took the engine's lock
+// first and then waited for the language change to be over would wait forever.
+TEST_F(CalloutsThreads, AnEngineIsDestroyedWhileALanguageChangeWaitsForIt) {
+    const zrtest::Deadline deadline(std::chrono::seconds(30));
+    constexpr std::chrono::milliseconds kUntilItWaits(40);
+    std::thread change;
+    std::thread end;
+    {
+        const dp::WriteLocker write(m_engine->GetRWLockPtr());
+        change = std::thread([] { zrk::World::GetWorld()->SetLanguage("de"); });
+        std::this_thread::sleep_for(kUntilItWaits);
+        end = std::thread([this] { StopEngine(); });
+        std::this_thread::sleep_for(kUntilItWaits);
+    }
+    change.join();
+    end.join();
+    EXPECT_FALSE(m_engine);
 }
 
 TEST_F(CalloutsThreads, EnginesAreDestroyedWhileEveryKindOfNotificationIsOnItsWay) {

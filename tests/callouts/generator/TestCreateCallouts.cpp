@@ -2,10 +2,19 @@
 
 #include <gmock/gmock.h>
 
+#include <atomic>
+#include <chrono>
 #include <cmath>
+#include <functional>
+#include <latch>
 #include <map>
+#include <random>
+#include <thread>
+#include <utility>
 
 #include "tests/callouts/generator/GeneratorFixture.h"
+#include "zrk/world/Kernel.h"
+#include "zrk/world/World.h"
 
 namespace zrcallouts {
 namespace {
@@ -116,6 +125,82 @@ TEST_F(CreateCallouts, LetsTheEngineAnswerMeanwhile) {
     EXPECT_EQ(Items().GetItemIds().size(), static_cast<std::size_t>(kParts));
     EXPECT_EQ(Shown().size(), static_cast<std::size_t>(kParts)) << "no part gets its number twice";
     for (const auto& callout : Shown()) EXPECT_NE(Text(callout), "");
+}
+
+/// Calls the action again and again on a thread of its own, from the start signal to the end of all.
+class Meanwhile {
+public:
+    Meanwhile(std::latch& start, std::function<void()> action)
+        : m_thread([this, &start, action = std::move(action)] {
+              start.arrive_and_wait();
+              while (!m_stop) {
+                  action();
+                  std::this_thread::sleep_for(std::chrono::milliseconds(1));
+              }
+          }) {}
+    Meanwhile(const Meanwhile&) = delete;
+    Meanwhile& operator=(const Meanwhile&) = delete;
+    ~Meanwhile() {
+        m_stop = true;
+        m_thread.join();
+    }
+
+private:
+    std::atomic<bool> m_stop{false};
+    std::thread m_thread;
+};
+
+// Creation may be at any stage when the host changes something, and when the engine goes.
+TEST_F(CreateCallouts, OutlivesEveryEditAndTheEndOfItsEngine) {
+    constexpr int kEngines = 6;
+    const auto numbered = MakeTemplate({ItemLabel(), Reference("Part", "Mass")});
+    AddGrid();
+    m_grid.resize(kParts / 3);
+    zrk::Kernel::GetKernel()->StartDispatcher();
+    {
+        std::mt19937 random(1);
+        std::mt19937 delays(2);
+        std::latch start(4);
+        const Meanwhile parts(start, [&] {
+            const auto shape = m_grid[random() % m_grid.size()].shape;
+            m_scene->SetVisible(shape, random() % 2 == 0);
+            m_scene->SetLocation(shape,
+                                 dg::Location(dg::FMat33::IDENTITY, {random() % 2 == 0 ? 1.0 : -1.0, 0, 0}));
+            m_scene->RemoveShapeInstance(shape);
+            du::SmartPtr<zrk::Instance> instance;
+            shape->GetInstance(instance);
+            m_scene->CreateShapeInstance(instance);
+            // Where parts are seen is found anew after each edit; creation must get on nevertheless.
+            std::this_thread::sleep_for(std::chrono::milliseconds(20));
+        });
+        const Meanwhile items(start, [&] {
+            const auto list = zritemlist::ItemList::GetItemListForScene(m_scene);
+            const auto ids = list ? list->GetZrkItemList()->GetItemIds() : std::vector<unsigned>();
+            if (ids.empty()) return;
+            list->GetZrkItemList()->SetTag(ids.front(), "T");
+            list->GetZrkItemList()->RemoveItem(ids.back());
+        });
+        const Meanwhile language(start, [] {
+            zrk::World::GetWorld()->SetLanguage("de");
+            zrk::World::GetWorld()->SetLanguage("en");
+        });
+        start.arrive_and_wait();
+        for (int i = 0; i < kEngines; ++i) {
+            m_engine->SetTemplate(numbered);
+            Start(m_grid);
+            std::this_thread::sleep_for(std::chrono::milliseconds(delays() % 4));
+            StopEngine();
+            StartEngine();
+        }
+    }
+    zrk::Kernel::GetKernel()->StopDispatcher();
+    for (const auto& part : m_scene->GetShapeInstances()) m_scene->SetVisible(part, true);
+    m_engine->SetTemplate(numbered);
+    Start(m_grid);
+    WaitForPool();
+    Pump();
+    EXPECT_EQ(m_engine->GetPickRequestCount(), 0U);
+    for (const Part& part : m_grid) EXPECT_EQ(Filed(part).size(), 1U);
 }
 
 }  // namespace

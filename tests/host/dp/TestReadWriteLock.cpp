@@ -13,6 +13,7 @@
 
 #include "dp/ReadLocker.h"
 #include "dp/WriteLocker.h"
+#include "tests/support/Deadline.h"
 
 namespace dp {
 namespace {
@@ -90,6 +91,7 @@ TEST(ReadWriteLock, LetsOthersInExactlyByWhatIsStillHeld) {
 // All hold the lock for reading when the first asks to write: without suspending the others nobody ever
 // could.
 TEST(ReadWriteLock, LetsEightReadersUpgradeAtOnceWithoutLosingAnUpdate) {
+    const zrtest::Deadline deadline(std::chrono::seconds(60));
     constexpr int kThreads = 8;
     constexpr int kRounds = 300;
     ReadWriteLock lock;
@@ -113,6 +115,7 @@ TEST(ReadWriteLock, LetsEightReadersUpgradeAtOnceWithoutLosingAnUpdate) {
 }
 
 TEST(ReadWriteLock, LetsAHolderReenterAndUpgradeWhileAWriterWaits) {
+    const zrtest::Deadline deadline(std::chrono::seconds(60));
     ReadWriteLock lock;
     lock.ReadLock();
     const Rival writer(lock, "w", "W");
