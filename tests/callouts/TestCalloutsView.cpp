@@ -178,6 +178,21 @@ TEST_F(CalloutsView, DrawWhenHiddenDashesEveryLeaderWithoutAsking) {
     m_engine->OnDrawWhenHidden(nullptr, callout);
 }
 
+// The dim colour lies between the two colours of the ground; the border has no part in it.
+TEST_F(CalloutsView, ANewGroundDimsCoveredLeadersAnewUnlessAllAreDashed) {
+    const auto back = Settled(m_back);
+    m_view->SetBackgroundColors({1, 0, 0.5F, 1}, {0, 1, 0.5F, 1}, {0, 0, 0, 1});
+    EXPECT_EQ(Pump(), 1U);
+    EXPECT_EQ(back->GetDimColorAtPos(0), dg::Color(0.5F, 0.5F, 0.5F, 1));
+    m_scene->SetDrawWhenHidden(true);
+    m_view->SetBackgroundColors({1, 1, 1, 1}, {0.5F, 0, 0, 1}, {0, 0, 0, 1});
+    EXPECT_EQ(Pump(), 0U);
+    EXPECT_TRUE(back->IsDimAtPos(0)) << "the leaders are not even looked at";
+    m_scene->SetDrawWhenHidden(false);
+    EXPECT_TRUE(IsCovered(back));
+    EXPECT_EQ(back->GetDimColorAtPos(0), dg::Color(0.75F, 0.5F, 0.5F, 1)) << "but the colours are kept";
+}
+
 TEST_F(CalloutsView, LeadersThatShowNothingAreLeftAsTheyAre) {
     const auto hidden = Settled(m_free);
     hidden->SetVisible("", false);
