@@ -40,10 +40,11 @@ ONLY = {
     "app/render": ["du", "dp", "dg", "zrg"],
     "app/document": HOST + COMPONENT + ["app/import"],
     "app/project": HOST + COMPONENT + ["app/file", "app/import", "app/document"],
+    "app/check": HOST + COMPONENT + ["app/document", "app/project"],
     "app/sheet": HOST + COMPONENT + ["app/import", "app/document", "app/render"],
     "app/export": ["app/file", "app/document", "app/import", "app/render", "app/sheet"],
-    "app/command": HOST + COMPONENT + ["app/file", "app/import", "app/document", "app/project", "app/sheet", "app/export"],
-    "app/cli": HOST + ["app/file", "app/import", "app/document", "app/project", "app/render", "app/sheet", "app/export", "app/command"],
+    "app/command": HOST + COMPONENT + ["app/file", "app/import", "app/document", "app/project", "app/check", "app/sheet", "app/export"],
+    "app/cli": HOST + ["app/file", "app/import", "app/document", "app/project", "app/check", "app/render", "app/sheet", "app/export", "app/command"],
 }
 
 ANYTHING = ["tests", "bench"]

@@ -69,6 +69,17 @@ constexpr const char* kShellExamples =
     "\n"
     "Exit codes: 0 done, 2 a command from a pipe failed.";
 
+constexpr const char* kCheckExamples =
+    "Items without callout or without parts, parts without item, callouts without item or\n"
+    "without leader, leaders to parts that are covered, removed or lost, labels given twice:\n"
+    "one line each, with what to do about it.\n"
+    "\n"
+    "Examples:\n"
+    "  zrsheet check pump.zrsheet\n"
+    "  zrsheet check pump.zrsheet --json | jq '.findings[].kind'\n"
+    "\n"
+    "Exit codes: 0 nothing was found, 1 something was found, 2 the project cannot be opened.";
+
 std::string KnownExtensions() {
     std::string known;
     for (const auto extension : ExportExtensions())
@@ -199,6 +210,14 @@ void DefineShell(CLI::App& shell, ShellRequest& request) {
     shell.footer(kShellExamples);
 }
 
+void DefineCheck(CLI::App& check, CheckRequest& request) {
+    check.add_option("PROJECT", request.project, "A project (.zrsheet)")->type_name("")->required();
+    check.add_option("--model", request.model, "Where its model is now")->type_name("MODEL");
+    check.add_flag("--json", request.asJson, "For programs: a JSON object instead of lines");
+    DefineThreads(check, request.threads);
+    check.footer(kCheckExamples);
+}
+
 void Interpret(const RawOptions& raw, MakeRequest& request) {
     SheetOptions& options = request.options;
     options.view = ParseViewDirection(raw.view);
@@ -244,6 +263,7 @@ CommandLine ReadCommandLine(int argc, const char* const* argv) {
     MakeRequest makeRequest;
     RunRequest runRequest;
     ShellRequest shellRequest;
+    CheckRequest checkRequest;
     RawOptions raw;
     CLI::App app(kAbout, "zrsheet");
     app.set_version_flag("--version", std::string("zrsheet ") + kVersion);
@@ -255,13 +275,16 @@ CommandLine ReadCommandLine(int argc, const char* const* argv) {
                            "balloon; its leader ends on the part, where it is seen best.");
     CLI::App* run = app.add_subcommand("run", "Does what a script says: illustrations step by step.");
     CLI::App* shell = app.add_subcommand("shell", "Does what is typed, command by command.");
+    CLI::App* check = app.add_subcommand("check", "Tells what an illustration still lacks.");
     DefineMake(*make, makeRequest, raw);
     DefineRun(*run, runRequest);
     DefineShell(*shell, shellRequest);
+    DefineCheck(*check, checkRequest);
     try {
         app.parse(argc, argv);
         if (run->parsed()) return runRequest;
         if (shell->parsed()) return shellRequest;
+        if (check->parsed()) return checkRequest;
         Interpret(raw, makeRequest);
         return makeRequest;
     } catch (const CLI::Success& success) {

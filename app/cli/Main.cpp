@@ -5,6 +5,7 @@
 #include <new>
 #include <variant>
 
+#include "app/cli/CheckProject.h"
 #include "app/cli/CommandLine.h"
 #include "app/cli/MakeSheets.h"
 #include "app/cli/RunScript.h"
@@ -12,6 +13,7 @@
 
 namespace {
 
+constexpr int kFound = 1;
 constexpr int kBadInput = 2;
 
 /// One for each request; returns the exit code.
@@ -26,6 +28,9 @@ struct Doing {
     }
     int operator()(const zrsheet::ShellRequest& request) const {
         return zrsheet::Shell(request).Run() ? 0 : kBadInput;
+    }
+    int operator()(const zrsheet::CheckRequest& request) const {
+        return zrsheet::CheckProject(request) ? 0 : kFound;
     }
 };
 

@@ -27,4 +27,11 @@ struct ShellRequest {
     unsigned threads = 0;
 };
 
+struct CheckRequest {
+    std::filesystem::path project;
+    std::filesystem::path model;  // where it is now; empty: where the project says
+    bool asJson = false;
+    unsigned threads = 0;  // 0: as many as the machine has
+};
+
 }  // namespace zrsheet

@@ -145,4 +145,13 @@ std::string ListOrphans(const Project& project) {
     return Counted(table, "no orphans");
 }
 
+std::string ListFindings(const std::vector<Finding>& findings) {
+    TextTable table({"finding", "where", "what to do"});
+    for (const Finding& finding : findings) {
+        table.Add(
+            {std::string(ProblemOf(finding.kind)), finding.where, std::string(RemedyFor(finding.kind))});
+    }
+    return Counted(table, "nothing found");
+}
+
 }  // namespace zrsheet

@@ -4,6 +4,7 @@
 
 #include <string>
 
+#include "app/check/Finding.h"
 #include "app/command/SceneNames.h"
 #include "app/document/Document.h"
 #include "app/project/Project.h"
@@ -20,5 +21,6 @@ namespace zrsheet {
 
 /// Parts that the project refers to and its model has no longer.
 [[nodiscard]] std::string ListOrphans(const Project& project);
+[[nodiscard]] std::string ListFindings(const std::vector<Finding>& findings);
 
 }  // namespace zrsheet

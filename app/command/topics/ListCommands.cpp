@@ -2,6 +2,7 @@
 
 #include <array>
 
+#include "app/check/CompletenessCheck.h"
 #include "app/command/CommandTable.h"
 #include "app/command/Listing.h"
 #include "app/command/Manual.h"
@@ -27,6 +28,12 @@ void List(Session& session, Arguments& arguments) {
     if (kind == "orphans") out << ListOrphans(session.OpenedProject());
 }
 
+void Check(Session& session, Arguments& arguments) {
+    arguments.ExpectEnd();
+    session.Doc().Settle();
+    session.Out() << ListFindings(CheckCompleteness(session.OpenedProject()));
+}
+
 void Help(Session& session, Arguments& arguments) {
     std::string name;
     while (!arguments.IsEmpty()) name += (name.empty() ? "" : " ") + arguments.Take("COMMAND");
@@ -41,6 +48,13 @@ CommandTopic ListCommands() {
               "'list parts' may be given patterns. Orphans are what a project refers to and its model has no "
               "longer.",
               "list callouts", Effect::Reads, "", List},
+             {"check", "", "tell what is not complete yet",
+              "Items without callout or parts, parts without item, callouts without item or leader, leaders "
+              "to what "
+              "is covered or gone, labels given twice; each with what to do. 'zrsheet check PROJECT' tells "
+              "the same "
+              "and ends with code 1 when there is anything.",
+              "check", Effect::Reads, "", Check},
              {"help", "[COMMAND]", "tell about all commands, or about one", "", "help label move",
               Effect::Anything, "", Help}}};
 }

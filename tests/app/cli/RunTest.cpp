@@ -26,6 +26,25 @@ TEST_F(RunScript, EndsWithACodeAndSaysWhere) {
     ExpectRefused({"run", "good.zrs", "nought.zrsheet"}, "nought.zrsheet");
 }
 
+// What a script that makes sheets at night looks at.
+TEST_F(RunScript, CheckingEndsWithACodeOfItsOwn) {
+    Write("wedge.gltf", SmallModel());
+    Write("make.zrs", "import wedge.gltf\nsave bare.zrsheet\ncreate\nsave done.zrsheet\n");
+    ASSERT_EQ(Run({"run", "make.zrs"}).exitCode, 0);
+    const CliResult done = Run({"check", "done.zrsheet"});
+    EXPECT_EQ(done.exitCode, 0);
+    EXPECT_EQ(done.out, "nothing found\n");
+    const CliResult bare = Run({"check", "bare.zrsheet"});
+    EXPECT_EQ(bare.exitCode, 1);
+    EXPECT_NE(bare.out.find("\nitem without callout  item 1 (#1"), std::string::npos) << bare.out;
+    const CliResult json = Run({"check", "bare.zrsheet", "--json"});
+    EXPECT_EQ(json.exitCode, 1);
+    EXPECT_NE(json.out.find("\"kind\": \"item-without-callout\""), std::string::npos) << json.out;
+    std::filesystem::rename(In("wedge.gltf"), In("moved.gltf"));
+    ExpectRefused({"check", "done.zrsheet"}, "wedge.gltf");
+    EXPECT_EQ(Run({"check", "done.zrsheet", "--model", "moved.gltf"}).exitCode, 0);
+}
+
 TEST_F(RunScript, HelpReadsLikeAManual) {
     for (const std::vector<std::string>& words :
          {std::vector<std::string>{"run", "SCRIPT", "PROJECT", "--keep-going", "FILE:LINE", "Exit codes",
