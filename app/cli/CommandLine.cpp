@@ -3,9 +3,11 @@
 #include <CLI/CLI.hpp>
 #include <cstdio>
 #include <map>
+#include <optional>
 #include <string>
 #include <vector>
 
+#include "app/document/StyleChoices.h"
 #include "app/document/UserError.h"
 #include "app/export/ExportSheet.h"
 #include "app/sheet/PageLayout.h"
@@ -113,6 +115,9 @@ struct RawOptions {
     std::string view = "iso";
     std::string size = "1600x1000";
     std::string numbering = "flat";
+    std::optional<std::string> shape;
+    std::optional<std::string> terminator;
+    std::optional<double> fontSize;
     bool combine = false;
     bool drawOne = false;
     bool perInstance = false;
@@ -171,6 +176,19 @@ void DefineCallouts(CLI::App& make, SheetOptions& options, RawOptions& raw) {
         ->type_name("TEXT")
         ->group("Callouts")
         ->capture_default_str();
+    make.add_option("--balloon", raw.shape,
+                    "The shape of balloons: round, hexagon, box, none (underlined\ntext) or split (a line "
+                    "below the first line of the text)")
+        ->type_name("SHAPE")
+        ->group("Callouts");
+    make.add_option("--terminator", raw.terminator,
+                    "What leaders end with: dot, arrow, none or auto, an arrow on\nedges and outlines and "
+                    "else a dot")
+        ->type_name("KIND")
+        ->group("Callouts");
+    make.add_option("--font-size", raw.fontSize, "Of the text of balloons, in pixels")
+        ->type_name("N")
+        ->group("Callouts");
     auto* drawOne =
         make.add_flag("--draw-one", raw.drawOne,
                       "A part that is there several times gets one balloon with a\nleader to the instance "
@@ -225,6 +243,9 @@ void Interpret(const RawOptions& raw, MakeRequest& request) {
     options.isHierarchical = raw.numbering == "hierarchical";
     if (raw.combine) options.leaders = LeaderChoice::All;
     if (raw.perInstance) options.leaders = LeaderChoice::PerInstance;
+    if (raw.shape) options.style.shape = ParseShape(*raw.shape);
+    if (raw.terminator) options.style.terminator = ParseTerminator(*raw.terminator);
+    if (raw.fontSize) options.style.fontSize = CheckedFontSize(*raw.fontSize);
     CheckOutputs(request);
 }
 

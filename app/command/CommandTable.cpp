@@ -12,6 +12,7 @@
 #include "app/command/topics/ListCommands.h"
 #include "app/command/topics/PartCommands.h"
 #include "app/command/topics/PictureCommands.h"
+#include "app/command/topics/StyleCommands.h"
 #include "app/command/topics/SymbolCommands.h"
 #include "app/command/topics/TemplateCommands.h"
 #include "app/document/UserError.h"
@@ -33,9 +34,9 @@ const CommandTable& CommandTable::Get() {
 }
 
 CommandTable::CommandTable()
-    : m_topics{FileCommands(),     PartCommands(),    CalloutCommands(), LabelCommands(),
-               TemplateCommands(), ItemCommands(),    InsetCommands(),   SymbolCommands(),
-               PictureCommands(),  HistoryCommands(), ListCommands()} {}
+    : m_topics{FileCommands(),   PartCommands(),     CalloutCommands(), LabelCommands(),
+               StyleCommands(),  TemplateCommands(), ItemCommands(),    InsetCommands(),
+               SymbolCommands(), PictureCommands(),  HistoryCommands(), ListCommands()} {}
 
 const Command* CommandTable::Find(std::string_view name) const {
     for (const CommandTopic& topic : m_topics) {

@@ -6,6 +6,7 @@
 #include "app/command/LabelPlace.h"
 #include "app/command/TextTable.h"
 #include "app/document/CalloutIds.h"
+#include "app/document/StyleChoices.h"
 
 namespace zrsheet {
 namespace {
@@ -105,6 +106,24 @@ std::string ListCallouts(const Document& document) {
                    FirstTarget(*callouts[i])});
     }
     return Counted(table, "no callouts");
+}
+
+std::string ListStyles(const Document& document) {
+    TextTable table({"callout", "shape", "terminator", "size", "line"});
+    const auto add = [&table](const std::string& name, const zrannotations::CalloutStyle& style) {
+        table.Add({name, style.shape ? std::string(WordOf(*style.shape)) : "-",
+                   style.terminator ? std::string(WordOf(*style.terminator)) : "-",
+                   style.fontSize ? Rounded(*style.fontSize, 2) : "-",
+                   style.lineWidth ? Rounded(*style.lineWidth, 2) : "-"});
+    };
+    add("all", document.Style());
+    const auto callouts = document.Callouts();
+    const auto ids = CalloutIds(callouts);
+    for (std::size_t i = 0; i < callouts.size(); ++i) {
+        const auto style = callouts[i]->GetStyle();
+        if (style != zrannotations::CalloutStyle()) add(ids[i], style);
+    }
+    return table.Text();
 }
 
 std::string ListTemplates(const Document& document) {

@@ -15,6 +15,8 @@ namespace zrsheet {
 [[nodiscard]] std::string ListParts(const Document& document, const Names& patterns);
 [[nodiscard]] std::string ListItems(const Document& document);
 [[nodiscard]] std::string ListCallouts(const Document& document);
+/// What the author chose for all, and for single ones.
+[[nodiscard]] std::string ListStyles(const Document& document);
 [[nodiscard]] std::string ListTemplates(const Document& document);
 [[nodiscard]] std::string ListInsets(const Document& document);
 [[nodiscard]] std::string ListSymbols(const Document& document);

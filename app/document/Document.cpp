@@ -94,6 +94,11 @@ void Document::SetPage(int width, int height) {
     Record([this, before] { m_page = before; }, [this, after] { m_page = after; });
 }
 
+void Document::SetStyle(const zrannotations::CalloutStyle& style) {
+    const auto before = std::exchange(m_style, style);
+    Record([this, before] { m_style = before; }, [this, style] { m_style = style; });
+}
+
 LeaderChoice Document::Leaders() const {
     if (m_engine->GetDrawOneForSamePart()) return LeaderChoice::One;
     return m_engine->GetCombineForSamePart() ? LeaderChoice::All : LeaderChoice::PerInstance;

@@ -73,6 +73,10 @@ public:
     [[nodiscard]] std::string Language() const;
     void SetLanguage(const std::string& language);
 
+    /// Of all callouts that have none of their own.
+    [[nodiscard]] const zrannotations::CalloutStyle& Style() const { return m_style; }
+    void SetStyle(const zrannotations::CalloutStyle& style);
+
     // Label templates. Changes can be undone.
     [[nodiscard]] const TemplateLibrary& Templates() const { return m_templates; }
     /// Defines or changes a template. Throws UserError when the text is wrong.
@@ -127,6 +131,7 @@ private:
     du::SmartPtr<zritemlist::ItemList> m_itemList;
     du::SmartPtr<zrcallouts::Callouts> m_engine;
     std::pair<int, int> m_page;
+    zrannotations::CalloutStyle m_style;
     Look m_checked;  // when leaders were last checked
 };
 

@@ -13,6 +13,7 @@ using zrannotations::LabelContent;
 using Content = du::SmartPtr<LabelContent>;
 
 constexpr std::string_view kPropertyPrefix = "property:";
+constexpr std::string_view kLineBreak = "line";
 
 Content Reference(const std::string& group, const std::string& name) {
     return Content(new LabelContent(group, name, zrannotations::TextProperties()));
@@ -56,9 +57,14 @@ private:
             throw UserError("template '" + m_text + "': the brace at character " + std::to_string(m_at + 1) +
                             " has no partner; write it twice for a brace in the text");
         }
-        FlushLiteral();
-        m_contents.push_back(Placeholder(m_text.substr(m_at + 1, end - m_at - 1), m_text));
+        const std::string name = m_text.substr(m_at + 1, end - m_at - 1);
         m_at = end + 1;
+        if (name == kLineBreak) {
+            m_literal += '\n';
+            return;
+        }
+        FlushLiteral();
+        m_contents.push_back(Placeholder(name, m_text));
     }
 
     void FlushLiteral() {

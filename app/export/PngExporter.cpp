@@ -8,6 +8,7 @@
 #include <cstdlib>
 #include <memory>
 #include <numbers>
+#include <vector>
 
 #include "app/export/ExportError.h"
 #include "app/export/SheetDrawing.h"
@@ -108,12 +109,14 @@ public:
     void PaintCallout(const DrawnCallout& callout) {
         for (const DrawnLeader& leader : callout.leaders) {
             PaintLine(leader.halo);
-            PaintDisc(leader.dotHalo);
+            if (leader.dotHalo) PaintDisc(*leader.dotHalo);
+            if (leader.arrowHalo) PaintArrow(*leader.arrowHalo);
             PaintLine(leader.line);
-            PaintDisc(leader.dot);
+            if (leader.dot) PaintDisc(*leader.dot);
+            if (leader.arrow) PaintArrow(*leader.arrow);
         }
         PaintBalloon(callout.balloon);
-        PaintText(callout.label);
+        for (const DrawnText& line : callout.label) PaintText(line);
     }
 
     void PaintLine(const DrawnLine& line) {
@@ -150,26 +153,52 @@ private:
 
     void PaintRing(const DrawnRing& ring) {
         SetColor(ring.color);
-        cairo_set_line_width(m_cairo, ring.width);
-        cairo_set_dash(m_cairo, nullptr, 0, 0.0);
         TraceCircle(ring.circle);
-        cairo_stroke(m_cairo);
+        StrokePath(ring.width);
     }
 
-    void PaintBalloon(const DrawnBalloon& balloon) {
+    void TraceCorners(const std::vector<PagePoint>& corners) {
+        cairo_new_path(m_cairo);
+        for (const PagePoint& corner : corners) cairo_line_to(m_cairo, corner.x, corner.y);
+        cairo_close_path(m_cairo);
+    }
+
+    void TraceRoundBox(const PageBox& box, double r) {
         const double quarter = 0.5 * std::numbers::pi;
-        const PageBox& box = balloon.box;
-        const double r = balloon.radius;
         cairo_new_path(m_cairo);
         cairo_arc(m_cairo, box.x1 - r, box.y0 + r, r, -quarter, 0.0);
         cairo_arc(m_cairo, box.x1 - r, box.y1 - r, r, 0.0, quarter);
         cairo_arc(m_cairo, box.x0 + r, box.y1 - r, r, quarter, 2.0 * quarter);
         cairo_arc(m_cairo, box.x0 + r, box.y0 + r, r, 2.0 * quarter, 3.0 * quarter);
         cairo_close_path(m_cairo);
-        SetColor(kPaperColor);
+    }
+
+    void PaintArrow(const DrawnArrow& arrow) {
+        SetColor(arrow.color);
+        TraceCorners(arrow.corners);
         cairo_fill_preserve(m_cairo);
-        SetColor(balloon.color);
-        cairo_set_line_width(m_cairo, balloon.lineWidth);
+        if (arrow.lineWidth > 0.0) {
+            cairo_set_line_join(m_cairo, CAIRO_LINE_JOIN_ROUND);
+            StrokePath(arrow.lineWidth);
+            cairo_set_line_join(m_cairo, CAIRO_LINE_JOIN_MITER);
+        }
+        cairo_new_path(m_cairo);
+    }
+
+    void PaintBalloon(const DrawnBalloon& balloon) {
+        if (balloon.outline == BalloonOutline::kRound) TraceRoundBox(balloon.box, balloon.radius);
+        if (balloon.outline == BalloonOutline::kCorners) TraceCorners(balloon.corners);
+        if (balloon.outline != BalloonOutline::kNone) {
+            SetColor(kPaperColor);
+            cairo_fill_preserve(m_cairo);
+            SetColor(balloon.color);
+            StrokePath(balloon.lineWidth);
+        }
+        for (const DrawnLine& rule : balloon.rules) PaintLine(rule);
+    }
+
+    void StrokePath(double width) {
+        cairo_set_line_width(m_cairo, width);
         cairo_set_dash(m_cairo, nullptr, 0, 0.0);
         cairo_stroke(m_cairo);
     }

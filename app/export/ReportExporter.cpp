@@ -3,6 +3,7 @@
 #include <cmath>
 #include <nlohmann/json.hpp>
 
+#include "app/document/StyleChoices.h"
 #include "app/file/AtomicFile.h"
 
 namespace zrsheet {
@@ -24,12 +25,16 @@ Json CalloutJson(const SheetCallout& callout) {
     if (callout.hasItem) json["itemId"] = callout.itemId;
     json["label"] = callout.label;
     json["box"] = BoxJson(callout.box);
+    json["style"] = {{"shape", WordOf(callout.look.shape)},
+                     {"fontSize", Rounded(callout.look.fontSize)},
+                     {"lineWidth", Rounded(callout.look.lineWidth)}};
     json["leaders"] = Json::array();
     for (const SheetLeader& leader : callout.leaders) {
         json["leaders"].push_back({{"anchor", PointJson(leader.anchor)},
                                    {"end", PointJson(leader.end)},
                                    {"instance", leader.instance},
-                                   {"visible", leader.visible}});
+                                   {"visible", leader.visible},
+                                   {"terminator", WordOf(leader.terminator)}});
     }
     return json;
 }

@@ -7,22 +7,56 @@
 
 #include "app/render/CleanText.h"
 #include "app/render/TextMetrics.h"
+#include "app/sheet/BalloonForm.h"
 
 namespace zrsheet {
 namespace {
 
 constexpr double kHalo = 1.4;  // white on each side of a leader
+// Of arrows: page pixels, and what comes to them with the line's width.
+constexpr double kArrowLength = 6.0;
+constexpr double kArrowGrowth = 2.5;
+constexpr double kArrowSlope = 0.28;  // of half the base to the length
 constexpr double kHeadRuleWidth = 1.2;
 constexpr double kRowRuleWidth = 0.5;
 constexpr const char* kRowRuleColor = "#b8b8b8";
 
 double Middle(double a, double b) { return 0.5 * (a + b); }
 
-DrawnLeader DrawLeader(const SheetLeader& leader, const SheetStyle& style) {
-    return {{leader.end, leader.anchor, style.leaderWidth + 2.0 * kHalo, kPaperColor, false},
-            {leader.anchor, style.dotRadius + kHalo, kPaperColor},
-            {leader.end, leader.anchor, style.leaderWidth, leader.color, !leader.visible},
-            {leader.anchor, style.dotRadius, leader.color}};
+/// Where the arrow of a leader ends behind its tip.
+PagePoint ArrowBase(const SheetLeader& leader, double length) {
+    const double dx = leader.end.x - leader.anchor.x;
+    const double dy = leader.end.y - leader.anchor.y;
+    const double distance = std::hypot(dx, dy);
+    const double share = distance > 0.0 ? std::min(length / distance, 1.0) : 0.0;
+    return {leader.anchor.x + share * dx, leader.anchor.y + share * dy};
+}
+
+DrawnArrow DrawArrow(const PagePoint& tip, const PagePoint& base, double width, const std::string& color) {
+    const PagePoint across{kArrowSlope * (base.y - tip.y), kArrowSlope * (tip.x - base.x)};
+    return {
+        {tip, {base.x + across.x, base.y + across.y}, {base.x - across.x, base.y - across.y}}, width, color};
+}
+
+DrawnLeader DrawLeader(const SheetLeader& leader, const SheetStyle& style, double lineWidth) {
+    using zrannotations::Terminator;
+    const double width = style.leaderWidth * lineWidth / style.balloonWidth;
+    const bool isArrow = leader.terminator == Terminator::Arrow;
+    const PagePoint base = ArrowBase(leader, kArrowLength + kArrowGrowth * lineWidth);
+    const PagePoint end = isArrow ? base : leader.anchor;
+    DrawnLeader drawn;
+    drawn.halo = {leader.end, end, width + 2.0 * kHalo, kPaperColor, false};
+    drawn.line = {leader.end, end, width, leader.color, !leader.visible};
+    if (leader.terminator == Terminator::Dot) {
+        const double radius = style.dotRadius + lineWidth - style.balloonWidth;
+        drawn.dotHalo = {leader.anchor, radius + kHalo, kPaperColor};
+        drawn.dot = {leader.anchor, radius, leader.color};
+    }
+    if (isArrow) {
+        drawn.arrowHalo = DrawArrow(leader.anchor, base, 2.0 * kHalo, kPaperColor);
+        drawn.arrow = DrawArrow(leader.anchor, base, 0.0, leader.color);
+    }
+    return drawn;
 }
 
 /// The lines that touch both circles from outside; none when one circle holds the other.
@@ -61,19 +95,51 @@ DrawnInset DrawInset(const SheetInset& inset, const SheetStyle& style) {
     return drawn;
 }
 
+/// The line below bare text, or between the halves of a split balloon.
+std::vector<DrawnLine> DrawRules(const SheetCallout& callout, std::size_t lines, const std::string& color) {
+    using zrannotations::BalloonShape;
+    const PageBox& box = callout.box;
+    const bool isSplit = callout.look.shape == BalloonShape::Split && lines > 1;
+    if (!isSplit && callout.look.shape != BalloonShape::None) return {};
+    const double y = isSplit ? Middle(box.y0, box.y1) : box.y1;
+    return {{{box.x0, y}, {box.x1, y}, callout.look.lineWidth, color, false}};
+}
+
+DrawnBalloon DrawBalloon(const SheetCallout& callout, std::size_t lines, const std::string& color) {
+    const PageBox& box = callout.box;
+    DrawnBalloon drawn;
+    drawn.box = box;
+    drawn.lineWidth = callout.look.lineWidth;
+    drawn.color = color;
+    drawn.rules = DrawRules(callout, lines, color);
+    drawn.corners = CornersOf(callout.look.shape, box);
+    if (!drawn.corners.empty()) {
+        drawn.outline = BalloonOutline::kCorners;
+    } else if (callout.look.shape == zrannotations::BalloonShape::None) {
+        drawn.outline = BalloonOutline::kNone;
+    } else {
+        drawn.radius = 0.5 * std::min(box.x1 - box.x0, box.y1 - box.y0);
+    }
+    return drawn;
+}
+
 DrawnCallout DrawCallout(const SheetCallout& callout, const SheetStyle& style) {
     const PageBox& box = callout.box;
+    const CalloutLook& look = callout.look;
     DrawnCallout drawn;
-    for (const SheetLeader& leader : callout.leaders) drawn.leaders.push_back(DrawLeader(leader, style));
-    drawn.balloon = {box, 0.5 * std::min(box.x1 - box.x0, box.y1 - box.y0), style.balloonWidth,
-                     style.inkColor};
-    const double baseline = Middle(box.y0, box.y1) + 0.5 * CapHeight(style.fontSize);
-    drawn.label = {CleanText(callout.label),
-                   {Middle(box.x0, box.x1), baseline},
-                   TextAlign::kMiddle,
-                   style.fontSize,
-                   false,
-                   style.inkColor};
+    for (const SheetLeader& leader : callout.leaders)
+        drawn.leaders.push_back(DrawLeader(leader, style, look.lineWidth));
+    const auto lines = LabelLines(callout.label, look.shape);
+    drawn.balloon = DrawBalloon(callout, lines.size(), style.inkColor);
+    for (std::size_t i = 0; i < lines.size(); ++i) {
+        const double middle = Middle(box.y0, box.y1) + LineOffset(look, i, lines.size());
+        drawn.label.push_back({CleanText(lines[i]),
+                               {Middle(box.x0, box.x1), middle + 0.5 * CapHeight(look.fontSize)},
+                               TextAlign::kMiddle,
+                               look.fontSize,
+                               false,
+                               style.inkColor});
+    }
     return drawn;
 }
 

@@ -2,6 +2,7 @@
 
 #pragma once
 
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -44,18 +45,36 @@ struct DrawnText {
     std::string color;
 };
 
+/// Filled, with a line around in the same colour.
+struct DrawnArrow {
+    std::vector<PagePoint> corners;  // the tip first
+    double lineWidth = 0.0;
+    std::string color;
+};
+
 /// Painted in this order: the white ones keep the black ones readable over dark edges.
 struct DrawnLeader {
     DrawnLine halo;
-    DrawnDisc dotHalo;
+    std::optional<DrawnDisc> dotHalo;
+    std::optional<DrawnArrow> arrowHalo;
     DrawnLine line;
-    DrawnDisc dot;
+    std::optional<DrawnDisc> dot;
+    std::optional<DrawnArrow> arrow;
 };
 
-/// A white box with round ends and a line around; a circle when it is as wide as high.
+enum class BalloonOutline {
+    kRound,    // with half circles as ends; a circle when it is as wide as high
+    kCorners,  // straight from corner to corner
+    kNone,
+};
+
+/// White, with a line around; `rules` are painted over it.
 struct DrawnBalloon {
+    BalloonOutline outline = BalloonOutline::kRound;
     PageBox box;
-    double radius = 0.0;
+    double radius = 0.0;             // of round ones
+    std::vector<PagePoint> corners;  // of others
+    std::vector<DrawnLine> rules;
     double lineWidth = 0.0;
     std::string color;
 };
@@ -71,7 +90,7 @@ struct DrawnInset {
 struct DrawnCallout {
     std::vector<DrawnLeader> leaders;
     DrawnBalloon balloon;
-    DrawnText label;
+    std::vector<DrawnText> label;  // line by line
 };
 
 struct SheetDrawing {

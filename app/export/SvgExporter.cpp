@@ -94,25 +94,48 @@ void AddText(Node parent, const DrawnText& text) {
     node.text().set(text.text.c_str());
 }
 
+Node AddPolygon(Node parent, const std::vector<PagePoint>& corners) {
+    std::string points;
+    for (const PagePoint& corner : corners)
+        points += (points.empty() ? "" : " ") + Number(corner.x) + "," + Number(corner.y);
+    Node node = parent.append_child("polygon");
+    Set(node, "points", points);
+    return node;
+}
+
+void AddArrow(Node parent, const DrawnArrow& arrow) {
+    Node node = AddPolygon(parent, arrow.corners);
+    Set(node, "fill", arrow.color);
+    if (arrow.lineWidth <= 0.0) return;
+    Set(node, "stroke", arrow.color);
+    Set(node, "stroke-width", arrow.lineWidth);
+    Set(node, "stroke-linejoin", "round");
+}
+
+Node AddRoundBox(Node parent, const PageBox& box, double radius) {
+    const double width = box.x1 - box.x0;
+    const double height = box.y1 - box.y0;
+    if (std::abs(width - height) < 0.01)
+        return AddCircle(parent, {{0.5 * (box.x0 + box.x1), 0.5 * (box.y0 + box.y1)}, radius});
+    Node node = parent.append_child("rect");
+    Set(node, "x", box.x0);
+    Set(node, "y", box.y0);
+    Set(node, "width", width);
+    Set(node, "height", height);
+    Set(node, "rx", radius);
+    return node;
+}
+
 void AddBalloon(Node parent, const DrawnBalloon& balloon) {
-    const double width = balloon.box.x1 - balloon.box.x0;
-    const double height = balloon.box.y1 - balloon.box.y0;
-    const bool isCircle = std::abs(width - height) < 0.01;
-    Node node = parent.append_child(isCircle ? "circle" : "rect");
-    if (isCircle) {
-        Set(node, "cx", 0.5 * (balloon.box.x0 + balloon.box.x1));
-        Set(node, "cy", 0.5 * (balloon.box.y0 + balloon.box.y1));
-        Set(node, "r", balloon.radius);
-    } else {
-        Set(node, "x", balloon.box.x0);
-        Set(node, "y", balloon.box.y0);
-        Set(node, "width", width);
-        Set(node, "height", height);
-        Set(node, "rx", balloon.radius);
+    if (balloon.outline != BalloonOutline::kNone) {
+        Node node = balloon.outline == BalloonOutline::kRound
+                        ? AddRoundBox(parent, balloon.box, balloon.radius)
+                        : AddPolygon(parent, balloon.corners);
+        Set(node, "fill", kPaperColor);
+        Set(node, "stroke", balloon.color);
+        Set(node, "stroke-width", balloon.lineWidth);
     }
-    Set(node, "fill", kPaperColor);
-    Set(node, "stroke", balloon.color);
-    Set(node, "stroke-width", balloon.lineWidth);
+    for (const DrawnLine& rule : balloon.rules) AddLine(parent, rule);
 }
 
 /// Gives out ids of letters, digits, '-', '_' and '.', no two alike.
@@ -153,13 +176,15 @@ void AddCallout(Node parent, const SheetCallout& callout, const DrawnCallout& dr
     for (const DrawnLeader& leader : drawn.leaders) {
         Node leaderGroup = AddGroup(group, "leader");
         AddLine(leaderGroup, leader.halo);
-        AddDisc(leaderGroup, leader.dotHalo);
+        if (leader.dotHalo) AddDisc(leaderGroup, *leader.dotHalo);
+        if (leader.arrowHalo) AddArrow(leaderGroup, *leader.arrowHalo);
         AddLine(leaderGroup, leader.line);
-        AddDisc(leaderGroup, leader.dot);
+        if (leader.dot) AddDisc(leaderGroup, *leader.dot);
+        if (leader.arrow) AddArrow(leaderGroup, *leader.arrow);
     }
     Node label = AddGroup(group, "label");
     AddBalloon(label, drawn.balloon);
-    AddText(label, drawn.label);
+    for (const DrawnText& line : drawn.label) AddText(label, line);
 }
 
 Node AddImage(Node parent, const Raster& picture, const PageBox& box) {

@@ -84,6 +84,7 @@ private:
         m_document.SetLeaders(m_project.settings.leaders);
         m_document.SetLanguage(m_project.settings.language);
         m_document.Scene()->SetDrawWhenHidden(m_project.settings.drawWhenHidden);
+        m_document.SetStyle(m_project.style);
         std::set<std::string> names;
         for (const auto& each : m_project.templates) {
             m_document.DefineTemplate(each.name, each.text);
@@ -210,6 +211,7 @@ private:
             state.pixel = PointOf(*saved.pixel);
         }
         state.viewId = saved.view;
+        state.style = saved.style;
         return state;
     }
 

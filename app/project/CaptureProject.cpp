@@ -74,6 +74,7 @@ private:
         m_project.page = {m_document.PageWidth(), m_document.PageHeight()};
         m_project.settings = {m_document.Language(), m_document.Leaders(),
                               m_document.Scene()->GetDrawWhenHidden(), m_document.CurrentTemplate()};
+        m_project.style = m_document.Style();
         const TemplateLibrary& templates = m_document.Templates();
         for (const auto& name : templates.Names())
             m_project.templates.push_back({name, templates.Get(name)->text});
@@ -231,6 +232,7 @@ private:
         if (state.screenView) callout.pixel = PointOf(state.pixel);
         callout.anchorCalculated = state.isAnchorCalculated;
         callout.view = state.viewId;
+        callout.style = state.style;
         for (const auto& leader : state.leaders) callout.leaders.push_back(LeaderOf(leader));
         for (const auto& member : state.members) {
             if (member.callout) callout.members.push_back(CalloutOf(member.state));

@@ -14,6 +14,7 @@
 #include <vector>
 
 #include "app/document/LeaderChoice.h"
+#include "zrannotations/CalloutStyle.h"
 
 namespace zrsheet {
 
@@ -169,6 +170,9 @@ struct ProjectLeader {
     friend bool operator==(const ProjectLeader&, const ProjectLeader&) = default;
 };
 
+/// Of a callout, or of all callouts that have none of their own.
+using ProjectStyle = zrannotations::CalloutStyle;
+
 enum class ProjectCalloutType { Shape, Free, Assembly };
 
 struct ProjectCallout {
@@ -185,6 +189,7 @@ struct ProjectCallout {
     std::optional<ProjectPoint> pixel;  // set: the label stays there while the camera moves
     bool anchorCalculated = false;
     unsigned view = 0;  // in which it was made; 0 for none
+    ProjectStyle style;
     std::vector<ProjectLeader> leaders;
     std::vector<ProjectCallout> members;  // of a combined callout; they have none themselves
 
@@ -199,6 +204,7 @@ struct ProjectData {
     ProjectCamera camera;
     ProjectBackground background;
     ProjectSettings settings;
+    ProjectStyle style;
     ProjectNumbering numbering;
     std::vector<ProjectTemplate> templates;
     std::vector<ProjectPart> parts;

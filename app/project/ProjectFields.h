@@ -13,6 +13,7 @@
 #include <type_traits>
 #include <utility>
 
+#include "app/document/StyleChoices.h"
 #include "app/project/ProjectData.h"
 
 namespace zrsheet {
@@ -56,6 +57,16 @@ inline constexpr FieldRule<double> kRadius{[](const double& value) { return valu
                                            "a number from 0 to 1000000"};
 inline constexpr FieldRule<double> kFactor{[](const double& value) { return value >= 1e-3 && value <= 1e6; },
                                            "a number from 0.001 to 1000000"};
+inline constexpr FieldRule<std::optional<double>> kFontSize{
+    [](const std::optional<double>& size) {
+        return !size || (*size >= kLeastFontSize && *size <= kMostFontSize);
+    },
+    "a number from 4 to 200"};
+inline constexpr FieldRule<std::optional<double>> kLineWidth{
+    [](const std::optional<double>& width) {
+        return !width || (*width >= kLeastLineWidth && *width <= kMostLineWidth);
+    },
+    "a number from 0.1 to 20"};
 inline constexpr FieldRule<ProjectColor> kColor{[](const ProjectColor& color) {
                                                     for (const double value : color) {
                                                         if (value < 0.0 || value > 1.0) return false;
@@ -86,6 +97,11 @@ template <>
 inline constexpr std::array<std::string_view, 3> kWords<LeaderChoice>{"one", "all", "per-instance"};
 template <>
 inline constexpr std::array<std::string_view, 3> kWords<ProjectCalloutType>{"shape", "free", "assembly"};
+
+template <>
+inline constexpr auto kWords<zrannotations::BalloonShape> = kShapeWords;
+template <>
+inline constexpr auto kWords<zrannotations::Terminator> = kTerminatorWords;
 
 template <class T>
 using Kind = std::type_identity<T>;
@@ -130,6 +146,14 @@ void DescribeFields(Fields& fields, Kind<ProjectSettings>) {
     fields.Required("leaders", &ProjectSettings::leaders);
     fields.Required("drawWhenHidden", &ProjectSettings::drawWhenHidden);
     fields.Required("labelTemplate", &ProjectSettings::labelTemplate, kNotEmpty);
+}
+
+template <class Fields>
+void DescribeFields(Fields& fields, Kind<ProjectStyle>) {
+    fields.Optional("shape", &ProjectStyle::shape);
+    fields.Optional("terminator", &ProjectStyle::terminator);
+    fields.Optional("fontSize", &ProjectStyle::fontSize, kFontSize);
+    fields.Optional("lineWidth", &ProjectStyle::lineWidth, kLineWidth);
 }
 
 template <class Fields>
@@ -231,6 +255,7 @@ void DescribeFields(Fields& fields, Kind<ProjectCallout>) {
     fields.Optional("pixel", &ProjectCallout::pixel);
     fields.Optional("anchorCalculated", &ProjectCallout::anchorCalculated);
     fields.Optional("view", &ProjectCallout::view, kIdOrNone);
+    fields.Optional("style", &ProjectCallout::style);
     fields.Optional("leaders", &ProjectCallout::leaders);
     fields.Optional("members", &ProjectCallout::members);
 }
@@ -244,6 +269,7 @@ void DescribeFields(Fields& fields, Kind<ProjectData>) {
     fields.Required("camera", &ProjectData::camera);
     fields.Required("background", &ProjectData::background);
     fields.Required("settings", &ProjectData::settings);
+    fields.Optional("style", &ProjectData::style);
     fields.Required("numbering", &ProjectData::numbering);
     fields.Required("templates", &ProjectData::templates);
     fields.Optional("parts", &ProjectData::parts);

@@ -8,16 +8,15 @@
 #include <utility>
 
 #include "app/document/CalloutIds.h"
-#include "app/render/TextMetrics.h"
+#include "app/render/ParallelFor.h"
+#include "app/sheet/BalloonForm.h"
 #include "zrk/scene/ShapeView.h"
 
 namespace zrsheet {
 namespace {
 
 using zrannotations::Callout;
-
-constexpr double kBalloonHeight = 2.0;  // font sizes
-constexpr double kLabelPadding = 0.7;   // font sizes, both ends of a capsule together
+using zrannotations::Terminator;
 
 PagePoint OnPage(const dg::DPoint3D& pixel, const PageBox& figure) {
     return {figure.x0 + pixel.x, figure.y0 + pixel.y};
@@ -47,38 +46,12 @@ std::string Dimmed(const std::string& ink, const dg::Color& ground) {
     return fmt::format("#{:02x}{:02x}{:02x}", mix(16, ground.r), mix(8, ground.g), mix(0, ground.b));
 }
 
-std::vector<SheetLeader> LeadersOf(const Callout& callout, const dg::Camera3D& camera, const PageBox& figure,
-                                   const std::string& ink) {
-    std::vector<SheetLeader> leaders;
-    for (const unsigned position : callout.GetDrawnLeaders()) {
-        dg::DPoint3D pixel;
-        if (!AnchorPixel(callout, position, camera, pixel)) continue;
-        SheetLeader leader;
-        leader.anchor = OnPage(pixel, figure);
-        leader.instance = callout.GetShapeInstanceIdAtPos(position);
-        leader.visible = !callout.IsHiddenAsDashedAtPos(position);
-        leader.color = callout.IsDimAtPos(position) ? Dimmed(ink, callout.GetDimColorAtPos(position)) : ink;
-        leaders.push_back(leader);
-    }
-    return leaders;
-}
-
-/// Where the line from the balloon to the anchor leaves the balloon, whose ends are half circles.
-PagePoint RimTowards(const PageBox& box, const PagePoint& anchor) {
-    const double radius = 0.5 * (box.y1 - box.y0);
-    const PagePoint core{std::clamp(anchor.x, box.x0 + radius, std::max(box.x1 - radius, box.x0 + radius)),
-                         0.5 * (box.y0 + box.y1)};
-    const double distance = std::hypot(anchor.x - core.x, anchor.y - core.y);
-    if (distance <= radius) return anchor;
-    return {core.x + (anchor.x - core.x) * radius / distance,
-            core.y + (anchor.y - core.y) * radius / distance};
-}
-
 }  // namespace
 
-CalloutPlates::CalloutPlates(const std::vector<du::SmartPtr<Callout>>& callouts, const PageBox& figure,
+CalloutPlates::CalloutPlates(const std::vector<du::SmartPtr<Callout>>& callouts,
+                             const zrannotations::CalloutStyle& ofDocument, const PageBox& figure,
                              const SheetStyle& style)
-    : m_figure(figure), m_height(std::round(kBalloonHeight * style.fontSize)) {
+    : m_figure(figure), m_style(ofDocument) {
     const auto ids = CalloutIds(callouts);
     for (std::size_t i = 0; i < callouts.size(); ++i) {
         const auto& callout = callouts[i];
@@ -91,13 +64,14 @@ CalloutPlates::CalloutPlates(const std::vector<du::SmartPtr<Callout>>& callouts,
         plate.hasItem = callout->GetItemId(plate.itemId);
         plate.id = ids[i];
         plate.label = callout->GetMarkupText().Text();
-        plate.leaders = LeadersOf(*callout, camera, figure, style.inkColor);
+        plate.look = LookOf(callout->GetStyle(), ofDocument, style, plate.label);
+        AddLeaders(plate, *callout, camera, style.inkColor);
         for (unsigned leader = 0; leader < callout->GetLeaderLineCount(false); ++leader) {
             plate.instances.push_back(callout->GetShapeInstanceIdAtPos(leader));
         }
-        const double width = TextWidth(plate.label, style.fontSize) + kLabelPadding * style.fontSize;
-        Balloon balloon{OnPage(label, figure), OnPage(label, figure), std::max(m_height, std::round(width)),
-                        m_height};
+        const BalloonSize size = SizeOf(plate.look, LabelLines(plate.label, plate.look.shape));
+        Balloon balloon{OnPage(label, figure), OnPage(label, figure), size.width, size.height,
+                        plate.look.shape};
         if (!plate.leaders.empty()) balloon.anchor = plate.leaders.front().anchor;
         m_sources.push_back(callout);
         m_balloons.push_back(balloon);
@@ -106,11 +80,54 @@ CalloutPlates::CalloutPlates(const std::vector<du::SmartPtr<Callout>>& callouts,
     Move({});
 }
 
-void CalloutPlates::Place(SheetCallout& callout, const PagePoint& centre) const {
+void CalloutPlates::AddLeaders(SheetCallout& plate, const Callout& callout, const dg::Camera3D& camera,
+                               const std::string& ink) {
+    auto& sources = m_leaders.emplace_back();
+    for (const unsigned position : callout.GetDrawnLeaders()) {
+        dg::DPoint3D pixel;
+        if (!AnchorPixel(callout, position, camera, pixel)) continue;
+        SheetLeader leader;
+        leader.anchor = OnPage(pixel, m_figure);
+        leader.instance = callout.GetShapeInstanceIdAtPos(position);
+        leader.visible = !callout.IsHiddenAsDashedAtPos(position);
+        leader.color = callout.IsDimAtPos(position) ? Dimmed(ink, callout.GetDimColorAtPos(position)) : ink;
+        plate.leaders.push_back(leader);
+        sources.push_back({position, pixel});
+    }
+}
+
+Terminator CalloutPlates::EndOf(const Callout& callout, const Source& leader,
+                                const AnchorEdges& edges) const {
+    const auto chosen = callout.GetStyle().terminator.value_or(m_style.terminator.value_or(Terminator::Auto));
+    if (chosen != Terminator::Auto) return chosen;
+    const auto part = callout.GetShapeInstanceAtPos(leader.position);
+    if (!part || !edges.IsShown(*part)) return Terminator::None;
+    dg::Camera3D camera;
+    const auto inset = callout.GetInsetAtPos(leader.position);
+    if (inset) {
+        if (!inset->GetMagnifierCamera(camera)) return Terminator::Dot;
+    } else {
+        du::SmartPtr<zrk::ShapeView> view;
+        static_cast<void>(callout.GetLabelRelativeScreenPosition(view));
+        if (!view) return Terminator::Dot;
+        view->GetCamera(camera);
+    }
+    return edges.IsOnEdge(*part, camera, leader.pixel) ? Terminator::Arrow : Terminator::Dot;
+}
+
+void CalloutPlates::EndLeaders(const zrk::PickScene& scene, unsigned threads) {
+    const AnchorEdges edges(scene);
+    ParallelFor(m_callouts.size(), threads, [&](std::size_t i) {
+        for (std::size_t k = 0; k < m_leaders[i].size(); ++k)
+            m_callouts[i].leaders[k].terminator = EndOf(*m_sources[i], m_leaders[i][k], edges);
+    });
+}
+
+void CalloutPlates::Place(SheetCallout& callout) const {
     const Balloon& balloon = m_balloons[static_cast<std::size_t>(&callout - m_callouts.data())];
-    callout.box = {centre.x - 0.5 * balloon.width, centre.y - 0.5 * balloon.height,
-                   centre.x + 0.5 * balloon.width, centre.y + 0.5 * balloon.height};
-    for (SheetLeader& leader : callout.leaders) leader.end = RimTowards(callout.box, leader.anchor);
+    callout.box = balloon.Box();
+    for (SheetLeader& leader : callout.leaders)
+        leader.end = LeaderEnd(balloon.shape, callout.box, leader.anchor);
 }
 
 void CalloutPlates::Tidy(const PageBox& model) {
@@ -126,7 +143,7 @@ void CalloutPlates::Move(const PagePoint& move) {
             leader.anchor.x += move.x;
             leader.anchor.y += move.y;
         }
-        Place(m_callouts[i], m_balloons[i].centre);
+        Place(m_callouts[i]);
     }
 }
 

@@ -4,6 +4,7 @@
 
 #include <vector>
 
+#include "app/sheet/AnchorEdges.h"
 #include "app/sheet/LabelTidy.h"
 #include "app/sheet/Sheet.h"
 #include "du/SmartPtr.h"
@@ -13,9 +14,14 @@ namespace zrsheet {
 
 class CalloutPlates {
 public:
-    /// `figure` is where the view's picture lies on the page.
-    CalloutPlates(const std::vector<du::SmartPtr<zrannotations::Callout>>& callouts, const PageBox& figure,
+    /// `ofDocument` is how callouts look that have no style of their own, `figure` where the view's picture
+    /// lies on the page.
+    CalloutPlates(const std::vector<du::SmartPtr<zrannotations::Callout>>& callouts,
+                  const zrannotations::CalloutStyle& ofDocument, const PageBox& figure,
                   const SheetStyle& style);
+
+    /// Chooses what each leader ends with by what the picture shows around it.
+    void EndLeaders(const zrk::PickScene& scene, unsigned threads);
 
     /// Gives the balloons their final places around the model's picture: the engine's layout knows no text
     /// widths and no page, and lays a label out for the first instance of its part, which need not be the one
@@ -28,14 +34,26 @@ public:
     [[nodiscard]] std::vector<SheetCallout> Take();
 
 private:
-    void Place(SheetCallout& callout, const PagePoint& centre) const;
+    void Place(SheetCallout& callout) const;
+
+    /// A leader that is drawn.
+    struct Source {
+        unsigned position = 0;  // in its callout
+        dg::DPoint3D pixel;     // of the view
+    };
+
+    void AddLeaders(SheetCallout& plate, const zrannotations::Callout& callout, const dg::Camera3D& camera,
+                    const std::string& ink);
+    zrannotations::Terminator EndOf(const zrannotations::Callout& callout, const Source& leader,
+                                    const AnchorEdges& edges) const;
 
     PageBox m_figure;
-    double m_height;
+    zrannotations::CalloutStyle m_style;
     // One of each for every callout.
     std::vector<du::SmartPtr<zrannotations::Callout>> m_sources;
     std::vector<SheetCallout> m_callouts;
     std::vector<Balloon> m_balloons;
+    std::vector<std::vector<Source>> m_leaders;  // as in m_callouts
 };
 
 }  // namespace zrsheet

@@ -43,7 +43,7 @@ void LayOutLabels(const Document& document, const std::vector<Document::CalloutP
     document.View()->GetCamera(camera);
     const PageBox figure{0.0, 0.0, static_cast<double>(camera.GetViewportWidth()),
                          static_cast<double>(camera.GetViewportHeight())};
-    CalloutPlates plates(callouts, figure, SheetStyle());
+    CalloutPlates plates(callouts, document.Style(), figure, SheetStyle());
     plates.Tidy(Crowd(document));
     plates.StoreLabels();
 }

@@ -6,13 +6,14 @@
 #include <cstddef>
 #include <utility>
 
+#include "app/sheet/BalloonForm.h"
 #include "app/sheet/SideChoice.h"
 
 namespace zrsheet {
 namespace {
 
 constexpr double kGap = 8.0;             // between balloons
-constexpr double kFrameDistance = 30.0;  // from the model to the middles of balloons, or of their nearer ends
+constexpr double kFrameDistance = 17.0;  // from the model to balloons
 constexpr double kInset = 20.0;          // of balloons from the figure's ends
 constexpr int kMostSweeps = 40;          // of uncrossing; in practice a handful
 constexpr int kMostRounds = 40;          // of uncrossing and placing; in practice two
@@ -99,16 +100,9 @@ double Turn(const PagePoint& a, const PagePoint& b, const PagePoint& c) {
     return (b.x - a.x) * (c.y - a.y) - (b.y - a.y) * (c.x - a.x);
 }
 
-/// Where the leader's line begins inside the balloon, whose ends are half circles.
-PagePoint StartOf(const Balloon& balloon) {
-    const double reach = std::max(0.5 * (balloon.width - balloon.height), 0.0);
-    return {std::clamp(balloon.anchor.x, balloon.centre.x - reach, balloon.centre.x + reach),
-            balloon.centre.y};
-}
-
 bool DoLeadersCross(const Balloon& a, const Balloon& b) {
-    const PagePoint p = StartOf(a);
-    const PagePoint q = StartOf(b);
+    const PagePoint p = LeaderStart(a.shape, a.Box(), a.anchor);
+    const PagePoint q = LeaderStart(b.shape, b.Box(), b.anchor);
     return Turn(p, a.anchor, q) * Turn(p, a.anchor, b.anchor) < 0.0 &&
            Turn(q, b.anchor, p) * Turn(q, b.anchor, a.anchor) < 0.0;
 }
@@ -160,10 +154,10 @@ Side SideAt(BalloonSide place, const PageBox& model, const PageBox& figure) {
     return {0, 1.0, model.y1, model.x0, model.x1, {}};
 }
 
-/// Takes the balloons to the side, where the leaders of all begin in one line however wide they are.
+/// Takes the balloons to the side, where they begin in one line however large they are.
 void LineUp(Side& side) {
     for (Balloon* balloon : side.balloons) {
-        const double distance = kFrameDistance + 0.5 * (Length(*balloon, 1 - side.along) - balloon->height);
+        const double distance = kFrameDistance + 0.5 * Length(*balloon, 1 - side.along);
         Coordinate(balloon->centre, 1 - side.along) = side.edge + side.outward * distance;
     }
 }

@@ -15,6 +15,12 @@ struct Balloon {
     PagePoint anchor;  // what its first leader points at
     double width = 0.0;
     double height = 0.0;
+    zrannotations::BalloonShape shape = zrannotations::BalloonShape::Round;
+
+    [[nodiscard]] PageBox Box() const {
+        return {centre.x - 0.5 * width, centre.y - 0.5 * height, centre.x + 0.5 * width,
+                centre.y + 0.5 * height};
+    }
 };
 
 /// `model` is the model's picture, around which the balloons are placed, each near its anchor. The room along

@@ -11,28 +11,37 @@
 
 #include "app/document/PageGeometry.h"
 #include "app/render/Raster.h"
+#include "zrannotations/CalloutStyle.h"
 
 namespace zrsheet {
 
-/// From the balloon's rim (`end`) to the dot on the part (`anchor`).
+/// From the balloon's rim (`end`) to the place on the part (`anchor`).
 struct SheetLeader {
     PagePoint anchor;
     PagePoint end;
     std::string instance;  // path of the part's instance
     bool visible = true;   // false: drawn dashed
     std::string color = "#000000";
+    zrannotations::Terminator terminator = zrannotations::Terminator::Dot;  // never Auto
 };
 
-/// A balloon: a circle, or a capsule as wide as its label asks for. `box` bounds it; its ends are half
-/// circles.
+/// How a callout is drawn.
+struct CalloutLook {
+    zrannotations::BalloonShape shape = zrannotations::BalloonShape::Round;
+    double fontSize = 13.0;
+    double lineWidth = 1.25;
+};
+
+/// `box` bounds the balloon.
 struct SheetCallout {
     std::string id;  // legal XML name, stable from run to run
     bool hasItem = false;
     unsigned int itemId = 0;
-    std::string label;
+    std::string label;  // may have lines
     PageBox box;
     std::vector<SheetLeader> leaders;    // those that are drawn
     std::vector<std::string> instances;  // paths of all instances that it stands for
+    CalloutLook look;
 };
 
 struct SheetCircle {
@@ -99,13 +108,13 @@ struct SheetSeconds {
     double write = 0.0;
 };
 
-/// How everything is drawn; the same for every output.
+/// How everything is drawn that the author did not choose; the same for every output.
 struct SheetStyle {
     double fontSize = 13.0;
     double tableFontSize = 12.0;
     double titleFontSize = 17.0;
     double leaderWidth = 1.0;
-    double balloonWidth = 1.25;
+    double balloonWidth = 1.25;  // leaders and their ends go with what a callout has instead
     double glassWidth = 1.5;
     double glassRim = 3.0;     // white around a glass
     double sourceWidth = 0.9;  // of the circle around what a glass shows, and of the lines to the glass

@@ -83,7 +83,8 @@ Sheet DrawSheet(const Document& document, unsigned threads) {
     TakePictures(document, camera, layout.figure, threads, sheet);
     sheet.seconds.render = watch.Lap();
     sheet.model = Describe(document.Model(), layout.figure);
-    CalloutPlates plates(document.Callouts(), layout.figure, sheet.style);
+    CalloutPlates plates(document.Callouts(), document.Style(), layout.figure, sheet.style);
+    plates.EndLeaders(*document.Scene()->GetPickScene(), threads);
     std::vector<PageBox> boxes = plates.Boxes();
     for (const SheetInset& inset : sheet.insets) boxes.push_back(inset.box);
     const PagePoint move = MakeRoom(layout, boxes);
@@ -106,6 +107,7 @@ Sheet MakeSheet(Assembly assembly, const SheetOptions& options, const StageSink&
     Document document(std::move(assembly), {options.width, options.height, options.leaders,
                                             options.isHierarchical, options.labelTemplate});
     document.SetLanguage(options.language);
+    document.SetStyle(options.style);
     FrameModel(document, options.view);
     const double load = watch.Lap();
     document.CreateCallouts(options.selection, [&sink](int percent) { sink("Creating callouts", percent); });

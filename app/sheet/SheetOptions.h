@@ -8,6 +8,7 @@
 
 #include "app/document/LeaderChoice.h"
 #include "app/document/ViewDirection.h"
+#include "zrannotations/CalloutStyle.h"
 
 namespace zrsheet {
 
@@ -18,6 +19,7 @@ struct SheetOptions {
     int height = 1000;
     LeaderChoice leaders = LeaderChoice::One;
     std::string labelTemplate = "{item}";
+    zrannotations::CalloutStyle style;
     std::string language = "en";
     bool isHierarchical = false;
     std::vector<std::string> selection;  // patterns; none: everything

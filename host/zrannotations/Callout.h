@@ -21,6 +21,7 @@
 #include "zrannotations/Annotation.h"
 #include "zrannotations/CalloutLeader.h"
 #include "zrannotations/CalloutState.h"
+#include "zrannotations/CalloutStyle.h"
 #include "zrannotations/Inset.h"
 #include "zrannotations/ItemIndex.h"
 #include "zrannotations/TAnnotation.h"
@@ -124,6 +125,9 @@ public:
     void ConnectLeader(const du::SmartPtr<CalloutLeader>& leader);
     /// Draws the collapsed leaders too. The operation may be null.
     void ShowAllLeaders(const du::SmartPtr<zrk::Operation>& operation);
+
+    CalloutStyle GetStyle() const;
+    void SetStyle(const CalloutStyle& style);
 
     /// `localized`: the translated text, else the generated one.
     du::Symbol GetText(bool localized) const;
@@ -256,6 +260,7 @@ private:
     du::SmartPtr<zrk::ShapeView> m_screenView;  // set: the label is in screen space, at m_pixel of this view
     dg::DPoint3D m_pixel;
     unsigned m_drawingOrder = 0;
+    CalloutStyle m_style;
     std::shared_ptr<du::BackLink<Callout>> m_holder;  // the combined callout that this is a member of
 
     du::LocalizableString m_localizable;

@@ -47,6 +47,20 @@ void Callout::SetLegacyText(const du::Symbol& text) {
     m_text = text;
 }
 
+CalloutStyle Callout::GetStyle() const {
+    const std::lock_guard hold(m_mutex);
+    return m_style;
+}
+
+void Callout::SetStyle(const CalloutStyle& style) {
+    BeforeChange();
+    {
+        const std::lock_guard hold(m_mutex);
+        m_style = style;
+    }
+    MarkDirty();
+}
+
 void Callout::SetupLocalizationIfNecessary(bool isLocalized) {
     if (!isLocalized) return;
     BeforeChange();

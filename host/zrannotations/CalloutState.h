@@ -10,6 +10,7 @@
 #include "du/LocalizableString.h"
 #include "du/SmartPtr.h"
 #include "du/Symbol.h"
+#include "zrannotations/CalloutStyle.h"
 #include "zrk/scene/ShapeInstance.h"
 #include "zrk/scene/ShapeView.h"
 #include "zrk/tree/BaseInstance.h"
@@ -58,6 +59,7 @@ struct CalloutState {
     du::SmartPtr<zrk::ShapeView> screenView;  // set: the label stays at `pixel` of this view
     dg::DPoint3D pixel;
     unsigned viewId = 0;
+    CalloutStyle style;
     std::vector<CalloutMember> members;  // of a combined callout, empty for others
 
     friend bool operator==(const CalloutState&, const CalloutState&);

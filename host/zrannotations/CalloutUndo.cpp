@@ -70,6 +70,7 @@ CalloutState Callout::CaptureState() const {
     state.position = m_position;
     state.screenView = m_screenView;
     state.pixel = m_pixel;
+    state.style = m_style;
     return state;
 }
 
@@ -117,6 +118,7 @@ void Callout::AssignState(const CalloutState& state) {
     m_position = state.position;
     m_screenView = state.screenView;
     m_pixel = state.pixel;
+    m_style = state.style;
 }
 
 void Callout::RestoreState(const CalloutState& state) {

@@ -56,6 +56,7 @@ du::SmartPtr<CombinedCallout> CombinedCallout::Combine(const std::vector<du::Sma
     }
     const du::SmartPtr<CombinedCallout> made(new CombinedCallout(std::move(members)));
     made->SetViewId(callouts.front()->GetViewId());
+    made->SetStyle(callouts.front()->GetStyle());
     annoSet->AddAnnotationToSet(made, operation);
     return made;
 }

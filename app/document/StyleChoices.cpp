@@ -1,0 +1,52 @@
+#include "app/document/StyleChoices.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <cstddef>
+#include <span>
+
+#include "app/document/UserError.h"
+
+namespace zrsheet {
+namespace {
+
+std::size_t Parse(std::string_view word, std::span<const std::string_view> words, std::string_view what) {
+    const auto found = std::find(words.begin(), words.end(), word);
+    if (found != words.end()) return static_cast<std::size_t>(found - words.begin());
+    std::string known;
+    for (const auto each : words.first(words.size() - 1))
+        known += (known.empty() ? "" : ", ") + std::string(each);
+    throw UserError(fmt::format("'{}' is no {}; use {} or {}", word, what, known, words.back()));
+}
+
+double Checked(double value, double least, double most, std::string_view what) {
+    if (value >= least && value <= most) return value;
+    throw UserError(fmt::format("{} is no {}; give pixels from {} to {}", value, what, least, most));
+}
+
+}  // namespace
+
+zrannotations::BalloonShape ParseShape(std::string_view word) {
+    return static_cast<zrannotations::BalloonShape>(Parse(word, kShapeWords, "shape of balloons"));
+}
+
+zrannotations::Terminator ParseTerminator(std::string_view word) {
+    return static_cast<zrannotations::Terminator>(Parse(word, kTerminatorWords, "end of leaders"));
+}
+
+double CheckedFontSize(double size) { return Checked(size, kLeastFontSize, kMostFontSize, "font size"); }
+
+double CheckedLineWidth(double width) {
+    return Checked(width, kLeastLineWidth, kMostLineWidth, "line width");
+}
+
+std::string_view WordOf(zrannotations::BalloonShape shape) {
+    return kShapeWords.at(static_cast<std::size_t>(shape));
+}
+
+std::string_view WordOf(zrannotations::Terminator terminator) {
+    return kTerminatorWords.at(static_cast<std::size_t>(terminator));
+}
+
+}  // namespace zrsheet
