@@ -41,7 +41,7 @@ struct SheetCallout {
     PageBox box;
     std::vector<SheetLeader> leaders;    // those that are drawn
     std::vector<std::string> instances;  // paths of all instances that it stands for
-    CalloutLook look;
+    CalloutLook look{};
 };
 
 struct SheetCircle {

@@ -70,5 +70,39 @@ TEST(PngExporter, DrawsThePageAtAnyScale) {
     }
 }
 
+// The same forms as in the SVG, told apart by pixels of the balloon, whose box is 20,20 to 50,50, and of the
+// arrow, whose tip is 120,90.
+TEST(PngExporter, DrawsEveryShapeOfBalloonAndEndOfLeader) {
+    using zrannotations::BalloonShape;
+    const struct {
+        BalloonShape shape;
+        bool atCorner;  // has ink
+        bool atPoint;
+        bool inMiddle;
+        bool below;
+    } rows[] = {{BalloonShape::Round, false, true, false, true},
+                {BalloonShape::Split, false, true, true, true},
+                {BalloonShape::Box, true, true, false, true},
+                {BalloonShape::Hexagon, false, true, false, true},
+                {BalloonShape::None, false, false, false, true}};
+    for (const auto& row : rows) {
+        Sheet sheet = SampleSheet();
+        sheet.callouts.resize(1);
+        sheet.callouts[0].label = "1\n2";
+        sheet.callouts[0].look.shape = row.shape;
+        sheet.callouts[0].leaders[0].terminator = zrannotations::Terminator::Arrow;
+        sheet.callouts[0].leaders[0].end = {60, 90};
+        const Raster page = Decode(PngBytes(sheet, 4));
+        const auto hasInk = [&](const PageBox& box) { return HasInk(page, box, 4); };
+        SCOPED_TRACE(static_cast<int>(row.shape));
+        EXPECT_EQ(hasInk({19, 19, 22, 22}), row.atCorner);
+        EXPECT_EQ(hasInk({19, 33, 22, 37}), row.atPoint);
+        EXPECT_EQ(hasInk({24, 33, 28, 37}), row.inMiddle);
+        EXPECT_EQ(hasInk({33, 49, 37, 51}), row.below);
+        EXPECT_TRUE(hasInk({113, 91, 115, 93})) << "the arrow's side";
+        EXPECT_FALSE(hasInk({121, 88, 125, 92})) << "nothing beyond its tip";
+    }
+}
+
 }  // namespace
 }  // namespace zrsheet::test

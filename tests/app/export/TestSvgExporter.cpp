@@ -65,6 +65,48 @@ TEST(SvgExporter, DrawsLeadersOverAWhiteHaloAndCoveredOnesDashedAndDim) {
               style.leaderWidth + 1);
 }
 
+TEST(SvgExporter, DrawsEveryShapeOfBalloonAndEndOfLeader) {
+    using zrannotations::BalloonShape;
+    using zrannotations::Terminator;
+    const struct {
+        BalloonShape shape;
+        std::vector<std::string> label;
+        Terminator end;
+        std::vector<std::string> leader;
+    } rows[] = {
+        {BalloonShape::Round,
+         {"circle", "text", "text"},
+         Terminator::Dot,
+         {"line", "circle", "line", "circle"}},
+        {BalloonShape::Split, {"circle", "line", "text", "text"}, Terminator::None, {"line", "line"}},
+        {BalloonShape::Box,
+         {"polygon", "text", "text"},
+         Terminator::Arrow,
+         {"line", "polygon", "line", "polygon"}},
+        {BalloonShape::Hexagon, {"polygon", "text", "text"}, Terminator::None, {"line", "line"}},
+        {BalloonShape::None, {"line", "text", "text"}, Terminator::None, {"line", "line"}},
+    };
+    for (const auto& row : rows) {
+        Sheet sheet = SampleSheet();
+        sheet.callouts.resize(1);
+        sheet.callouts[0].label = "1\n2x";
+        sheet.callouts[0].look.shape = row.shape;
+        sheet.callouts[0].look.lineWidth = 2.5;
+        sheet.callouts[0].leaders[0].terminator = row.end;
+        const ReadSvg svg(sheet);
+        const auto names = [&](const char* path) {
+            std::vector<std::string> found;
+            for (const auto& node : svg.Find(path).children()) found.emplace_back(node.name());
+            return found;
+        };
+        EXPECT_EQ(names("//g[@class='label']"), row.label);
+        EXPECT_EQ(names("//g[@class='leader']"), row.leader);
+        EXPECT_THAT(svg.All("//g[@class='label']/text"), ElementsAre("1", "2x"));
+        EXPECT_EQ(svg.Find("//g[@class='label']/*[1]").attribute("stroke-width").as_double(), 2.5);
+        EXPECT_EQ(svg.Find("//g[@class='leader']/line[2]").attribute("stroke-width").as_double(), 2.0);
+    }
+}
+
 double Value(const pugi::xml_node& node, const char* name) { return node.attribute(name).as_double(); }
 
 /// Does the line end on the circle, and touch it there?

@@ -21,6 +21,7 @@ ProjectCallout Balloon() {
     callout.pixel = {3.5, 4, 0.25};
     callout.anchorCalculated = true;
     callout.view = 1;
+    callout.style = {zrannotations::BalloonShape::None, zrannotations::Terminator::Auto, 16.0, 0.5};
     callout.leaders = {{"/Pump/Screw:2", "", {1, 2, 3}, "/Pump", 1, true, true},
                        {"arrow-1", "arrow-1", {0, 0, 0}, "/", 0, false, false},
                        {"/Pump/Gone", "", {0, 0, 0}, "", 0, false, false}};
@@ -48,6 +49,7 @@ ProjectData SampleProject() {
     project.camera = {{2, 0, 0, 0, 0, 0, 0.5, 0, 0, 2, 0, 0, 400, 300, 0.5, 1}, 799, 599};
     project.background = {{0.1, 0.2, 0.3, 1}, {0.4, 0.5, 0.6, 1}, {0.7, 0.8, 0.9, 0.5}};
     project.settings = {"ja", LeaderChoice::PerInstance, true, "label"};
+    project.style.shape = zrannotations::BalloonShape::Hexagon;
     project.numbering = {true, "P", "-", 10, 5, 3, true, {{0, 20}, {1, 4}}};
     project.templates = {{"label", "{item} ({quantity}x)"}, {"name", "{name}"}};
     project.parts = {{"/Pump/Screw", true, true, true, kMoved, {{"Name", "Bolt"}, {"Tag", ""}}},

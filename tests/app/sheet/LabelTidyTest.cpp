@@ -30,7 +30,7 @@ std::vector<Balloon> RandomBalloons(std::mt19937& random, std::size_t count) {
         balloon.anchor.y = y(random);
         balloon.centre = balloon.anchor;
         balloon.width = random() % 4 == 0 ? 26.0 + static_cast<double>(random() % 60) : 26.0;
-        balloon.height = 26.0;
+        balloon.height = random() % 5 == 0 ? 40.0 : 26.0;
         balloons.push_back(balloon);
     }
     return balloons;
@@ -53,7 +53,7 @@ struct Lane {
 /// is in a row.
 std::size_t SideOf(const Balloon& balloon) {
     if (balloon.centre.x < kModel.x0) return 0;
-    if (std::abs(balloon.centre.x - kModel.x1 - 30 - 0.5 * (balloon.width - balloon.height)) < 1e-9) return 1;
+    if (std::abs(balloon.centre.x - kModel.x1 - 17 - 0.5 * balloon.width) < 1e-9) return 1;
     return balloon.centre.y < kModel.y0 ? 2 : 3;
 }
 
@@ -74,7 +74,7 @@ double Turn(const PagePoint& a, const PagePoint& b, const PagePoint& c) {
 
 /// Leaders begin in the middle of a circle, and in a capsule as near to their anchor as its round ends allow.
 PagePoint StartOf(const Balloon& balloon) {
-    const double reach = 0.5 * (balloon.width - balloon.height);
+    const double reach = std::max(0.5 * (balloon.width - balloon.height), 0.0);
     return {std::clamp(balloon.anchor.x, balloon.centre.x - reach, balloon.centre.x + reach),
             balloon.centre.y};
 }
@@ -180,14 +180,14 @@ TEST(LabelTidy, KeepsAnchorsAndSizes) {
 TEST(LabelTidy, PutsLonelyBalloonsStraightBesideTheirAnchors) {
     std::vector<Balloon> balloons{{{400, 300}, {kModel.x1 - 5, 333}, 26, 26},
                                   {{400, 300}, {kModel.x0 + 5, 222}, 100, 26},
-                                  {{400, 300}, {444, kModel.y0 + 1}, 26, 26}};
+                                  {{400, 300}, {444, kModel.y0 + 1}, 26, 50}};
     TidyBalloons(balloons, kModel, kFigure);
     EXPECT_EQ(balloons[0].centre.x, kModel.x1 + 30);
     EXPECT_EQ(balloons[0].centre.y, 333);
     EXPECT_EQ(balloons[1].centre.x, kModel.x0 - 67) << "wide ones keep their ends off the model";
     EXPECT_EQ(balloons[1].centre.y, 222);
     EXPECT_EQ(balloons[2].centre.x, 444);
-    EXPECT_EQ(balloons[2].centre.y, kModel.y0 - 30);
+    EXPECT_EQ(balloons[2].centre.y, kModel.y0 - 42) << "and so do high ones";
 }
 
 }  // namespace

@@ -13,6 +13,7 @@
 namespace zrsheet {
 namespace {
 
+using zrannotations::Terminator;
 using InsetPtr = du::SmartPtr<zrannotations::Inset>;
 
 constexpr PageBox kFigure{50, 20, 370, 260};
@@ -52,8 +53,13 @@ protected:
     std::vector<SheetInset> Insets() const {
         return InsetsOf(*AnnoSet(), *m_document.Scene()->GetPickScene(), PictureStyle(), kFigure, 1);
     }
+    CalloutPlates PlatesOf(unsigned threads) const {
+        CalloutPlates plates(m_document.Callouts(), m_document.Style(), kFigure, {});
+        plates.EndLeaders(*m_document.Scene()->GetPickScene(), threads);
+        return plates;
+    }
     SheetCallout Plate(const std::string& label) const {
-        auto plates = CalloutPlates(m_document.Callouts(), kFigure, {}).Take();
+        auto plates = PlatesOf(1).Take();
         return *std::find_if(plates.begin(), plates.end(),
                              [&](const SheetCallout& plate) { return plate.label == label; });
     }
@@ -130,6 +136,39 @@ TEST_F(ScenePictures, CoveredLeadersAreDashedAndTakeOnTheGround) {
         EXPECT_EQ(leader.visible, c.visible);
         EXPECT_EQ(leader.color, c.color);
     }
+}
+
+// The box is 100 pixels wide or so. What the author says beats what is seen, and his word on one callout his
+// word on all.
+TEST_F(ScenePictures, LeadersEndWithArrowsOnEdgesAndOutlinesUnlessToldOtherwise) {
+    const auto callout = m_document.Callouts().front();
+    const auto endAt = [&](double x, double y) {
+        callout->SetAnchor({x, y, 10}, 0);
+        return Plate("1").leaders.at(0).terminator;
+    };
+    EXPECT_EQ(endAt(5, 5), Terminator::Dot);
+    EXPECT_EQ(endAt(9.95, 5), Terminator::Arrow) << "just inside the outline";
+    EXPECT_EQ(endAt(9.4, 5), Terminator::Dot) << "some pixels off";
+    EXPECT_EQ(endAt(5, 0), Terminator::Arrow);
+    m_document.Model().LookAt(ParseViewDirection("-1,-1,-1"), 320, 240, 80.0);
+    m_document.Settle();
+    EXPECT_EQ(endAt(10, 5), Terminator::Arrow) << "between two faces that are seen";
+    m_document.SetStyle({{}, Terminator::None, {}, {}});
+    EXPECT_EQ(endAt(10, 5), Terminator::None);
+    callout->SetStyle({{}, Terminator::Dot, {}, {}});
+    EXPECT_EQ(endAt(10, 5), Terminator::Dot);
+    callout->SetStyle({{}, Terminator::Auto, {}, {}});
+    EXPECT_EQ(endAt(10, 5), Terminator::Arrow);
+}
+
+// What stands before a part has edges of its own, which are not the part's.
+TEST_F(ScenePictures, ALeaderBesideAnEdgeOfAnotherPartEndsWithADot) {
+    const auto callout = m_document.Callouts().front();
+    const auto pin = m_document.FindShapes({"Pin"}).at(0);
+    m_document.Scene()->SetLocation(
+        pin, dg::Location(dg::DMat44({1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1, 0, 4, 4, 15, 1})));
+    callout->SetAnchor({3.97, 4.5, 10}, 0);
+    EXPECT_EQ(Plate("1").leaders.at(0).terminator, Terminator::Dot);
 }
 
 }  // namespace

@@ -85,6 +85,11 @@ TEST_F(CalloutStateTest, BringsBackEverythingAndIsFiledAnewWhereThatMatters) {
                  false},
                 {"hidden", [&] { callout->SetVisible("b", false); }, false},
                 {"symbol", [&] { callout->SetSymbolIdAtPos(4, 1); }, false},
+                {"style",
+                 [&] {
+                     callout->SetStyle({BalloonShape::Box, {}, {}, 2.0});
+                 },
+                 false},
                 {"custom", [&] { callout->SetCustomCallout(true); }, true},
                 {"item", [&] { callout->SetItemId(2); }, true},
                 {"no item", [&] { callout->RemoveItemId(); }, true},
@@ -155,6 +160,7 @@ TEST_F(CalloutStateTest, CombinesAndDissolvesUndoably) {
     const auto one = Show(m_a, 1);
     const auto two = Show(m_b, 2);
     const auto three = Show(m_b, 3);
+    one->SetStyle({BalloonShape::Box, {}, {}, {}});
     const auto before = m_annoSet->GetAnnotations();
     zrk::Transaction combine(m_scene, "combine");
     const CombinedPtr pair = CombinedCallout::Combine({one, two}, nullptr);
@@ -163,6 +169,7 @@ TEST_F(CalloutStateTest, CombinesAndDissolvesUndoably) {
     ASSERT_TRUE(all);
     EXPECT_EQ(m_annoSet->GetAnnotations(), std::vector<du::SmartPtr<zrk::Annotation>>{all});
     EXPECT_EQ(all->GetCalloutVec(), (std::vector<CalloutPtr>{one, two, three}));
+    EXPECT_EQ(all->GetStyle(), one->GetStyle()) << "looks as the first one did";
     {
         zrk::Transaction edit(m_scene, "a member changes in its combined callout");
         two->SetText(du::Symbol("x"), false);
