@@ -1,5 +1,6 @@
 #include "app/command/Listing.h"
 
+#include <algorithm>
 #include <cmath>
 #include <cstdio>
 
@@ -31,6 +32,12 @@ std::string PlaceText(const zrk::ShapeInstance& shape) {
     shape.GetLocation(location);
     const dg::DPoint3D& place = location.GetPos();
     return Rounded(place.x, kDigits) + "," + Rounded(place.y, kDigits) + "," + Rounded(place.z, kDigits);
+}
+
+/// The lines of a label beside each other.
+std::string InOneLine(std::string label) {
+    std::replace(label.begin(), label.end(), '\n', '/');
+    return label;
 }
 
 std::string YesOrNo(bool is) { return is ? "yes" : "no"; }
@@ -101,7 +108,7 @@ std::string ListCallouts(const Document& document) {
     const auto ids = CalloutIds(callouts);
     for (std::size_t i = 0; i < callouts.size(); ++i) {
         const PagePoint place = LabelPlace(document, callouts[i]);
-        table.Add({ids[i], callouts[i]->GetMarkupText().Text(), PixelText(place.x, place.y),
+        table.Add({ids[i], InOneLine(callouts[i]->GetMarkupText().Text()), PixelText(place.x, place.y),
                    LeadersText(*callouts[i]), IndicationOf(document, *callouts[i]),
                    FirstTarget(*callouts[i])});
     }
