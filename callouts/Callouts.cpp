@@ -214,10 +214,12 @@ void Callouts::CloseItemIndex() {
 void Callouts::QueueDestroyTask() {
     InsetMap insetCallouts;
     CalloutSet callouts;
+    Snapshot snapshot;
     {
         const std::lock_guard hold(m_guard);
         insetCallouts.swap(m_insetCallouts);
         callouts.swap(m_callouts);
+        snapshot.swap(m_snapshot);
     }
     const du::SmartPtr<du::Task> task(new DestroyCalloutsTask(std::move(insetCallouts), std::move(callouts)));
     const auto world = zrk::World::GetWorld();
@@ -227,11 +229,13 @@ void Callouts::QueueDestroyTask() {
 void Callouts::ClearRegistry() {
     // Swapped out under the guard and released after it: releasing a callout runs its host's code.
     CalloutSet callouts;
+    Snapshot snapshot;
     std::map<std::string, CalloutSet> instanceIdCallouts;
     InsetObserverMap insetObservers;
     InsetMap insetCallouts;
     const std::lock_guard hold(m_guard);
     callouts.swap(m_callouts);
+    snapshot.swap(m_snapshot);
     instanceIdCallouts.swap(m_instanceIdCallouts);
     insetObservers.swap(m_insetObservers);
     insetCallouts.swap(m_insetCallouts);

@@ -216,6 +216,7 @@ protected:
 
 private:
     struct LeaderCheck;
+    using Snapshot = std::shared_ptr<const std::vector<CalloutPtr>>;
     using LeaderAction = void (Callouts::*)(const CalloutPtr& callout, unsigned int position);
     using InsetObserverMap = std::map<InsetPtr, du::SmartPtr<InsetObserver>>;
 
@@ -236,7 +237,7 @@ private:
     void ClearRegistry();
     void ReleaseHeldByObservers();
 
-    std::vector<CalloutPtr> SnapshotCallouts() const;
+    Snapshot SnapshotCallouts() const;
     std::shared_ptr<zrannotations::ItemIndex> GetItemIndex() const;
     std::vector<CalloutPtr> SnapshotInstance(const std::string& instanceId) const;
     bool Contains(const CalloutPtr& callout) const;
@@ -284,6 +285,7 @@ private:
     du::SmartPtr<ItemsListObserver> m_itemsListObserver;
     du::SmartPtr<WorldObserver> m_worldObserver;
     CalloutSet m_callouts;
+    mutable Snapshot m_snapshot;                            // of the callouts above; null since they changed
     std::shared_ptr<zrannotations::ItemIndex> m_itemIndex;  // of the callouts above
     std::map<std::string, CalloutSet> m_instanceIdCallouts;
     SymbolMap m_symbolAnnotations;

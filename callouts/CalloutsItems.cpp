@@ -96,7 +96,8 @@ void Callouts::OnListCleared(const du::SmartPtr<zrk::Operation>& operation) {
     const auto annoSet = GetAnnoSet();
     if (!annoSet) return;
     bool isAnyRemoved = false;
-    for (const auto& callout : SnapshotCallouts()) {
+    const Snapshot callouts = SnapshotCallouts();
+    for (const auto& callout : *callouts) {
         if (!Contains(callout) || !callout->HasItemId()) continue;
         annoSet->RemoveAnnotationWithDependencies(callout, operation);
         isAnyRemoved = true;

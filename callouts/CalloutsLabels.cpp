@@ -181,7 +181,8 @@ bool Callouts::RegenerateCalloutLabel(const CalloutPtr& callout, bool itemRefere
 void Callouts::RegenerateCalloutLabels() {
     const dp::ReadLocker read(GetRWLockPtr());
     bool isAnyRebuilt = false;
-    for (const auto& callout : SnapshotCallouts()) {
+    const Snapshot callouts = SnapshotCallouts();
+    for (const auto& callout : *callouts) {
         if (RegenerateCalloutLabel(callout, false)) isAnyRebuilt = true;
     }
     if (isAnyRebuilt) MarkViewDirty();
@@ -212,7 +213,8 @@ void Callouts::OnLanguageChanged(du::SmartPtr<zrannotations::Callout>& callout) 
 
 void Callouts::OnLanguageChanged() {
     const dp::ReadLocker read(GetRWLockPtr());
-    for (CalloutPtr callout : SnapshotCallouts()) OnLanguageChanged(callout);
+    const Snapshot callouts = SnapshotCallouts();
+    for (CalloutPtr callout : *callouts) OnLanguageChanged(callout);
 }
 
 }  // namespace zrcallouts

@@ -15,9 +15,11 @@ namespace zrcallouts {
 void Callouts::AddToSet(const CalloutPtr& callout) {
     {
         const dp::WriteLocker write(GetRWLockPtr());
+        Snapshot former;  // released after the guard
         {
             const std::lock_guard hold(m_guard);
             m_callouts.insert(callout);
+            former.swap(m_snapshot);
         }
         callout->SetItemIndex(GetItemIndex());
     }
@@ -71,9 +73,11 @@ void Callouts::UnfileLeader(const CalloutPtr& callout, unsigned int position) {
 }
 
 void Callouts::RemoveFromSet(const CalloutPtr& callout) {
+    Snapshot former;  // released after the guard
     {
         const std::lock_guard hold(m_guard);
         if (m_callouts.erase(callout) == 0) return;
+        former.swap(m_snapshot);
     }
     callout->SetItemIndex(nullptr);
 }
@@ -83,9 +87,13 @@ std::shared_ptr<zrannotations::ItemIndex> Callouts::GetItemIndex() const {
     return m_itemIndex;
 }
 
-std::vector<Callouts::CalloutPtr> Callouts::SnapshotCallouts() const {
+// Copied once for all walks up to the next change.
+Callouts::Snapshot Callouts::SnapshotCallouts() const {
     const std::lock_guard hold(m_guard);
-    return {m_callouts.begin(), m_callouts.end()};
+    if (!m_snapshot) {
+        m_snapshot = std::make_shared<const std::vector<CalloutPtr>>(m_callouts.begin(), m_callouts.end());
+    }
+    return m_snapshot;
 }
 
 std::vector<Callouts::CalloutPtr> Callouts::SnapshotInstance(const std::string& instanceId) const {
@@ -136,7 +144,8 @@ void Callouts::GetItemIdCallouts(const std::vector<unsigned int>& itemIds,
 
 void Callouts::GetItemdIds(std::set<unsigned int>& out) const {
     const dp::ReadLocker read(GetRWLockPtr());
-    for (const auto& callout : SnapshotCallouts()) {
+    const Snapshot callouts = SnapshotCallouts();
+    for (const auto& callout : *callouts) {
         unsigned int id = 0;
         if (callout->GetItemId(id)) out.insert(id);
     }

@@ -135,7 +135,8 @@ void Callouts::OnDrawWhenHidden(du::SmartPtr<zrk::ShapeView> view) {
     if (!view) return;
     if (const auto check = BeginLeaderCheck(view)) {
         const dp::ReadLocker read(GetRWLockPtr());
-        for (const auto& callout : SnapshotCallouts()) CheckLeaders(*check, callout);
+        const Snapshot callouts = SnapshotCallouts();
+        for (const auto& callout : *callouts) CheckLeaders(*check, callout);
     }
     const auto annoSet = AnnoSetOf(view->GetScene());
     if (!annoSet || !RefersToCalloutLabels(*annoSet)) return;
@@ -272,7 +273,8 @@ void Callouts::OnReceivePick(const std::vector<zrk::PickResult>& results, Callou
 
 void Callouts::OnWindowSize() {
     const dp::ReadLocker read(GetRWLockPtr());
-    for (const auto& callout : SnapshotCallouts()) {
+    const Snapshot callouts = SnapshotCallouts();
+    for (const auto& callout : *callouts) {
         const unsigned int leaders = callout->GetLeaderLineCount(false);
         for (unsigned int i = 0; i < leaders; ++i) {
             callout->SetVisibleWithinInsetBounds(callout->GetInsetAtPos(i));
