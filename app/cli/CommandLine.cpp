@@ -118,6 +118,7 @@ struct RawOptions {
     std::optional<std::string> shape;
     std::optional<std::string> terminator;
     std::optional<double> fontSize;
+    std::vector<std::string> skipped;
     bool combine = false;
     bool drawOne = false;
     bool perInstance = false;
@@ -200,12 +201,65 @@ void DefineCallouts(CLI::App& make, SheetOptions& options, RawOptions& raw) {
     combine->excludes(perInstance);
 }
 
+const std::map<std::string, ItemOrder> kOrders{
+    {"structure", ItemOrder::Structure}, {"name", ItemOrder::Name}, {"place", ItemOrder::Place}};
+const std::map<std::string, Corner> kCorners{{"top-left", Corner::TopLeft},
+                                             {"top-right", Corner::TopRight},
+                                             {"bottom-right", Corner::BottomRight},
+                                             {"bottom-left", Corner::BottomLeft}};
+const std::map<std::string, ItemLevel> kLevels{
+    {"leaves", ItemLevel::Leaves}, {"top", ItemLevel::Top}, {"all", ItemLevel::All}};
+
+/// An option that is one of a few words.
+template <class Value>
+void AddChoice(CLI::App& make, const std::string& name, Value& value,
+               const std::map<std::string, Value>& words, const std::string& type, const std::string& help) {
+    make.add_option(name, value, help)
+        ->type_name(type)
+        ->group("Parts list")
+        ->transform(CLI::CheckedTransformer(words).description(""));
+}
+
+void DefineNumbers(CLI::App& make, SheetOptions& options, RawOptions& raw) {
+    constexpr unsigned kMost = 999999;
+    const auto add = [&make](const std::string& name, unsigned& value, unsigned least, unsigned most,
+                             const std::string& help) {
+        make.add_option(name, value, help)
+            ->type_name("N")
+            ->group("Parts list")
+            ->check(CLI::Range(least, most).description(""))
+            ->capture_default_str();
+    };
+    add("--start", options.numbering.start, 1, kMost, "The first number");
+    add("--step", options.numbering.increment, 1, kMost, "From one number to the next");
+    add("--digits", options.numbering.digits, 0, 9, "So many digits at least, with zeros in front");
+    make.add_flag("--letters", options.numbering.alphabetic, "A, B ... Z, AA instead of numbers")
+        ->group("Parts list");
+    make.add_option("--prefix", options.numbering.prefix, "What stands in front of every number")
+        ->type_name("TEXT")
+        ->group("Parts list");
+    AddChoice(make, "--order", options.order, kOrders, "ORDER",
+              "Numbers by structure (the default), by name, or by the\nplace of the labels, clockwise");
+    AddChoice(
+        make, "--corner", options.corner, kCorners, "CORNER",
+        "Where counting by place begins: top-left (the default),\ntop-right, bottom-right or bottom-left");
+    AddChoice(
+        make, "--level", options.rules.level, kLevels, "LEVEL",
+        "Items are leaves (all parts, the default), top (what the\nproduct is put together from), or all");
+    make.add_option("--skip", raw.skipped,
+                    "Parts that are no items: a pattern of names, or\nPROPERTY=PATTERN. Once for each")
+        ->type_name("RULE")
+        ->group("Parts list")
+        ->allow_extra_args(false);
+}
+
 void DefineList(CLI::App& make, SheetOptions& options, RawOptions& raw) {
     make.add_option("--numbering", raw.numbering, "flat (1, 2, 3) or hierarchical (1, 1.1, 1.2)")
         ->type_name("KIND")
         ->group("Parts list")
         ->check(CLI::IsMember({"flat", "hierarchical"}).description(""))
         ->capture_default_str();
+    DefineNumbers(make, options, raw);
     make.add_option("--language", options.language, "Of the sheet's own texts: en, de, fr, es or ja")
         ->type_name("LANGUAGE")
         ->group("Parts list")
@@ -240,7 +294,8 @@ void Interpret(const RawOptions& raw, MakeRequest& request) {
     SheetOptions& options = request.options;
     options.view = ParseViewDirection(raw.view);
     ReadSize(raw.size, options);
-    options.isHierarchical = raw.numbering == "hierarchical";
+    options.numbering.hierarchical = raw.numbering == "hierarchical";
+    for (const std::string& rule : raw.skipped) options.rules.Skip(rule);
     if (raw.combine) options.leaders = LeaderChoice::All;
     if (raw.perInstance) options.leaders = LeaderChoice::PerInstance;
     if (raw.shape) options.style.shape = ParseShape(*raw.shape);

@@ -10,6 +10,7 @@
 #include "app/command/topics/ItemCommands.h"
 #include "app/command/topics/LabelCommands.h"
 #include "app/command/topics/ListCommands.h"
+#include "app/command/topics/NumberingCommands.h"
 #include "app/command/topics/PartCommands.h"
 #include "app/command/topics/PictureCommands.h"
 #include "app/command/topics/StyleCommands.h"
@@ -34,9 +35,9 @@ const CommandTable& CommandTable::Get() {
 }
 
 CommandTable::CommandTable()
-    : m_topics{FileCommands(),   PartCommands(),     CalloutCommands(), LabelCommands(),
-               StyleCommands(),  TemplateCommands(), ItemCommands(),    InsetCommands(),
-               SymbolCommands(), PictureCommands(),  HistoryCommands(), ListCommands()} {}
+    : m_topics{FileCommands(),     PartCommands(),    CalloutCommands(),   LabelCommands(), StyleCommands(),
+               TemplateCommands(), ItemCommands(),    NumberingCommands(), InsetCommands(), SymbolCommands(),
+               PictureCommands(),  HistoryCommands(), ListCommands()} {}
 
 const Command* CommandTable::Find(std::string_view name) const {
     for (const CommandTopic& topic : m_topics) {

@@ -59,9 +59,7 @@ Document::Document(Assembly assembly, const Settings& settings)
     : m_model(std::move(assembly)), m_page(settings.width, settings.height) {
     m_templates.Define(kFirstTemplate, settings.labelTemplate);
     m_itemList = zritemlist::ItemList::GetItemListForScene(Scene());
-    zrk::illustration::ItemsList::Numbering numbering;
-    numbering.hierarchical = settings.isHierarchical;
-    Items()->SetNumbering(numbering);
+    Items()->SetNumbering(settings.numbering);
     ListParts();
     m_engine = LoadedEngine();
     m_engine->Initialize(Scene());

@@ -37,7 +37,7 @@ public:
         int width = 1600;  // of the page, pixels
         int height = 1000;
         LeaderChoice leaders = LeaderChoice::One;
-        bool isHierarchical = false;  // numbering of the parts list
+        zrk::illustration::Numbering numbering{};
         std::string labelTemplate = "{item}";
     };
 

@@ -1,5 +1,7 @@
 #include "app/sheet/SheetItems.h"
 
+#include <utility>
+
 #include "app/document/ProductModel.h"
 
 namespace zrsheet {
@@ -29,7 +31,10 @@ std::vector<SheetItem> ListedItems(const zrk::illustration::ItemsList& items) {
     zrk::illustration::ItemsList::Numbering numbering;
     items.GetNumberingSettings(numbering);
     std::vector<SheetItem> listed;
-    for (const unsigned id : items.GetItemIds()) listed.push_back(ItemOf(items, id, numbering.hierarchical));
+    for (const unsigned id : items.GetItemIds()) {
+        SheetItem item = ItemOf(items, id, numbering.hierarchical);
+        if (!item.label.empty()) listed.push_back(std::move(item));
+    }
     return listed;
 }
 

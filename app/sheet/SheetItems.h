@@ -9,7 +9,7 @@
 
 namespace zrsheet {
 
-/// In list order. O(items and their instances).
+/// In list order, without those that have no label as they take no part. O(items and their instances).
 [[nodiscard]] std::vector<SheetItem> ListedItems(const zrk::illustration::ItemsList& items);
 
 }  // namespace zrsheet

@@ -104,10 +104,12 @@ Sheet MakeSheet(Assembly assembly, const SheetOptions& options, const StageSink&
     Stopwatch watch;
     const unsigned threads = ThreadCount(options.threads);
     const zrkapp::illustration::HostSession session(threads);
-    Document document(std::move(assembly), {options.width, options.height, options.leaders,
-                                            options.isHierarchical, options.labelTemplate});
+    Document document(std::move(assembly), {options.width, options.height, options.leaders, options.numbering,
+                                            options.labelTemplate});
     document.SetLanguage(options.language);
     document.SetStyle(options.style);
+    if (options.rules.IsAny()) UpdateItems(document, options.rules);
+    document.Items()->Renumber(OrderedItems(document, options.order, options.corner));
     FrameModel(document, options.view);
     const double load = watch.Lap();
     document.CreateCallouts(options.selection, [&sink](int percent) { sink("Creating callouts", percent); });
@@ -115,6 +117,8 @@ Sheet MakeSheet(Assembly assembly, const SheetOptions& options, const StageSink&
     sink("Finding what is seen", 0);
     document.Settle();
     LayOutLabels(document, document.Callouts());
+    if (options.order == ItemOrder::Place)
+        document.Items()->Renumber(OrderedItems(document, options.order, options.corner));
     document.Settle();
     const double pick = watch.Lap();
     sink("Drawing the picture", 0);

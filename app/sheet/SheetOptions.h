@@ -6,9 +6,12 @@
 #include <string>
 #include <vector>
 
+#include "app/document/ItemOrder.h"
+#include "app/document/ItemRules.h"
 #include "app/document/LeaderChoice.h"
 #include "app/document/ViewDirection.h"
 #include "zrannotations/CalloutStyle.h"
+#include "zrk/illustration/Numbering.h"
 
 namespace zrsheet {
 
@@ -21,9 +24,12 @@ struct SheetOptions {
     std::string labelTemplate = "{item}";
     zrannotations::CalloutStyle style;
     std::string language = "en";
-    bool isHierarchical = false;
-    std::vector<std::string> selection;  // patterns; none: everything
-    unsigned threads = 0;                // 0: as many as the machine has
+    zrk::illustration::Numbering numbering{};
+    ItemOrder order = ItemOrder::Structure;  // of the numbers
+    Corner corner = Corner::TopLeft;         // from which labels are counted, by place
+    ItemRules rules;                         // which parts are items
+    std::vector<std::string> selection;      // patterns; none: everything
+    unsigned threads = 0;                    // 0: as many as the machine has
 };
 
 }  // namespace zrsheet

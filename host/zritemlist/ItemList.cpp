@@ -189,14 +189,19 @@ void ItemList::Clear(const OperationPtr& operation) {
 void ItemList::GenerateFromStructure(const SbomPtr& root, const OperationPtr& operation) {
     Numbering numbering;
     m_items->GetNumberingSettings(numbering);
-    const StructureItems structure(root, numbering.hierarchical);
+    ListStructure(root, numbering.hierarchical, true, operation);
+}
+
+void ItemList::ListStructure(const SbomPtr& root, bool withAssemblies, bool itemized,
+                             const OperationPtr& operation) {
+    const StructureItems structure(root, withAssemblies);
     const zrk::Observable::UpdateGroup group{du::SmartPtr<zrk::Observable>(m_items)};
     for (auto instances : structure.GetGroups()) {
         std::erase_if(instances, [this](const SbomPtr& instance) {
             unsigned listed = 0;
             return m_items->GetItemIdForInstance(instance, listed);
         });
-        if (!instances.empty()) AddItem(instances, "", true, false, operation);
+        if (!instances.empty()) AddItem(instances, "", itemized, false, operation);
     }
 }
 

@@ -68,6 +68,10 @@ public:
     /// One item for all instances of a part. With hierarchical numbering sub-assemblies get items too, and
     /// parts are told apart by the item they are below. Items that are there already stay. O(instances).
     void GenerateFromStructure(const SbomPtr& root, const OperationPtr& operation);
+    /// The same with or without items for sub-assemblies, whatever the numbering; not `itemized`: the new
+    /// items get no numbers yet.
+    void ListStructure(const SbomPtr& root, bool withAssemblies, bool itemized,
+                       const OperationPtr& operation);
 
 private:
     using ItemsList = zrk::illustration::ItemsList;

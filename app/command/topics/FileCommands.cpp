@@ -19,7 +19,7 @@ bool MayReplace(Session& session, bool discards) { return discards || session.Ma
 void Import(Session& session, Arguments& arguments) {
     const fs::path model = arguments.Take("MODEL");
     Document::Settings settings;
-    settings.isHierarchical = arguments.TakeKeyword("hierarchical");
+    settings.numbering.hierarchical = arguments.TakeKeyword("hierarchical");
     const bool discards = arguments.TakeKeyword("discard");
     arguments.ExpectEnd();
     if (!MayReplace(session, discards)) return;

@@ -1,7 +1,5 @@
 #include "app/command/topics/ItemCommands.h"
 
-#include <array>
-
 #include "app/command/Listing.h"
 #include "app/command/SceneNames.h"
 #include "app/command/Session.h"
@@ -10,8 +8,6 @@
 
 namespace zrsheet {
 namespace {
-
-constexpr int kMostNumber = 999999;
 
 ItemEdits EditsOf(const Document& document) { return {document.ItemList(), *document.Engine()}; }
 
@@ -57,34 +53,6 @@ void Rename(Session& session, Arguments& arguments) {
     arguments.ExpectEnd();
     if (label != ItemLabel(document, id)) CheckLabelIsFree(document, label);
     document.ItemList().SetLabel(id, label, nullptr);
-}
-
-void Renumber(Document& document, Arguments& arguments, bool isHierarchical) {
-    zritemlist::ItemList::Numbering numbering;
-    document.Items()->GetNumberingSettings(numbering);
-    numbering.hierarchical = isHierarchical;
-    if (const auto prefix = arguments.TakeOption("prefix")) numbering.prefix = *prefix;
-    if (const auto separator = arguments.TakeOption("separator")) numbering.separator = *separator;
-    arguments.ExpectEnd();
-    document.ItemList().SetNumbering(numbering, nullptr);
-}
-
-void Number(Session& session, Arguments& arguments) {
-    Document& document = session.Doc();
-    const bool isFlat = arguments.TakeKeyword("flat");
-    if (isFlat || arguments.TakeKeyword("hierarchical")) {
-        Renumber(document, arguments, !isFlat);
-        return;
-    }
-    const std::string name = arguments.Take("ITEM");
-    const unsigned id = FindItem(document, name);
-    const int number = arguments.TakeWhole("NUMBER", 1, kMostNumber);
-    arguments.ExpectEnd();
-    if (!document.ItemList().SetNumber(id, static_cast<unsigned>(number), nullptr)) {
-        throw UserError("item '" + name + "' cannot have the number " + std::to_string(number) +
-                        ": another item has it, or the item has a label of its own ('item rename " + name +
-                        " \"\"' takes that away)");
-    }
 }
 
 void Tag(Session& session, Arguments& arguments) {
@@ -139,11 +107,6 @@ CommandTopic ItemCommands() {
           Effect::Changes, "Remove Item", Remove},
          {"item rename", "ITEM LABEL", "give an item a label of its own",
           "\"\" gives it the next number again.", "item rename 7 7a", Effect::Changes, "Rename Item", Rename},
-         {"item number", "ITEM|flat|hierarchical [NUMBER] [prefix=TEXT] [separator=TEXT]",
-          "give an item a number, or all of them new ones",
-          "flat counts through, hierarchical counts below assemblies; the prefix stands before every number, "
-          "the separator between levels.",
-          "item number flat prefix=A-", Effect::Changes, "Number Items", Number},
          {"item tag", "ITEM TAG", "give an item a tag", "", "item tag 7 M10", Effect::Changes, "Tag Item",
           Tag},
          {"item join", "ITEM PART...", "move parts to an item",

@@ -136,13 +136,20 @@ void ItemsList::Drop(unsigned id, const SbomPtr& instance) {
     if (items->second.empty()) m_itemsOfComponent.erase(items);
 }
 
+/// What has none of its own cannot stand in front of others' numbers.
+bool ItemsList::HasLabel(unsigned id) const {
+    const auto entry = m_items.find(id);
+    return entry != m_items.end() && (entry->second.isItemized || !entry->second.customLabel.empty());
+}
+
 unsigned ItemsList::ParentItemOf(unsigned id, const Item& item) const {
     SbomPtr above;
     if (!item.instances.empty()) item.instances.front()->GetParent(above);
     while (above) {
         const auto entry = m_itemOfInstance.find(above.get());
         // An item may hold an assembly and a part of it: it is not its own parent.
-        if (entry != m_itemOfInstance.end() && entry->second != id) return entry->second;
+        if (entry != m_itemOfInstance.end() && entry->second != id && HasLabel(entry->second))
+            return entry->second;
         SbomPtr next;
         above->GetParent(next);
         above = next;
@@ -187,6 +194,7 @@ void ItemsList::FreeNumber(const Item& item) {
 void ItemsList::GiveNumbersAnew(const std::vector<unsigned>& order) {
     m_numbers = {};
     for (auto& [id, item] : m_items) {
+        if (!item.instances.empty()) item.parent = ParentItemOf(id, item);
         if (!item.isLocked) item.number = 0;
         if (item.number != 0) m_numbers.Reserve(LevelOf(item), item.number);
     }
@@ -267,7 +275,8 @@ void ItemsList::Assign(unsigned id, const std::optional<Item>& item) {
 ItemsList::Numbers ItemsList::CaptureNumbers() const {
     const std::lock_guard hold(m_mutex);
     Numbers numbers{m_numbering, {}, m_numbers.GetLasts()};
-    for (const auto& [id, item] : m_items) numbers.byItem.emplace(id, item.number);
+    for (const auto& [id, item] : m_items)
+        numbers.byItem.emplace(id, Numbers::Place{item.number, item.parent});
     return numbers;
 }
 
@@ -278,7 +287,10 @@ void ItemsList::RestoreNumbers(const Numbers& numbers) {
         m_numbers = {};
         for (auto& [id, item] : m_items) {
             const auto kept = numbers.byItem.find(id);
-            if (kept != numbers.byItem.end()) item.number = kept->second;
+            if (kept != numbers.byItem.end()) {
+                item.number = kept->second.number;
+                item.parent = kept->second.parent;
+            }
             KeepNumber(item);
         }
         for (const auto& [parent, last] : numbers.lasts) m_numbers.SetLast(parent, last);

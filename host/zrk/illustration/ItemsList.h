@@ -34,8 +34,15 @@ public:
 
     /// How labels are written, the number of every item, and the last that was given on each level.
     struct Numbers {
+        struct Place {
+            unsigned number = 0;
+            unsigned parent = 0;
+
+            friend bool operator==(const Place&, const Place&) = default;
+        };
+
         Numbering numbering;
-        std::map<unsigned, unsigned> byItem;
+        std::map<unsigned, Place> byItem;
         ItemNumbers::Lasts lasts;
 
         friend bool operator==(const Numbers&, const Numbers&) = default;
@@ -46,7 +53,7 @@ public:
     struct Item {
         std::string customLabel;  // "" for one that is numbered
         unsigned number = 0;      // among the items below the same parent; 0 for none
-        unsigned parent = 0;      // the item of the next assembly above, 0 for none
+        unsigned parent = 0;      // the item of the next assembly above that has a label, 0 for none
         bool isItemized = true;
         bool isManual = false;  // entered by hand: stays when the list is made anew
         bool isLocked = false;  // keeps its number when numbers are given anew
@@ -152,6 +159,7 @@ private:
     /// The item keeps the number that it had, or gets the next one when another item has taken it meanwhile.
     void KeepNumber(Item& item);
     void FreeNumber(const Item& item);
+    bool HasLabel(unsigned id) const;
     unsigned ParentItemOf(unsigned id, const Item& item) const;
     std::string LabelOf(const Item& item) const;
 

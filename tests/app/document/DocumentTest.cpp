@@ -194,7 +194,7 @@ Options MakeOptions(const std::string& view, LeaderChoice leaders, bool isHierar
     Options options;
     options.view = view;
     options.settings.leaders = leaders;
-    options.settings.isHierarchical = isHierarchical;
+    options.settings.numbering.hierarchical = isHierarchical;
     return options;
 }
 

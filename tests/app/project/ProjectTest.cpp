@@ -31,7 +31,7 @@ TEST(Project, ComesBackAsItWasWithNothingToUndo) {
     ProjectStage stage;
     for (const bool isHierarchical : {false, true}) {
         Document::Settings settings;
-        settings.isHierarchical = isHierarchical;
+        settings.numbering.hierarchical = isHierarchical;
         stage.Begin(RealModel(), settings);
         stage.EditEverything();
         const std::string text = stage.Text();

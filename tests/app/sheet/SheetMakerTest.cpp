@@ -69,7 +69,7 @@ SheetOptions Small(const std::string& view, LeaderChoice leaders, bool isHierarc
     options.height = kLeastHeight;
     options.view = ParseViewDirection(view);
     options.leaders = leaders;
-    options.isHierarchical = isHierarchical;
+    options.numbering.hierarchical = isHierarchical;
     options.threads = threads;
     return options;
 }
