@@ -22,8 +22,8 @@ enum class Corner { TopLeft, TopRight, BottomRight, BottomLeft };
 /// Compares as people do: "Bolt 2" before "Bolt 10", upper and lower case of ASCII letters alike.
 [[nodiscard]] bool IsBeforeInNaturalOrder(std::string_view a, std::string_view b);
 
-/// All items. Those that the order says nothing of - no parts, no callout - come last, by structure; the corner counts
-/// for the order by place only. O(n log n).
+/// All items. Those that the order says nothing of - no parts, no callout - come last, by structure; the
+/// corner counts for the order by place only. O(n log n).
 [[nodiscard]] std::vector<unsigned> OrderedItems(const Document& document, ItemOrder order, Corner corner);
 
 }  // namespace zrsheet

@@ -24,7 +24,8 @@ bool IsShown(const Document& document, const SbomInstance& instance) {
 bool HasProperty(const SbomInstance& instance, const std::string& rule) {
     const std::size_t sign = rule.find('=');
     du::Symbol value;
-    return instance.FindProperty(du::Symbol::EMPTY, du::Symbol(rule.substr(0, sign)), du::Symbol::EMPTY, value) &&
+    return instance.FindProperty(du::Symbol::EMPTY, du::Symbol(rule.substr(0, sign)), du::Symbol::EMPTY,
+                                 value) &&
            MatchesGlob(value.Text(), sign == std::string::npos ? "*" : rule.substr(sign + 1));
 }
 
@@ -72,7 +73,8 @@ bool ItemRules::IsAny() const {
 void UpdateItems(Document& document, const ItemRules& rules) {
     const auto& items = document.Items();
     const zrk::Observable::UpdateGroup group{du::SmartPtr<zrk::Observable>(items)};
-    document.ItemList().ListStructure(document.Model().Root(), rules.level != ItemLevel::Leaves, false, nullptr);
+    document.ItemList().ListStructure(document.Model().Root(), rules.level != ItemLevel::Leaves, false,
+                                      nullptr);
     for (const unsigned id : items->GetItemIds()) {
         const auto item = items->Capture(id);
         if (item && !item->isManual)

@@ -27,8 +27,8 @@ struct ItemRules {
     [[nodiscard]] bool IsAny() const;
 };
 
-/// Lists what is missing and makes items take part in numbering, or not, as the rules say. Items that the author made
-/// stay as they are. Each change can be undone. O(instances x patterns).
+/// Lists what is missing and makes items take part in numbering, or not, as the rules say. Items that the
+/// author made stay as they are. Each change can be undone. O(instances x patterns).
 void UpdateItems(Document& document, const ItemRules& rules);
 
 }  // namespace zrsheet

@@ -38,7 +38,7 @@ public:
 private:
     class Keeper;
 
-    mutable du::LeafLock m_mutex;        // guards m_keeper and m_manager; taken before a keeper's
+    mutable du::LeafLock m_mutex;      // guards m_keeper and m_manager; taken before a keeper's
     std::shared_ptr<Keeper> m_keeper;  // of what this object manages
     std::weak_ptr<Keeper> m_manager;   // of the object that manages this one
     // This one's place in its manager's list, guarded by that keeper's lock.

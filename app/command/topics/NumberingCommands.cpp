@@ -121,26 +121,30 @@ void Update(Session& session, Arguments& arguments) {
 }  // namespace
 
 CommandTopic NumberingCommands() {
-    return {"Numbering",
-            {{"item number",
-              "ITEM|flat|hierarchical [NUMBER] [prefix=TEXT] [separator=TEXT] [start=N] [step=N] [digits=N] "
-              "[letters=on|off] [by=structure|name|place] [from=CORNER]",
-              "give an item a number, or all of them new ones",
-              "flat counts through, hierarchical counts below assemblies; prefix, start, step, digits (with zeros in "
-              "front) and letters (A, B ... AA) are those of the top level, the separator stands between levels. "
-              "by=place counts the labels clockwise from a corner: top-left, top-right, bottom-right or "
-              "bottom-left. Between times, a number that was given once is not given to another item.",
-              "item number flat start=10 step=10 by=place from=top-right", Effect::Changes, "Number Items", Number},
-             {"item lock", "ITEM...", "let items keep their numbers when numbers are given anew", "",
-              "item lock 4", Effect::Changes, "Lock Number", Lock},
-             {"item unlock", "ITEM...", "take such a lock away", "", "item unlock 4", Effect::Changes,
-              "Unlock Number", Unlock},
-             {"item update", "[level=leaves|top|all] [skip=hidden|NAME|'PROPERTY=VALUE']...",
-              "list what is missing, and say which items take part",
-              "leaves are all parts, top is what the product is put together from, all are assemblies and what is in "
-              "them. What is skipped gets no number; names and values may have * and ?. Items made by 'item add' "
-              "stay as they are.",
-              "item update level=top skip=hidden skip='Washer*'", Effect::Changes, "Update Items", Update}}};
+    return {
+        "Numbering",
+        {{"item number",
+          "ITEM|flat|hierarchical [NUMBER] [prefix=TEXT] [separator=TEXT] [start=N] [step=N] [digits=N] "
+          "[letters=on|off] [by=structure|name|place] [from=CORNER]",
+          "give an item a number, or all of them new ones",
+          "flat counts through, hierarchical counts below assemblies; prefix, start, step, digits (with "
+          "zeros in "
+          "front) and letters (A, B ... AA) are those of the top level, the separator stands between levels. "
+          "by=place counts the labels clockwise from a corner: top-left, top-right, bottom-right or "
+          "bottom-left. Between times, a number that was given once is not given to another item.",
+          "item number flat start=10 step=10 by=place from=top-right", Effect::Changes, "Number Items",
+          Number},
+         {"item lock", "ITEM...", "let items keep their numbers when numbers are given anew", "",
+          "item lock 4", Effect::Changes, "Lock Number", Lock},
+         {"item unlock", "ITEM...", "take such a lock away", "", "item unlock 4", Effect::Changes,
+          "Unlock Number", Unlock},
+         {"item update", "[level=leaves|top|all] [skip=hidden|NAME|'PROPERTY=VALUE']...",
+          "list what is missing, and say which items take part",
+          "leaves are all parts, top is what the product is put together from, all are assemblies and what "
+          "is in "
+          "them. What is skipped gets no number; names and values may have * and ?. Items made by 'item add' "
+          "stay as they are.",
+          "item update level=top skip=hidden skip='Washer*'", Effect::Changes, "Update Items", Update}}};
 }
 
 }  // namespace zrsheet

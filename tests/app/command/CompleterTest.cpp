@@ -35,7 +35,7 @@ TEST_F(CompleterTest, KnowsWhatMayStandWhere) {
         {"hi", "0: hidden$ hide$ history$"},
         {"  hid", "2: hidden$ hide$"},
         {"frob", "0:"},
-        {"item ", "5: add$ clear$ join$ leave$ list$ number$ remove$ rename$ tag$"},
+        {"item ", "5: add$ clear$ join$ leave$ list$ lock$ number$ remove$ rename$ tag$ unlock$ update$"},
         {"item re", "5: remove$ rename$"},
         {"help item re", "10: remove$ rename$"},
         {"camera ", "7: back$ bottom$ front$ iso$ left$ pan$ right$ top$ zoom$"},

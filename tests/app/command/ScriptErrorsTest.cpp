@@ -15,7 +15,9 @@ TEST_F(ScriptErrors, SayWhatIsWrongAndWhatToDo) {
     const std::vector<Row> rows{
         {"frob", "'frob' is no command; 'help' lists them"},
         {"item frob 3",
-         "command 'item': it goes on with one of add, clear, join, leave, list, number, remove, rename, tag, "
+         "command 'item': it goes on with one of add, clear, join, leave, list, lock, number, remove, "
+         "rename, tag, "
+         "unlock, update, "
          "not with "
          "'frob'; 'help item' tells more"},
         {"symbol", "command 'symbol': it goes on with one of add, remove; 'help symbol' tells more"},
@@ -60,7 +62,8 @@ TEST_F(ScriptErrors, SayWhatIsWrongAndWhatToDo) {
         {"item number 1 0",
          "command 'item number': '0' is no NUMBER, which is a whole number from 1 to 999999; usage: item "
          "number "
-         "ITEM|flat|hierarchical [NUMBER] [prefix=TEXT] [separator=TEXT]"},
+         "ITEM|flat|hierarchical [NUMBER] [prefix=TEXT] [separator=TEXT] [start=N] [step=N] [digits=N] "
+         "[letters=on|off] [by=structure|name|place] [from=CORNER]"},
         {"item add Pin",
          "command 'item add': all of these parts are items already; 'item join' moves them to another"},
         {"template use nought",

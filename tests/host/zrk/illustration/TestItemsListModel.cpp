@@ -49,7 +49,9 @@ public:
             SbomPtr next;
             above->GetParent(next);
             above = next;
-            if (above && HolderOf(above) != 0) return HolderOf(above);
+            const auto row = above ? m_rows.find(HolderOf(above)) : m_rows.end();
+            if (row != m_rows.end() && (row->second.isItemized || !row->second.custom.empty()))
+                return row->first;
         }
         return 0;
     }
