@@ -25,8 +25,8 @@ struct Balloon {
 
 /// `model` is the model's picture, around which the balloons are placed, each near its anchor. The room along
 /// the sides is that of `figure` and is left only when the balloons need more. O(n log n), and O(n^2) for the
-/// crossings of one side. Leaders of balloons of one height do not cross on a side; where heights differ a few
-/// may.
+/// crossings of one side. Leaders of balloons of one height do not cross on a side; where heights differ a
+/// few may.
 void TidyBalloons(std::vector<Balloon>& balloons, const PageBox& model, const PageBox& figure);
 
 }  // namespace zrsheet
