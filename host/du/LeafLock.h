@@ -15,10 +15,12 @@ public:
     LeafLock(const LeafLock&) = delete;
     LeafLock& operator=(const LeafLock&) = delete;
 
+    // NOLINTBEGIN(readability-identifier-naming): std::lock_guard asks for these names.
     void lock() noexcept {
         while (m_isHeld.exchange(true, std::memory_order_acquire)) std::this_thread::yield();
     }
     void unlock() noexcept { m_isHeld.store(false, std::memory_order_release); }
+    // NOLINTEND(readability-identifier-naming)
 
 private:
     std::atomic<bool> m_isHeld{false};
