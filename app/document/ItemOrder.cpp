@@ -29,10 +29,12 @@ std::string_view TakeDigits(std::string_view& text) {
 template <class KeyOf>
 std::vector<unsigned> Sorted(const std::vector<unsigned>& ids, KeyOf keyOf) {
     std::vector<std::pair<decltype(keyOf(0U)), unsigned>> keyed;
+    keyed.reserve(ids.size());
     for (const unsigned id : ids) keyed.emplace_back(keyOf(id), id);
     std::stable_sort(keyed.begin(), keyed.end(),
                      [](const auto& a, const auto& b) { return a.first < b.first; });
     std::vector<unsigned> sorted;
+    sorted.reserve(ids.size());
     for (const auto& [key, id] : keyed) sorted.push_back(id);
     return sorted;
 }

@@ -53,16 +53,14 @@ void Save(Session& session, Arguments& arguments) {
     session.Save(file);
 }
 
-void CheckExports(const std::vector<std::string>& files) {
-    for (const std::string& file : files) {
-        if (!CanExport(file)) {
-            std::string known;
-            for (const auto extension : ExportExtensions())
-                known += (known.empty() ? "" : ", ") + std::string(extension);
-            throw UserError("'" + file + "': its format is not known; use one of " + known);
-        }
-        CheckTarget(file);
+void CheckExport(const std::string& file) {
+    if (!CanExport(file)) {
+        std::string known;
+        for (const auto extension : ExportExtensions())
+            known.append(known.empty() ? "" : ", ").append(extension);
+        throw UserError("'" + file + "': its format is not known; use one of " + known);
     }
+    CheckTarget(file);
 }
 
 Sheet Draw(Session& session) {
@@ -72,7 +70,7 @@ Sheet Draw(Session& session) {
 
 void Export(Session& session, Arguments& arguments) {
     const auto files = arguments.TakeSome("FILE");
-    CheckExports(files);
+    for (const std::string& file : files) CheckExport(file);
     const Sheet sheet = Draw(session);
     for (const std::string& file : files) ExportSheet(sheet, file);
 }
