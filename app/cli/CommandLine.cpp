@@ -172,11 +172,15 @@ void DefineCallouts(CLI::App& make, SheetOptions& options, RawOptions& raw) {
         ->group("Callouts")
         ->allow_extra_args(false);
     make.add_option("--template", options.labelTemplate,
-                    "What balloons say: {item}, {quantity}, {tag}, {name},\n{property:NAME}, and any text "
-                    "around them")
-        ->type_name("TEXT")
+                    "What balloons say: number, number-quantity, tag, name,\npart-number, split, the name of "
+                    "one of the author's own, or a text\nwith {item}, {quantity}, {tag}, {name}, "
+                    "{property:NAME} ...")
+        ->type_name("NAME|TEXT")
         ->group("Callouts")
         ->capture_default_str();
+    make.add_option("--templates", options.templates, "The author's own templates")
+        ->type_name("FILE")
+        ->group("Callouts");
     make.add_option("--balloon", raw.shape,
                     "The shape of balloons: round, hexagon, box, none (underlined\ntext) or split (a line "
                     "below the first line of the text)")

@@ -57,13 +57,14 @@ du::SmartPtr<zrcallouts::Callouts> LoadedEngine() {
 
 Document::Document(Assembly assembly, const Settings& settings)
     : m_model(std::move(assembly)), m_page(settings.width, settings.height) {
-    m_templates.Define(kFirstTemplate, settings.labelTemplate);
+    m_templates.Define({kFirstTemplate, settings.labelTemplate, {}});
     m_itemList = zritemlist::ItemList::GetItemListForScene(Scene());
     Items()->SetNumbering(settings.numbering);
     ListParts();
     m_engine = LoadedEngine();
     m_engine->Initialize(Scene());
     m_engine->SetTemplate(m_templates.Get(kFirstTemplate)->definition);
+    m_templates.SetLanguage(*m_engine, Language());
     ApplyLeaders(settings.leaders);
 }
 
@@ -115,10 +116,11 @@ void Document::SetLeaders(LeaderChoice choice) {
 
 std::string Document::Language() const { return du::Localizer::GetLanguage(); }
 
-void Document::ApplyLanguage(const std::string& language) const {
+void Document::ApplyLanguage(const std::string& language) {
     if (!zrk::World::GetWorld()->SetLanguage(language)) {
         throw UserError("language '" + language + "': no texts; there are en, de, fr, es and ja");
     }
+    m_templates.SetLanguage(*m_engine, language);
 }
 
 void Document::SetLanguage(const std::string& language) {
@@ -127,9 +129,10 @@ void Document::SetLanguage(const std::string& language) {
     Record([this, before] { ApplyLanguage(before); }, [this, language] { ApplyLanguage(language); });
 }
 
-void Document::DefineTemplate(const std::string& name, const std::string& text) {
+void Document::DefineTemplate(const NamedTemplate& named) {
+    const std::string& name = named.name;
     const auto before = m_templates.Get(name);
-    m_templates.Define(name, text);
+    m_templates.Define(named);
     const auto after = m_templates.Get(name);
     Record([this, name, before] { m_templates.Put(name, before); },
            [this, name, after] { m_templates.Put(name, after); });
@@ -148,13 +151,21 @@ void Document::RemoveTemplate(const std::string& name) {
 
 std::string Document::CurrentTemplate() const { return m_engine->GetTemplate()->GetId(); }
 
+TemplateLibrary::Entry Document::DefinedTemplate(const std::string& name) {
+    if (const auto entry = m_templates.Get(name)) return *entry;
+    for (const NamedTemplate& ready : ReadTemplates(ReadyTemplates())) {
+        if (ready.name == name) DefineTemplate(ready);
+    }
+    if (const auto entry = m_templates.Get(name)) return *entry;
+    throw UserError("there is no template '" + name + "'; 'template define' makes one");
+}
+
 void Document::UseTemplate(const std::string& name) {
-    const auto entry = m_templates.Get(name);
-    if (!entry) throw UserError("template '" + name + "': there is none of that name; define it first");
+    const auto entry = DefinedTemplate(name);
     const auto before = m_engine->GetTemplate();
-    m_engine->SetTemplate(entry->definition);
+    m_engine->SetTemplate(entry.definition);
     Record([this, before] { m_engine->SetTemplate(before); },
-           [this, after = entry->definition] { m_engine->SetTemplate(after); });
+           [this, after = entry.definition] { m_engine->SetTemplate(after); });
 }
 
 std::vector<Document::SbomPtr> Document::FindInstances(const Patterns& patterns) const {

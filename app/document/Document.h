@@ -79,13 +79,16 @@ public:
 
     // Label templates. Changes can be undone.
     [[nodiscard]] const TemplateLibrary& Templates() const { return m_templates; }
-    /// Defines or changes a template. Throws UserError when the text is wrong.
-    void DefineTemplate(const std::string& name, const std::string& text);
+    /// Defines or changes a template. Throws UserError when a text is wrong.
+    void DefineTemplate(const NamedTemplate& named);
     /// Throws UserError for one that is not there.
     void RemoveTemplate(const std::string& name);
     /// The template for new callouts.
     [[nodiscard]] std::string CurrentTemplate() const;
-    /// Throws UserError for one that is not there.
+    /// One that is there, or a ready one that is there from then on. Throws UserError for one that is
+    /// nowhere.
+    TemplateLibrary::Entry DefinedTemplate(const std::string& name);
+    /// The same.
     void UseTemplate(const std::string& name);
 
     // What patterns mean (see InstancePattern.h). None: everything.
@@ -122,7 +125,7 @@ private:
     void TakeLeadersForVisible() const;
     [[nodiscard]] Look CurrentLook() const;
     void ApplyLeaders(LeaderChoice choice);
-    void ApplyLanguage(const std::string& language) const;
+    void ApplyLanguage(const std::string& language);
     /// For what is no change of a host object: `redo` has been done.
     void Record(std::function<void()> undo, std::function<void()> redo) const;
 

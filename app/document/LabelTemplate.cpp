@@ -1,5 +1,6 @@
 #include "app/document/LabelTemplate.h"
 
+#include <charconv>
 #include <string_view>
 #include <utility>
 
@@ -12,11 +13,20 @@ namespace {
 using zrannotations::LabelContent;
 using Content = du::SmartPtr<LabelContent>;
 
-constexpr std::string_view kPropertyPrefix = "property:";
 constexpr std::string_view kLineBreak = "line";
 
 Content Reference(const std::string& group, const std::string& name) {
     return Content(new LabelContent(group, name, zrannotations::TextProperties()));
+}
+
+/// A property of what stands at `scope` of the part.
+Content Property(const std::string& name, const std::string& scope) {
+    return Content(new LabelContent("", name, "Value", scope, zrannotations::TextProperties()));
+}
+
+/// The name behind a prefix such as "parent:"; "" for none.
+std::string NameBehind(const std::string& placeholder, std::string_view prefix) {
+    return placeholder.starts_with(prefix) ? placeholder.substr(prefix.size()) : std::string();
 }
 
 Content Placeholder(const std::string& name, const std::string& labelTemplate) {
@@ -24,12 +34,13 @@ Content Placeholder(const std::string& name, const std::string& labelTemplate) {
     if (name == "quantity") return Reference("System", "zrQTY");
     if (name == "tag") return Reference("System", "zrTAG");
     if (name == "name") return Reference("", "Name");
-    if (name.starts_with(kPropertyPrefix) && name.size() > kPropertyPrefix.size()) {
-        return Reference("", name.substr(kPropertyPrefix.size()));
-    }
-    throw UserError(
-        "template '" + labelTemplate + "': {" + name +
-        "} is not known; use {item}, {quantity}, {tag}, {name} or {property:NAME}, and {{ for a brace");
+    if (const auto own = NameBehind(name, "property:"); !own.empty()) return Reference("", own);
+    if (const auto parent = NameBehind(name, "parent:"); !parent.empty()) return Property(parent, "Parent");
+    if (const auto root = NameBehind(name, "root:"); !root.empty()) return Property(root, "Root");
+    if (const auto file = NameBehind(name, "file:"); !file.empty()) return Reference("Document", file);
+    throw UserError("template '" + labelTemplate + "': {" + name +
+                    "} is not known; use {item}, {quantity}, {tag}, {name}, {property:NAME}, {parent:NAME}, "
+                    "{root:NAME}, {file:NAME} or {line}, and {{ for a brace");
 }
 
 /// Collects literal text between the placeholders.
@@ -84,6 +95,26 @@ private:
 zrannotations::TAnnotation::Contents ParseLabelTemplate(const std::string& text) {
     if (text.empty()) throw UserError("template: it is empty; use {item} for item numbers");
     return TemplateParser(text).Parse();
+}
+
+void CheckLabelTemplate(const std::string& text, const std::map<std::string, std::string>& translations) {
+    std::size_t placeholders = 0;
+    for (const auto& content : ParseLabelTemplate(text)) placeholders += content->Kind() == 0 ? 0 : 1;
+    for (const auto& [language, translation] : translations) {
+        const std::string complaint = "translation '" + translation + "' of template '" + text + "': ";
+        if (translation.empty()) throw UserError(complaint + "it is empty; leave it out");
+        for (std::size_t at = 0; (at = translation.find_first_of("{}", at)) != std::string::npos;) {
+            std::size_t number = 0;
+            const char* begin = translation.data() + at + 1;
+            const auto [end, error] = std::from_chars(begin, translation.data() + translation.size(), number);
+            const bool isClosed = translation[at] == '{' && error == std::errc() && *end == '}';
+            if (!isClosed || number >= placeholders) {
+                throw UserError(complaint + "braces hold the numbers of the text's placeholders, from 0 to " +
+                                std::to_string(placeholders) + " less one");
+            }
+            at = static_cast<std::size_t>(end - translation.data()) + 1;
+        }
+    }
 }
 
 }  // namespace zrsheet

@@ -7,6 +7,8 @@
 #include <string>
 #include <vector>
 
+#include "app/document/TemplateFile.h"
+#include "callouts/Callouts.h"
 #include "du/SmartPtr.h"
 #include "zrannotations/TAnnotation.h"
 
@@ -20,6 +22,7 @@ public:
     struct Entry {
         TemplatePtr definition;
         std::string text;
+        std::map<std::string, std::string> translations;  // see TemplateFile.h
     };
 
     TemplateLibrary();
@@ -30,7 +33,10 @@ public:
 
     /// Defines a template, or changes what one of that name says; its callouts follow. Throws UserError when
     /// the text is wrong.
-    void Define(const std::string& name, const std::string& text);
+    void Define(const NamedTemplate& named);
+    /// From then on templates say what is translated in this language. Callouts follow. The
+    /// engine is alive while templates change.
+    void SetLanguage(const zrcallouts::Callouts& engine, const std::string& language);
     /// Puts back what Get gave: the same template saying the same, or none. Callouts of a template that goes
     /// keep their labels.
     void Put(const std::string& name, const std::optional<Entry>& entry);
@@ -41,11 +47,15 @@ public:
     [[nodiscard]] TemplatePtr Find(const std::string& name) const;
     /// In alphabetical order.
     [[nodiscard]] std::vector<std::string> Names() const;
+    [[nodiscard]] std::vector<NamedTemplate> All() const;
 
 private:
     void Offer() const;
+    [[nodiscard]] zrannotations::TAnnotation::Contents ContentsOf(const Entry& entry) const;
 
     std::map<std::string, Entry> m_entries;
+    const zrcallouts::Callouts* m_engine = nullptr;  // null until there is a language
+    std::string m_language;
 };
 
 }  // namespace zrsheet

@@ -87,7 +87,7 @@ private:
         m_document.SetStyle(m_project.style);
         std::set<std::string> names;
         for (const auto& each : m_project.templates) {
-            m_document.DefineTemplate(each.name, each.text);
+            m_document.DefineTemplate({each.name, each.text, each.translations});
             names.insert(each.name);
         }
         m_document.UseTemplate(m_project.settings.labelTemplate);

@@ -75,9 +75,8 @@ private:
         m_project.settings = {m_document.Language(), m_document.Leaders(),
                               m_document.Scene()->GetDrawWhenHidden(), m_document.CurrentTemplate()};
         m_project.style = m_document.Style();
-        const TemplateLibrary& templates = m_document.Templates();
-        for (const auto& name : templates.Names())
-            m_project.templates.push_back({name, templates.Get(name)->text});
+        for (const NamedTemplate& each : m_document.Templates().All())
+            m_project.templates.push_back({each.name, each.text, each.translations});
     }
 
     void CaptureView() {

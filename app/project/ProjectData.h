@@ -96,6 +96,7 @@ struct ProjectNumbering {
 struct ProjectTemplate {
     std::string name;
     std::string text;  // as LabelTemplate.h reads it
+    std::map<std::string, std::string> translations{};
 
     friend bool operator==(const ProjectTemplate&, const ProjectTemplate&) = default;
 };

@@ -178,6 +178,7 @@ template <class Fields>
 void DescribeFields(Fields& fields, Kind<ProjectTemplate>) {
     fields.Required("name", &ProjectTemplate::name, kNotEmpty);
     fields.Required("text", &ProjectTemplate::text, kNotEmpty);
+    fields.Optional("translations", &ProjectTemplate::translations);
 }
 
 template <class Fields>

@@ -63,6 +63,23 @@ SheetModel Describe(const ProductModel& model, const PageBox& figure) {
     return description;
 }
 
+/// By its name, the author's own before ready ones, else by what it says.
+void ChooseTemplate(Document& document, const SheetOptions& options) {
+    std::vector<NamedTemplate> known = ReadTemplates(ReadyTemplates());
+    if (!options.templates.empty()) {
+        const auto own = ReadTemplates(options.templates);
+        known.insert(known.begin(), own.begin(), own.end());
+    }
+    NamedTemplate chosen{Document::kFirstTemplate, options.labelTemplate, {}};
+    const auto named = std::find_if(known.begin(), known.end(),
+                                    [&](const auto& each) { return each.name == options.labelTemplate; });
+    if (named != known.end()) {
+        chosen.text = named->text;
+        chosen.translations = named->translations;
+    }
+    document.DefineTemplate(chosen);
+}
+
 }  // namespace
 
 unsigned ThreadCount(unsigned wanted) {
@@ -104,8 +121,9 @@ Sheet MakeSheet(Assembly assembly, const SheetOptions& options, const StageSink&
     Stopwatch watch;
     const unsigned threads = ThreadCount(options.threads);
     const zrkapp::illustration::HostSession session(threads);
-    Document document(std::move(assembly), {options.width, options.height, options.leaders, options.numbering,
-                                            options.labelTemplate});
+    Document document(std::move(assembly),
+                      {options.width, options.height, options.leaders, options.numbering, "{item}"});
+    ChooseTemplate(document, options);
     document.SetLanguage(options.language);
     document.SetStyle(options.style);
     if (options.rules.IsAny()) UpdateItems(document, options.rules);

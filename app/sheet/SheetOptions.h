@@ -21,7 +21,8 @@ struct SheetOptions {
     int width = 1600;  // of the page, pixels
     int height = 1000;
     LeaderChoice leaders = LeaderChoice::One;
-    std::string labelTemplate = "{item}";
+    std::string labelTemplate = "{item}";  // a text, or the name of a template
+    std::filesystem::path templates;       // a file of them; empty: the ready ones alone
     zrannotations::CalloutStyle style;
     std::string language = "en";
     zrk::illustration::Numbering numbering{};
