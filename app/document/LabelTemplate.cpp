@@ -109,8 +109,8 @@ void CheckLabelTemplate(const std::string& text, const std::map<std::string, std
             const auto [end, error] = std::from_chars(begin, translation.data() + translation.size(), number);
             const bool isClosed = translation[at] == '{' && error == std::errc() && *end == '}';
             if (!isClosed || number >= placeholders) {
-                throw UserError(complaint + "braces hold the numbers of the text's placeholders, from 0 to " +
-                                std::to_string(placeholders) + " less one");
+                throw UserError(complaint + "braces hold numbers of placeholders, of which the text has " +
+                                std::to_string(placeholders) + "; {0} is the first one");
             }
             at = static_cast<std::size_t>(end - translation.data()) + 1;
         }

@@ -123,6 +123,8 @@ ProductModel::~ProductModel() {
 void ProductModel::Build(Assembly& assembly) {
     const InstancePtr top(new zrk::Instance(du::Symbol("/"), m_name, nullptr, dg::Location::IDENTITY));
     m_root = new SbomInstance(du::Symbol("/"), m_name);
+    m_root->SetProperty(du::Symbol::EMPTY, du::Symbol(kNameProperty), du::Symbol(m_name));
+    m_root->SetEbomInstance(top);
     const std::vector<std::string> paths = InstancePaths(assembly);
     const std::vector<int> numbers = ComponentNumbers(assembly);
     Components components(assembly);

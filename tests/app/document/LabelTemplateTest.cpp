@@ -11,8 +11,10 @@ namespace {
 std::string Pieces(const std::string& text) {
     std::string pieces;
     for (const auto& content : ParseLabelTemplate(text)) {
-        pieces += content->Kind() == 0 ? "'" + content->TextOrGroup() + "'"
-                                       : "[" + content->TextOrGroup() + "|" + content->PropertyName() + "]";
+        pieces += content->Kind() == 0
+                      ? "'" + content->TextOrGroup() + "'"
+                      : "[" + content->TextOrGroup() + "|" + content->PropertyName() +
+                            (content->InstanceScope().empty() ? "" : "|" + content->InstanceScope()) + "]";
     }
     return pieces;
 }
@@ -24,6 +26,9 @@ TEST(LabelTemplate, ReadsPlaceholdersTextAndBraces) {
         {"{tag}{name}", "[System|zrTAG][|Name]"},
         {"{property:Part No}", "[|Part No]"},
         {"{property:a:b}", "[|a:b]"},
+        {"{parent:Name}{root:Name}", "[|Name|Parent][|Name|Root]"},
+        {"{file:Title}", "[Document|Title]"},
+        {"{item}{line}{quantity}x", "[System|zrITM]'\n'[System|zrQTY]'x'"},
         {"plain", "'plain'"},
         {"{{{item}}}", "'{'[System|zrITM]'}'"},  // doubled braces around a placeholder
         {"{{item}}", "'{item}'"},
@@ -39,6 +44,7 @@ TEST(LabelTemplate, SaysWhatIsWrongAndWhere) {
         {"{Item}", "{Item}"},
         {"{}", "{}"},
         {"{property:}", "{property:}"},
+        {"{parent:}", "{parent:}"},
         {"no {item", "character 4"},
         {"no } here", "character 4"},
         {"{{item}", "character 7"},
@@ -51,6 +57,20 @@ TEST(LabelTemplate, SaysWhatIsWrongAndWhere) {
             EXPECT_NE(std::string(error.what()).find(culprit), std::string::npos) << error.what();
         }
     }
+}
+
+TEST(LabelTemplate, RefusesTranslationsThatNameNoPlaceholder) {
+    const auto isTaken = [](const char* translation) {
+        try {
+            CheckLabelTemplate("{item} of {quantity}", {{"de", translation}});
+            return true;
+        } catch (const UserError&) {
+            return false;
+        }
+    };
+    for (const char* good : {"{1} von {0}", "{0}{0}", "von", "{1}"}) EXPECT_TRUE(isTaken(good)) << good;
+    for (const char* bad : {"", "{2}", "{-1}", "{item}", "{}", "{0", "0}", "{{0}}", "{0 }"})
+        EXPECT_FALSE(isTaken(bad)) << bad;
 }
 
 }  // namespace

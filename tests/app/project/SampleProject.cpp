@@ -51,7 +51,7 @@ ProjectData SampleProject() {
     project.settings = {"ja", LeaderChoice::PerInstance, true, "label"};
     project.style.shape = zrannotations::BalloonShape::Hexagon;
     project.numbering = {true, "P", "-", 10, 5, 3, true, {{0, 20}, {1, 4}}};
-    project.templates = {{"label", "{item} ({quantity}x)"}, {"name", "{name}"}};
+    project.templates = {{"label", "{item} ({quantity}x)", {{"de", "{1} mal {0}"}}}, {"name", "{name}"}};
     project.parts = {{"/Pump/Screw", true, true, true, kMoved, {{"Name", "Bolt"}, {"Tag", ""}}},
                      {"/Pump/Gone", true, false, false, std::nullopt, {}}};
     project.symbols = {{"arrow-1", "arrow", kMoved, true}};
