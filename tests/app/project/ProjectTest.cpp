@@ -72,7 +72,7 @@ TEST(Project, StaysInStepAfterLoading) {
     ASSERT_TRUE(callout);
     document.Scene()->SetVisible(callout->GetShapeInstanceAtPos(0), false);
     EXPECT_TRUE(callout->IsHiddenAtPos(0));
-    document.DefineTemplate(Document::kFirstTemplate, "No. {item}");
+    document.DefineTemplate({Document::kFirstTemplate, "No. {item}", {}});
     EXPECT_EQ(callout->GetMarkupText().Text(), "No. 1");
     document.Items()->RemoveItem(first);
     EXPECT_FALSE(stage.CalloutOf(first));
