@@ -73,7 +73,7 @@ TEST_F(ScriptErrors, SayWhatIsWrongAndWhatToDo) {
         {"template edit label '{nonsense}'",
          "command 'template edit': template '{nonsense}': {nonsense} is not known; use {item}, {quantity}, "
          "{tag}, "
-         "{name} or {property:NAME}, and {{ for a brace"},
+         "{name}, {property:NAME}, {parent:NAME}, {root:NAME}, {file:NAME} or {line}, and {{ for a brace"},
         {"inset move inset-2 by 1,1",
          "command 'inset move': 'inset-2' is no inset; 'list insets' shows them"},
         {"inset factor inset-1 0",
