@@ -67,7 +67,7 @@ TEST_F(ScriptErrors, SayWhatIsWrongAndWhatToDo) {
         {"item add Pin",
          "command 'item add': all of these parts are items already; 'item join' moves them to another"},
         {"template use nought",
-         "command 'template use': template 'nought': there is none of that name; define it first"},
+         "command 'template use': there is no template 'nought'; 'template define' makes one"},
         {"template define label x",
          "command 'template define': there is a template 'label' already; change it with 'template edit'"},
         {"template edit label '{nonsense}'",
