@@ -101,7 +101,8 @@ void CheckLabelTemplate(const std::string& text, const std::map<std::string, std
     std::size_t placeholders = 0;
     for (const auto& content : ParseLabelTemplate(text)) placeholders += content->Kind() == 0 ? 0 : 1;
     for (const auto& [language, translation] : translations) {
-        const std::string complaint = "translation '" + translation + "' of template '" + text + "': ";
+        std::string complaint("translation '");
+        complaint.append(translation).append("' of template '").append(text).append("': ");
         if (translation.empty()) throw UserError(complaint + "it is empty; leave it out");
         for (std::size_t at = 0; (at = translation.find_first_of("{}", at)) != std::string::npos;) {
             std::size_t number = 0;

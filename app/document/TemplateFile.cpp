@@ -30,8 +30,9 @@ void ExpectMembers(const Json& object, const std::string& where,
                    std::initializer_list<std::string_view> known) {
     Expect(object.is_object(), where + " is no object");
     for (const auto& [name, value] : object.items()) {
-        Expect(std::find(known.begin(), known.end(), name) != known.end(),
-               where + " has a member '" + name + "' that is not known");
+        std::string complaint(where);
+        complaint.append(" has a member '").append(name).append("' that is not known");
+        Expect(std::find(known.begin(), known.end(), name) != known.end(), complaint);
     }
 }
 
