@@ -4,6 +4,7 @@
 #include <string>
 
 #include "app/command/topics/CalloutCommands.h"
+#include "app/command/topics/CreationCommands.h"
 #include "app/command/topics/FileCommands.h"
 #include "app/command/topics/HistoryCommands.h"
 #include "app/command/topics/InsetCommands.h"
@@ -35,9 +36,9 @@ const CommandTable& CommandTable::Get() {
 }
 
 CommandTable::CommandTable()
-    : m_topics{FileCommands(),     PartCommands(),    CalloutCommands(),   LabelCommands(), StyleCommands(),
-               TemplateCommands(), ItemCommands(),    NumberingCommands(), InsetCommands(), SymbolCommands(),
-               PictureCommands(),  HistoryCommands(), ListCommands()} {}
+    : m_topics{FileCommands(),   PartCommands(),     CreationCommands(), CalloutCommands(),   LabelCommands(),
+               StyleCommands(),  TemplateCommands(), ItemCommands(),     NumberingCommands(), InsetCommands(),
+               SymbolCommands(), PictureCommands(),  HistoryCommands(),  ListCommands()} {}
 
 const Command* CommandTable::Find(std::string_view name) const {
     for (const CommandTopic& topic : m_topics) {
@@ -50,7 +51,7 @@ const Command* CommandTable::Find(std::string_view name) const {
 
 const Command& CommandTable::Resolve(const std::vector<Word>& words) const {
     const std::string& first = words.front().text;
-    if (words.size() > 1) {
+    if (words.size() > 1 && words[1].IsPlain()) {
         if (const Command* command = Find(first + " " + words[1].text)) return *command;
     }
     if (const Command* command = Find(first)) return *command;

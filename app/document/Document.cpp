@@ -4,6 +4,7 @@
 #include <stdexcept>
 
 #include "app/document/CalloutIds.h"
+#include "app/document/CalloutUpdate.h"
 #include "app/document/InstancePattern.h"
 #include "app/document/UserError.h"
 #include "callouts/generator/CalloutGenerator.h"
@@ -225,17 +226,32 @@ std::vector<Document::CalloutPtr> Document::Callouts() const {
     return callouts;
 }
 
+void Document::SetPlacedByHand(const CalloutPtr& callout, bool isPlaced) {
+    if (IsPlacedByHand(callout) == isPlaced) return;
+    const auto set = [this, callout](bool is) {
+        if (is) {
+            m_placedByHand.insert(callout);
+        } else {
+            m_placedByHand.erase(callout);
+        }
+    };
+    set(isPlaced);
+    Record([set, isPlaced] { set(!isPlaced); }, [set, isPlaced] { set(isPlaced); });
+}
+
 void Document::CreateCallouts(const Patterns& patterns, const ProgressSink& progress) {
-    zrcallouts::CalloutGenerator::Selection selection;
-    for (const auto& instance : FindInstances(patterns)) {
+    std::vector<SbomPtr> listed = FindInstances(patterns);
+    std::erase_if(listed, [this](const SbomPtr& instance) {
         unsigned id = 0;
-        if (Items()->GetItemIdForInstance(instance, id))
-            selection.emplace_back(new SbomInstanceSelectionItem(instance));
-    }
-    if (selection.empty()) {
+        return !Items()->GetItemIdForInstance(instance, id);
+    });
+    if (listed.empty()) {
         throw UserError("select" + Quoted(patterns) +
                         ": no part matches; patterns are names or paths such as 'Bolt*' or '/Pump/*'");
     }
+    zrcallouts::CalloutGenerator::Selection selection;
+    for (const auto& instance : CalloutUpdate(*this).Missing(listed))
+        selection.emplace_back(new SbomInstanceSelectionItem(instance));
     const du::SmartPtr<zrk::AsyncEvent> event(new ProgressEvent(progress));
     zrcallouts::CalloutGenerator::CreateCallouts(m_engine, std::move(selection), event);
     zrk::World::GetWorld()->GetTaskPool()->WaitIdle();

@@ -4,6 +4,7 @@
 
 #include <cstdint>
 #include <functional>
+#include <set>
 #include <string>
 #include <utility>
 #include <vector>
@@ -102,8 +103,15 @@ public:
     /// In the order of their items in the list, those without item last.
     [[nodiscard]] std::vector<CalloutPtr> Callouts() const;
 
-    /// Creates the callouts of all listed parts that match, in the task pool, and waits. Throws UserError
-    /// when none does.
+    /// Whether the author chose the place of its label.
+    [[nodiscard]] bool IsPlacedByHand(const CalloutPtr& callout) const {
+        return m_placedByHand.contains(callout);
+    }
+    /// Can be undone.
+    void SetPlacedByHand(const CalloutPtr& callout, bool isPlaced);
+
+    /// Creates the callouts of all listed parts that match and have none, in the task pool, and waits (see
+    /// CalloutUpdate.h). Throws UserError when nothing matches.
     void CreateCallouts(const Patterns& patterns, const ProgressSink& progress);
     /// Waits for the task pool, answers the picks that find the leaders' ends, and checks anew which leaders
     /// are covered when parts or the camera changed.
@@ -135,6 +143,7 @@ private:
     du::SmartPtr<zrcallouts::Callouts> m_engine;
     std::pair<int, int> m_page;
     zrannotations::CalloutStyle m_style;
+    std::set<CalloutPtr> m_placedByHand;
     Look m_checked;  // when leaders were last checked
 };
 

@@ -3,7 +3,22 @@
 #include <map>
 #include <set>
 
+#include "zrk/operation/CallStep.h"
+
 namespace zrsheet {
+namespace {
+
+/// All below it, parents before their children.
+std::vector<ItemEdits::SbomPtr> Below(const ItemEdits::SbomPtr& assembly) {
+    std::vector<ItemEdits::SbomPtr> below(assembly->GetChildren().begin(), assembly->GetChildren().end());
+    for (std::size_t i = 0; i < below.size(); ++i) {
+        const auto children = below[i]->GetChildren();
+        below.insert(below.end(), children.begin(), children.end());
+    }
+    return below;
+}
+
+}  // namespace
 
 // The engine follows the list by itself where it can, but combined callouts let a member go only while the
 // item is still known.
@@ -40,6 +55,60 @@ void ItemEdits::Leave(unsigned id, const std::vector<SbomPtr>& instances) {
     m_list.LeaveItem(id, instances, operation);
     m_engine.UpdateItemGroupCalloutLeaders(id, {}, {instances.begin(), instances.end()}, operation);
     RemoveLeaderless(id);
+}
+
+void ItemEdits::SetWeld(const SbomPtr& assembly, bool isWeld) {
+    assembly->SetWeld(isWeld);
+    OpenOperation()->AddStep(new zrk::CallStep([assembly, isWeld] { assembly->SetWeld(!isWeld); },
+                                               [assembly, isWeld] { assembly->SetWeld(isWeld); }));
+}
+
+void ItemEdits::LeaveOrDelete(const SbomPtr& instance) {
+    unsigned id = 0;
+    const auto& items = m_list.GetZrkItemList();
+    if (!items->GetItemIdForInstance(instance, id)) return;
+    if (items->GetQuantity(id) == 1) {
+        Delete(id);
+    } else {
+        Leave(id, {instance});
+    }
+}
+
+// With its equals where they are listed already.
+void ItemEdits::List(const SbomPtr& instance) {
+    unsigned id = 0;
+    if (m_list.GetZrkItemList()->GetItemIdForInstance(instance, id)) return;
+    if (m_list.GetMatchingItem(instance, id)) {
+        Join(id, {instance});
+    } else {
+        m_list.AddInstance(instance, OpenOperation(), false, "");
+    }
+}
+
+void ItemEdits::Weld(const std::vector<SbomPtr>& assemblies) {
+    for (const SbomPtr& assembly : assemblies) {
+        if (assembly->IsWeld()) continue;
+        for (const SbomPtr& part : Below(assembly)) LeaveOrDelete(part);
+        SetWeld(assembly, true);
+        List(assembly);
+    }
+}
+
+void ItemEdits::Unweld(const std::vector<SbomPtr>& welds) {
+    zritemlist::ItemList::Numbering numbering;
+    m_list.GetZrkItemList()->GetNumberingSettings(numbering);
+    for (const SbomPtr& weld : welds) {
+        if (!weld->IsWeld()) continue;
+        SetWeld(weld, false);
+        if (numbering.hierarchical) {
+            m_list.GenerateFromStructure(weld, OpenOperation());
+            continue;
+        }
+        LeaveOrDelete(weld);
+        for (const SbomPtr& part : Below(weld)) {
+            if (!part->HasChildren()) List(part);
+        }
+    }
 }
 
 void ItemEdits::RemoveLeaderless(unsigned id) {

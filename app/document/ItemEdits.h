@@ -27,8 +27,17 @@ public:
     /// The instances leave the item; its callout loses its leaders to them, and goes when it has none left.
     void Leave(unsigned id, const std::vector<SbomPtr>& instances);
 
+    /// The assemblies are welds from now on: each is counted, ordered and called out as one part. Their parts
+    /// leave the list; equal assemblies share an item.
+    void Weld(const std::vector<SbomPtr>& assemblies);
+    /// They are assemblies again, and their parts are listed: with equal ones where the list is flat.
+    void Unweld(const std::vector<SbomPtr>& welds);
+
 private:
     zritemlist::ItemList::OperationPtr OpenOperation() const;
+    void SetWeld(const SbomPtr& assembly, bool isWeld);
+    void LeaveOrDelete(const SbomPtr& instance);
+    void List(const SbomPtr& instance);
     void RemoveLeaderless(unsigned id);
 
     zritemlist::ItemList& m_list;

@@ -57,6 +57,7 @@ public:
         ApplySettings();
         ApplyView();
         ApplyProperties();
+        ApplyWelds();
         ApplyItems();
         for (const auto& symbol : m_project.symbols) AddSymbol(symbol);
         for (const auto& inset : m_project.insets) AddInset(inset);
@@ -111,6 +112,13 @@ private:
             if (instance == m_instances.end()) continue;
             for (const auto& [name, value] : part.properties)
                 instance->second->SetProperty(du::Symbol::EMPTY, du::Symbol(name), du::Symbol(value));
+        }
+    }
+
+    void ApplyWelds() {
+        for (const auto& part : m_project.parts) {
+            const auto instance = m_instances.find(part.path);
+            if (instance != m_instances.end() && part.weld) instance->second->SetWeld(true);
         }
     }
 
@@ -185,6 +193,7 @@ private:
         }
         const CalloutPtr callout(members.empty() ? new Callout : new zrannotations::CombinedCallout(members));
         callout->RestoreState(state);
+        if (saved.placed) m_document.SetPlacedByHand(callout, true);
         return {callout, std::move(state)};
     }
 

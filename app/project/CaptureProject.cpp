@@ -108,6 +108,7 @@ private:
         du::SmartPtr<zrk::ShapeInstance> shape;
         m_document.Scene()->GetShapeInstance(ebom, shape);
         const bool isLeaf = !instance.HasChildren();
+        part.weld = instance.IsWeld();
         part.removed = isLeaf && !shape;
         if (shape) {
             part.hidden = !shape->IsVisible();
@@ -184,7 +185,7 @@ private:
         }
         for (const auto& annotation : annotations) {
             if (const auto callout = du::DynamicCast<Callout>(annotation))
-                m_project.callouts.push_back(CalloutOf(callout->CaptureState()));
+                m_project.callouts.push_back(CalloutOf(callout));
         }
         // The set keeps these by address, which tells nothing.
         std::map<unsigned, du::SmartPtr<Callout>> saved;
@@ -192,8 +193,7 @@ private:
             const auto callout = du::DynamicCast<Callout>(annotation);
             if (callout && !annoSet->Contains(annotation)) saved.emplace(callout->Id(), callout);
         }
-        for (const auto& [id, callout] : saved)
-            m_project.savedCallouts.push_back(CalloutOf(callout->CaptureState()));
+        for (const auto& [id, callout] : saved) m_project.savedCallouts.push_back(CalloutOf(callout));
     }
 
     void CaptureSymbol(const zrannotations::SymbolAnnotation& symbol) {
@@ -216,12 +216,17 @@ private:
                                     state.isVisible});
     }
 
-    ProjectCallout CalloutOf(const CalloutState& state) {
+    ProjectCallout CalloutOf(const Document::CalloutPtr& callout) {
+        return CalloutOf(callout, callout->CaptureState());
+    }
+
+    ProjectCallout CalloutOf(const Document::CalloutPtr& original, const CalloutState& state) {
         ProjectCallout callout;
         callout.type = static_cast<ProjectCalloutType>(state.type);
         if (m_document.Templates().Find(state.definitionId)) callout.labelTemplate = state.definitionId;
         callout.kit = state.isKit;
         callout.custom = state.isCustom;
+        callout.placed = m_document.IsPlacedByHand(original);
         if (state.itemId && m_items.count(*state.itemId) != 0) callout.item = *state.itemId;
         callout.text = state.text.Text();
         callout.localizedText = state.localizedText.Text();
@@ -234,7 +239,7 @@ private:
         callout.style = state.style;
         for (const auto& leader : state.leaders) callout.leaders.push_back(LeaderOf(leader));
         for (const auto& member : state.members) {
-            if (member.callout) callout.members.push_back(CalloutOf(member.state));
+            if (member.callout) callout.members.push_back(CalloutOf(member.callout, member.state));
         }
         return callout;
     }

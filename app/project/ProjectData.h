@@ -107,6 +107,7 @@ struct ProjectPart {
     bool hidden = false;
     bool removed = false;
     bool phantom = false;
+    bool weld = false;                              // counted and called out as one part
     std::optional<ProjectMatrix> placement;         // to the world, where it was moved
     std::map<std::string, std::string> properties;  // changed or added ones
 
@@ -181,6 +182,7 @@ struct ProjectCallout {
     std::string labelTemplate;
     bool kit = false;
     bool custom = false;
+    bool placed = false;  // the author chose where the label is
     unsigned item = 0;
     std::string text;
     std::string localizedText;

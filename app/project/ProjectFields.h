@@ -187,6 +187,7 @@ void DescribeFields(Fields& fields, Kind<ProjectPart>) {
     fields.Optional("hidden", &ProjectPart::hidden);
     fields.Optional("removed", &ProjectPart::removed);
     fields.Optional("phantom", &ProjectPart::phantom);
+    fields.Optional("weld", &ProjectPart::weld);
     fields.Optional("placement", &ProjectPart::placement, kPlacementIfAny);
     fields.Optional("properties", &ProjectPart::properties);
 }
@@ -247,6 +248,7 @@ void DescribeFields(Fields& fields, Kind<ProjectCallout>) {
     fields.Optional("labelTemplate", &ProjectCallout::labelTemplate);
     fields.Optional("kit", &ProjectCallout::kit);
     fields.Optional("custom", &ProjectCallout::custom);
+    fields.Optional("placed", &ProjectCallout::placed);
     fields.Optional("item", &ProjectCallout::item, kIdOrNone);
     fields.Optional("text", &ProjectCallout::text);
     fields.Optional("localizedText", &ProjectCallout::localizedText);

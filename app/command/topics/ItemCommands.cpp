@@ -11,10 +11,12 @@ namespace {
 
 ItemEdits EditsOf(const Document& document) { return {document.ItemList(), *document.Engine()}; }
 
+/// Without assemblies, and without the members of welds, which count as one part.
 std::vector<Document::SbomPtr> TakeParts(const Document& document, Arguments& arguments) {
     auto parts = FindInstances(document, arguments.TakeSome("PART"));
-    std::erase_if(parts,
-                  [](const Document::SbomPtr& part) { return part->HasChildren() && !part->IsWeld(); });
+    std::erase_if(parts, [](const Document::SbomPtr& part) {
+        return part->IsWeldMember() || (part->HasChildren() && !part->IsWeld());
+    });
     return parts;
 }
 

@@ -48,6 +48,7 @@ void Move(Session& session, Arguments& arguments) {
         throw UserError("several labels have no room at one place; move them 'by' X,Y");
     for (const auto& callout : callouts) {
         const PagePoint from = isTo ? PagePoint() : LabelPlace(document, callout);
+        document.SetPlacedByHand(callout, true);
         PlaceLabel(document, callout, {from.x + given.x, from.y + given.y});
     }
 }
@@ -74,6 +75,7 @@ void Align(Session& session, Arguments& arguments) {
     std::vector<du::SmartPtr<zrannotations::Annotation>> annotations(callouts.begin(), callouts.end());
     const du::SmartPtr<zrcallouts::Align> align(new zrcallouts::Align(annotations, mode, document.View()));
     if (!align->Execute()) throw UserError("these are too few callouts; lining up needs 2, distributing 3");
+    for (const auto& callout : callouts) document.SetPlacedByHand(callout, true);
 }
 
 void Layout(Session& session, Arguments& arguments) {
@@ -81,6 +83,7 @@ void Layout(Session& session, Arguments& arguments) {
     const auto callouts =
         arguments.IsEmpty() ? document.Callouts() : FindCallouts(document, arguments.TakeSome("CALLOUT"));
     LayOutLabels(document, callouts);
+    for (const auto& callout : callouts) document.SetPlacedByHand(callout, false);
 }
 
 }  // namespace

@@ -1,7 +1,10 @@
 #include "app/command/topics/PartCommands.h"
 
+#include <array>
+
 #include "app/command/SceneNames.h"
 #include "app/command/Session.h"
+#include "app/document/ItemEdits.h"
 #include "app/document/UserError.h"
 #include "zrk/operation/History.h"
 #include "zrk/world/World.h"
@@ -81,6 +84,21 @@ void Rename(Session& session, Arguments& arguments) {
                                                       document.Scene()->GetHistory().GetOpenOperation());
 }
 
+void Weld(Session& session, Arguments& arguments) {
+    static constexpr std::array<std::string_view, 2> kStates{"off", "on"};
+    Document& document = session.Doc();
+    const bool isOn = arguments.TakeOneOf(kStates) == "on";
+    std::vector<Document::SbomPtr> assemblies = Topmost(FindInstances(document, arguments.TakeSome("PART")));
+    std::erase_if(assemblies, [](const auto& instance) { return !instance->HasChildren(); });
+    if (assemblies.empty()) throw UserError("these are parts; a weld is an assembly");
+    ItemEdits edits(document.ItemList(), *document.Engine());
+    if (isOn) {
+        edits.Weld(assemblies);
+    } else {
+        edits.Unweld(assemblies);
+    }
+}
+
 }  // namespace
 
 CommandTopic PartCommands() {
@@ -100,7 +118,12 @@ CommandTopic PartCommands() {
           "remove 'Drain Plug'", Effect::Changes, "Remove Part", Remove},
          {"rename", "PART... to NAME", "give parts another name in the parts list",
           "Labels that show names follow.", "rename 'Hex Bolt M6*' to 'Screw M6'", Effect::Changes,
-          "Rename Part", Rename}}};
+          "Rename Part", Rename},
+         {"weld", "on|off PART...", "let assemblies count as one part each",
+          "A weld is ordered, counted and called out as one part: its parts leave the list with their "
+          "leaders, and "
+          "equal welds share an item. 'create' calls it out. off lists its parts again.",
+          "weld on '/Housing Assembly/Inspection Cover Assembly'", Effect::Changes, "Mark Weld", Weld}}};
 }
 
 }  // namespace zrsheet

@@ -24,7 +24,7 @@ du::SmartPtr<zrk::ComponentNode> SbomInstance::GetComponentNode() const {
 
 bool SbomInstance::IsWeldMember() const {
     for (const SbomInstance* parent = Above(); parent != nullptr; parent = parent->Above()) {
-        if (parent->m_isWeld) return true;
+        if (parent->IsWeld()) return true;
     }
     return false;
 }
@@ -32,7 +32,7 @@ bool SbomInstance::IsWeldMember() const {
 du::SmartPtr<SbomInstance> SbomInstance::GetTopWeld() const {
     const SbomInstance* top = nullptr;
     for (const SbomInstance* node = this; node != nullptr; node = node->Above()) {
-        if (node->m_isWeld) top = node;
+        if (node->IsWeld()) top = node;
     }
     return const_cast<SbomInstance*>(top);
 }

@@ -13,7 +13,7 @@
 
 namespace zrk::illustration {
 
-/// Properties and the mark of carrying an item may change on any thread.
+/// Properties and the marks of being a weld and of carrying an item may change on any thread.
 class SbomInstance : public zrk::TreeNode<SbomInstance> {
 public:
     using InstanceSet = std::set<du::SmartPtr<zrk::Instance>>;
@@ -33,8 +33,8 @@ public:
     du::SmartPtr<zrk::ComponentNode> GetComponentNode() const;
 
     /// A weld is ordered and counted as one part though it is made of several.
-    bool IsWeld() const { return m_isWeld; }
-    void SetWeld(bool isWeld) { m_isWeld = isWeld; }
+    bool IsWeld() const { return m_isWeld.load(std::memory_order_relaxed); }
+    void SetWeld(bool isWeld) { m_isWeld.store(isWeld, std::memory_order_relaxed); }
     /// O(depth).
     bool IsWeldMember() const;
     /// The topmost weld among the instance and its ancestors; null when there is none. O(depth).
@@ -54,7 +54,7 @@ public:
 
 private:
     du::SmartPtr<zrk::Instance> m_ebom;
-    bool m_isWeld = false;
+    std::atomic<bool> m_isWeld{false};
     std::atomic<bool> m_carriesItem{false};
 };
 

@@ -12,6 +12,7 @@ ProjectCallout Balloon() {
     callout.type = ProjectCalloutType::Assembly;
     callout.labelTemplate = "label";
     callout.kit = true;
+    callout.placed = true;
     callout.item = 2;
     callout.text = "2 \"x\"\n\u00e9";
     callout.localizedText = "zwei";
@@ -52,8 +53,8 @@ ProjectData SampleProject() {
     project.style.shape = zrannotations::BalloonShape::Hexagon;
     project.numbering = {true, "P", "-", 10, 5, 3, true, {{0, 20}, {1, 4}}};
     project.templates = {{"label", "{item} ({quantity}x)", {{"de", "{1} mal {0}"}}}, {"name", "{name}"}};
-    project.parts = {{"/Pump/Screw", true, true, true, kMoved, {{"Name", "Bolt"}, {"Tag", ""}}},
-                     {"/Pump/Gone", true, false, false, std::nullopt, {}}};
+    project.parts = {{"/Pump/Screw", true, true, true, true, kMoved, {{"Name", "Bolt"}, {"Tag", ""}}},
+                     {"/Pump/Gone", true, false, false, false, std::nullopt, {}}};
     project.symbols = {{"arrow-1", "arrow", kMoved, true}};
     project.insets = {{1, {1, 2, 0}, {3, 4, 0}, 80.5, 3, false}};
     project.items = {{1, "", 1, 0, true, false, true, "", {"/Pump"}},
