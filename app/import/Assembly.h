@@ -1,25 +1,36 @@
 // A model as the importer hands it over: unique geometry, and the tree of its instances. Plain data, the same
-// for every file format. Coordinates are the file's own (glTF: metres, Y upwards); whoever looks at them
-// turns them.
+// for every file format: metres, Y upwards. Readers of formats with other units or axes turn what they read.
 
 #pragma once
 
 #include <array>
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <utility>
 #include <vector>
 
 namespace zrsheet {
 
+/// A curve on a part's surface where two of its faces meet, or where one ends. Seams, where a face such as a
+/// cylinder's meets itself, are none.
+struct AssemblyEdge {
+    bool isSmooth = false;                // the faces go over into each other without a crease
+    std::vector<std::uint32_t> vertices;  // of the part, in order along the edge; at least two
+};
+
 /// Geometry that no other part of the assembly has: two bodies of equal triangles are one part, whatever they
 /// are called. Vertices differ in position from each other, so that triangles that meet share them. No
 /// triangle names a vertex twice.
 struct AssemblyPart {
     std::string name;
-    std::vector<float> positions;        // x, y, z of each vertex, all finite
-    std::vector<std::uint32_t> indices;  // three to a triangle, counter-clockwise seen from outside
+    std::vector<float> positions;          // x, y, z of each vertex, all finite
+    std::vector<std::uint32_t> indices;    // three to a triangle, counter-clockwise seen from outside
+    std::vector<AssemblyEdge> edges = {};  // empty if the format knows triangles only
 };
+
+/// Red, green and blue of a surface as sRGB, from 0 to 1.
+using AssemblyColor = std::array<float, 3>;
 
 /// The matrix that leaves every point where it is.
 inline constexpr std::array<double, 16> kIdentityMatrix{1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1};
@@ -33,6 +44,7 @@ struct AssemblyNode {
         kIdentityMatrix;  // to the parent's space, p' = p * M, translation in 12 to 14
     int part = -1;        // -1: an assembly
     std::vector<std::pair<std::string, std::string>> properties;  // in the file's order
+    std::optional<AssemblyColor> color = {};  // of an instance; none: the file says nothing
 };
 
 /// The nodes stand in depth-first order, parents before their children, children in the file's order.
@@ -40,6 +52,8 @@ struct Assembly {
     std::string name;  // the file's, without folder and extension
     std::vector<AssemblyPart> parts;
     std::vector<AssemblyNode> nodes;
+    std::vector<std::string> warnings;       // what of the file is not in here, and why; one line each
+    std::vector<std::string> externalFiles;  // that were read or missed, as paths from the file's folder
 };
 
 }  // namespace zrsheet

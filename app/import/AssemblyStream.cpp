@@ -9,7 +9,7 @@
 namespace zrsheet {
 namespace {
 
-constexpr std::uint64_t kMagic = 0x31'4d'53'41'52'5a;  // "ZRASM1"
+constexpr std::uint64_t kMagic = 0x32'4d'53'41'52'5a;  // "ZRASM2"
 
 class Writer {
 public:
@@ -25,6 +25,10 @@ public:
     void Put(const std::vector<T>& values) {
         Put(std::uint64_t{values.size()});
         m_bytes.append(reinterpret_cast<const char*>(values.data()), values.size() * sizeof(T));
+    }
+    void Put(const std::vector<std::string>& texts) {
+        Put(std::uint64_t{texts.size()});
+        for (const std::string& text : texts) Put(text);
     }
     std::string Take() { return std::move(m_bytes); }
 
@@ -57,6 +61,11 @@ public:
         if (!bytes.empty()) std::memcpy(values.data(), bytes.data(), bytes.size());
         return values;
     }
+    std::vector<std::string> GetTexts() {
+        std::vector<std::string> texts(GetCount(sizeof(std::uint64_t)));
+        for (std::string& text : texts) text = GetText();
+        return texts;
+    }
     void Require(bool holds) const {
         if (!holds) Refuse();
     }
@@ -75,13 +84,29 @@ private:
     std::string_view m_bytes;
 };
 
+AssemblyEdge ReadEdge(Reader& in, std::size_t vertices) {
+    AssemblyEdge edge{in.Get<std::uint8_t>() != 0, in.GetValues<std::uint32_t>()};
+    in.Require(edge.vertices.size() >= 2);
+    in.Require(std::ranges::all_of(edge.vertices, [vertices](std::uint32_t i) { return i < vertices; }));
+    return edge;
+}
+
 AssemblyPart ReadPart(Reader& in) {
     AssemblyPart part{in.GetText(), in.GetValues<float>(), in.GetValues<std::uint32_t>()};
     const std::size_t vertices = part.positions.size() / 3;
     in.Require(part.positions.size() % 3 == 0 && part.indices.size() % 3 == 0 && !part.indices.empty());
     in.Require(std::ranges::all_of(part.positions, [](float x) { return std::isfinite(x); }));
     in.Require(std::ranges::all_of(part.indices, [vertices](std::uint32_t i) { return i < vertices; }));
+    part.edges.resize(in.GetCount(sizeof(std::uint64_t)));
+    for (AssemblyEdge& edge : part.edges) edge = ReadEdge(in, vertices);
     return part;
+}
+
+std::optional<AssemblyColor> ReadColor(Reader& in) {
+    if (in.Get<std::uint8_t>() == 0) return std::nullopt;
+    const auto color = in.Get<AssemblyColor>();
+    in.Require(std::ranges::all_of(color, [](float share) { return share >= 0.0F && share <= 1.0F; }));
+    return color;
 }
 
 AssemblyNode ReadNode(Reader& in, std::size_t place, std::size_t parts) {
@@ -97,7 +122,33 @@ AssemblyNode ReadNode(Reader& in, std::size_t place, std::size_t parts) {
         std::string key = in.GetText();
         node.properties.emplace_back(std::move(key), in.GetText());
     }
+    node.color = ReadColor(in);
     return node;
+}
+
+void WritePart(Writer& out, const AssemblyPart& part) {
+    out.Put(part.name);
+    out.Put(part.positions);
+    out.Put(part.indices);
+    out.Put(std::uint64_t{part.edges.size()});
+    for (const AssemblyEdge& edge : part.edges) {
+        out.Put(std::uint8_t{edge.isSmooth});
+        out.Put(edge.vertices);
+    }
+}
+
+void WriteNode(Writer& out, const AssemblyNode& node) {
+    out.Put(node.name);
+    out.Put(node.parent);
+    out.Put(node.matrix);
+    out.Put(node.part);
+    out.Put(std::uint64_t{node.properties.size()});
+    for (const auto& [key, value] : node.properties) {
+        out.Put(key);
+        out.Put(value);
+    }
+    out.Put(std::uint8_t{node.color.has_value()});
+    if (node.color) out.Put(*node.color);
 }
 
 }  // namespace
@@ -107,23 +158,11 @@ std::string WriteAssembly(const Assembly& assembly) {
     out.Put(kMagic);
     out.Put(assembly.name);
     out.Put(std::uint64_t{assembly.parts.size()});
-    for (const AssemblyPart& part : assembly.parts) {
-        out.Put(part.name);
-        out.Put(part.positions);
-        out.Put(part.indices);
-    }
+    for (const AssemblyPart& part : assembly.parts) WritePart(out, part);
     out.Put(std::uint64_t{assembly.nodes.size()});
-    for (const AssemblyNode& node : assembly.nodes) {
-        out.Put(node.name);
-        out.Put(node.parent);
-        out.Put(node.matrix);
-        out.Put(node.part);
-        out.Put(std::uint64_t{node.properties.size()});
-        for (const auto& [key, value] : node.properties) {
-            out.Put(key);
-            out.Put(value);
-        }
-    }
+    for (const AssemblyNode& node : assembly.nodes) WriteNode(out, node);
+    out.Put(assembly.warnings);
+    out.Put(assembly.externalFiles);
     return out.Take();
 }
 
@@ -136,6 +175,8 @@ Assembly ReadAssembly(std::string_view bytes) {
     for (std::size_t i = 0; i < parts; ++i) assembly.parts.push_back(ReadPart(in));
     const std::size_t nodes = in.GetCount(2 * sizeof(std::uint64_t));
     for (std::size_t i = 0; i < nodes; ++i) assembly.nodes.push_back(ReadNode(in, i, parts));
+    assembly.warnings = in.GetTexts();
+    assembly.externalFiles = in.GetTexts();
     in.Require(in.AtEnd());
     return assembly;
 }
