@@ -35,7 +35,7 @@ public:
     }
 
     std::string NameOf(const AssemblyNode& node) const {
-        return node.part >= 0 ? m_names[static_cast<std::size_t>(node.part)] : node.name;
+        return node.part >= 0 ? m_names[static_cast<std::size_t>(node.part)] : ProductName(node);
     }
 
 private:

@@ -55,6 +55,7 @@ bool IsGeneric(std::string_view name) {
 
 void PassOn(AssemblyNode&& wrapper, AssemblyNode& node) {
     if (IsGeneric(node.name)) node.name = std::move(wrapper.name);
+    if (IsGeneric(node.product)) node.product = std::move(wrapper.product);
     node.matrix = Product(node.matrix, wrapper.matrix);
     node.parent = wrapper.parent;
     for (auto& property : wrapper.properties) {
@@ -121,7 +122,8 @@ Assembly WithProductAtTop(Assembly assembly) {
     if (nodes.empty() || nodes.front().part >= 0 || std::count_if(nodes.begin(), nodes.end(), isRoot) != 1)
         return assembly;
     const AssemblyNode product = nodes.front();
-    if (!IsGeneric(product.name)) assembly.name = product.name;
+    const std::string& name = ProductName(product);
+    if (!IsGeneric(name)) assembly.name = name;
     assembly.nodes.erase(assembly.nodes.begin());
     for (auto& node : assembly.nodes) {
         if (node.parent == 0) node.matrix = Product(node.matrix, product.matrix);
@@ -150,16 +152,21 @@ std::vector<std::string> InstancePaths(const Assembly& assembly) {
     return paths;
 }
 
+const std::string& ProductName(const AssemblyNode& node) {
+    return IsGeneric(node.product) ? node.name : node.product;
+}
+
 std::vector<std::string> PartNames(const Assembly& assembly) {
     std::vector<std::string> names(assembly.parts.size());
     std::vector<std::string> firstNames(assembly.parts.size());
     for (const auto& node : assembly.nodes) {
         if (node.part < 0) continue;
         const auto part = static_cast<std::size_t>(node.part);
+        const std::string& name = ProductName(node);
         if (firstNames[part].empty()) {
-            names[part] = firstNames[part] = node.name;
-        } else if (names[part] != node.name) {
-            names[part] = CommonBeginning(names[part], node.name);
+            names[part] = firstNames[part] = name;
+        } else if (names[part] != name) {
+            names[part] = CommonBeginning(names[part], name);
         }
     }
     for (std::size_t i = 0; i < names.size(); ++i) {

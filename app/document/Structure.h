@@ -20,7 +20,11 @@ namespace zrsheet {
 /// A name of every node that no other has: its place in the tree, such as "/Pump/Rotor/Screw:2". Linear.
 [[nodiscard]] std::vector<std::string> InstancePaths(const Assembly& assembly);
 
-/// What each part is called in the parts list: the name its instances share, or what their names begin with.
+/// What an instance is an instance of, as far as the file tells: the instance's own name otherwise.
+[[nodiscard]] const std::string& ProductName(const AssemblyNode& node);
+
+/// What each part is called in the parts list: the product name that its instances share, or what their names
+/// begin with.
 /// Linear.
 [[nodiscard]] std::vector<std::string> PartNames(const Assembly& assembly);
 

@@ -45,6 +45,8 @@ struct AssemblyNode {
     int part = -1;        // -1: an assembly
     std::vector<std::pair<std::string, std::string>> properties;  // in the file's order
     std::optional<AssemblyColor> color = {};  // of an instance; none: the file says nothing
+    std::string product =
+        {};  // what it is an instance of, of one line; empty: the file does not tell them apart
 };
 
 /// The nodes stand in depth-first order, parents before their children, children in the file's order.

@@ -123,6 +123,7 @@ AssemblyNode ReadNode(Reader& in, std::size_t place, std::size_t parts) {
         node.properties.emplace_back(std::move(key), in.GetText());
     }
     node.color = ReadColor(in);
+    node.product = in.GetText();
     return node;
 }
 
@@ -149,6 +150,7 @@ void WriteNode(Writer& out, const AssemblyNode& node) {
     }
     out.Put(std::uint8_t{node.color.has_value()});
     if (node.color) out.Put(*node.color);
+    out.Put(node.product);
 }
 
 }  // namespace

@@ -12,6 +12,7 @@
 #include <array>
 #include <cerrno>
 #include <system_error>
+#include <thread>
 
 extern char** environ;
 
@@ -80,7 +81,7 @@ public:
     void Limit(const ChildLimits& limits) const {
         const auto seconds =
             static_cast<rlim_t>(std::chrono::ceil<std::chrono::seconds>(limits.time).count());
-        Limit(RLIMIT_CPU, seconds + 1);
+        Limit(RLIMIT_CPU, (seconds + 1) * std::max(1U, std::thread::hardware_concurrency()));
         Limit(RLIMIT_CORE, 0);
         if (limits.memoryBytes != 0) Limit(RLIMIT_AS, limits.memoryBytes);
     }

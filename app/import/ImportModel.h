@@ -14,14 +14,15 @@ namespace zrsheet {
 /// What a file may cost, and who reads it.
 struct ImportLimits {
     std::uint64_t memoryBytes = std::uint64_t{8} << 30;  // address space of the reader
-    std::chrono::milliseconds time{300'000};             // from start to answer, and processor time as well
-    std::filesystem::path reader;                        // empty: zrsheet-import beside the running program
+    std::chrono::milliseconds time{
+        300'000};                  // from start to answer; of processor time that much for every core
+    std::filesystem::path reader;  // empty: zrsheet-import beside the running program
 };
 
-/// Reads a glTF 2.0 model (.glb or .gltf).
-/// Throws ImportError if the file is not there, not glTF, damaged, without triangles, or over a limit. Any
-/// thread; the calling thread waits. Memory limits are left out under address and thread sanitizers, which
-/// reserve terabytes.
+/// Reads a glTF 2.0, STEP, IGES or STL model; its content tells which, not its name.
+/// Throws ImportError if the file is not there, of another format, damaged beyond use, without triangles, or
+/// over a limit. Any thread; the calling thread waits. Memory limits are left out under address and thread
+/// sanitizers, which reserve terabytes.
 [[nodiscard]] Assembly ImportModel(const std::filesystem::path& file, const ImportLimits& limits = {});
 
 }  // namespace zrsheet

@@ -5,7 +5,7 @@
 #include <cstdint>
 #include <string_view>
 
-#include "app/import/gltf/TriangleList.h"
+#include "app/import/TriangleList.h"
 
 namespace zrsheet {
 

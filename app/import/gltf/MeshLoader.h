@@ -8,9 +8,9 @@
 #include <vector>
 
 #include "app/import/PartTable.h"
+#include "app/import/TriangleList.h"
 #include "app/import/gltf/GltfBytes.h"
 #include "app/import/gltf/GltfDocument.h"
-#include "app/import/gltf/TriangleList.h"
 
 namespace zrsheet {
 

@@ -41,7 +41,7 @@ TEST_F(DamagedFile, IsRefusedWhenItsBytesAreWrong) {
     };
     const std::vector<Case> cases{
         {"empty.glb", "", "is empty"},
-        {"text.glb", "ISO-10303-21;", "no glTF file"},
+        {"text.glb", "some text", "no glTF (.glb, .gltf), STEP"},
         {"cut.glb", glb.substr(0, glb.size() - 8), "cut off"},
         {"header.glb", glb.substr(0, 7), "cut off"},
         {"chunk.glb", longChunk, "a chunk is longer"},

@@ -1,4 +1,4 @@
-#include "app/import/gltf/PartBuilder.h"
+#include "app/import/PartBuilder.h"
 
 #include <bit>
 #include <utility>
@@ -14,11 +14,11 @@ std::size_t PartBuilder::PlaceHash::operator()(const Place& place) const {
     return hash;
 }
 
-void PartBuilder::Add(const TriangleList& piece) {
-    constexpr std::uint32_t kNotYet = 0xFFFF'FFFF;
-    std::vector<std::uint32_t> vertices(piece.positions.size() / 3, kNotYet);
+std::vector<std::uint32_t> PartBuilder::Add(const TriangleList& piece) {
+    std::vector<std::uint32_t> vertices(piece.positions.size() / 3, kNoVertex);
     const auto vertexOf = [&](std::uint32_t index) {
-        if (vertices[index] == kNotYet) vertices[index] = VertexAt(&piece.positions[std::size_t{index} * 3]);
+        if (vertices[index] == kNoVertex)
+            vertices[index] = VertexAt(&piece.positions[std::size_t{index} * 3]);
         return vertices[index];
     };
     for (std::size_t i = 0; i + 2 < piece.indices.size(); i += 3) {
@@ -27,6 +27,7 @@ void PartBuilder::Add(const TriangleList& piece) {
         const std::uint32_t c = vertexOf(piece.indices[i + 2]);
         if (a != b && b != c && c != a) m_part.indices.insert(m_part.indices.end(), {a, b, c});
     }
+    return vertices;
 }
 
 AssemblyPart PartBuilder::Take() { return std::move(m_part); }

@@ -5,9 +5,10 @@
 #include <array>
 #include <cstdint>
 #include <unordered_map>
+#include <vector>
 
 #include "app/import/Assembly.h"
-#include "app/import/gltf/TriangleList.h"
+#include "app/import/TriangleList.h"
 
 namespace zrsheet {
 
@@ -15,8 +16,11 @@ namespace zrsheet {
 /// left out. The result depends on the pieces and their order only. One thread.
 class PartBuilder {
 public:
+    /// The part's vertex for each of the list's, kNoVertex for those that no triangle uses.
     /// Requires: the list's indices lie below its number of vertices.
-    void Add(const TriangleList& piece);
+    std::vector<std::uint32_t> Add(const TriangleList& piece);
+
+    static constexpr std::uint32_t kNoVertex = 0xFFFF'FFFF;
 
     /// The part, without a name; without triangles if there were none. Ends the builder's use.
     [[nodiscard]] AssemblyPart Take();
