@@ -265,7 +265,6 @@ private:
 
     void ConnectItemGroup(const CalloutPtr& callout, const SbomSet& connect, bool& added);
     void DisconnectItemGroup(const CalloutPtr& callout, const SbomSet& disconnect);
-    void RemoveLeaderTo(const CalloutPtr& callout, const du::SmartPtr<zrk::ShapeInstance>& shapeInstance);
     void ReduceCombinedCallout(const du::SmartPtr<zrannotations::CombinedCallout>& combined,
                                unsigned int itemId);
     void RemoveReferencedCallouts(unsigned int itemId, const du::SmartPtr<zrk::Operation>& operation);

@@ -46,6 +46,17 @@ std::unordered_set<const zrk::ShapeInstance*> PartsLedTo(const Callout& callout)
     return parts;
 }
 
+/// The callout stays filed under the part: whoever looks a part up must be ready for a callout that no longer
+/// leads there.
+void RemoveLeaderTo(Callout& callout, const du::SmartPtr<zrk::ShapeInstance>& shapeInstance) {
+    const unsigned int leaders = callout.GetLeaderLineCount(false);
+    for (unsigned int i = 0; i < leaders; ++i) {
+        if (callout.GetShapeInstanceAtPos(i) != shapeInstance) continue;
+        callout.RemoveLeaderAtPos(i);
+        return;
+    }
+}
+
 }  // namespace
 
 void Callouts::OnItemRemoved(unsigned int itemId, const du::SmartPtr<zrk::Operation>& operation) {
@@ -150,21 +161,7 @@ void Callouts::ConnectItemGroup(const CalloutPtr& callout, const SbomSet& connec
 void Callouts::DisconnectItemGroup(const CalloutPtr& callout, const SbomSet& disconnect) {
     for (const auto& sbom : disconnect) {
         const GroupTarget target = FindTarget(sbom, GetScene());
-        if (target.shapeInstance) RemoveLeaderTo(callout, target.shapeInstance);
-    }
-}
-
-// Filed again afterwards: another leader may end on the same part, or go through the same inset.
-void Callouts::RemoveLeaderTo(const CalloutPtr& callout,
-                              const du::SmartPtr<zrk::ShapeInstance>& shapeInstance) {
-    const unsigned int leaders = callout->GetLeaderLineCount(false);
-    for (unsigned int i = 0; i < leaders; ++i) {
-        if (callout->GetShapeInstanceAtPos(i) != shapeInstance) continue;
-        const dp::WriteLocker write(GetRWLockPtr());
-        UnfileLeader(callout, i);
-        callout->RemoveLeaderAtPos(i);
-        AddToMap(callout);
-        return;
+        if (target.shapeInstance) RemoveLeaderTo(*callout, target.shapeInstance);
     }
 }
 

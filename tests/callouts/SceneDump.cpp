@@ -140,6 +140,14 @@ void WriteScene(Dump& dump, const zrk::illustration::Illustration3dScene& scene)
               top.r, bottom.g, border.b, "hidden", scene.GetDrawWhenHidden());
 }
 
+bool LeadsTo(const zrannotations::Callout& callout, const std::string& instanceId) {
+    for (unsigned int i = 0; i < callout.GetLeaderLineCount(true); ++i) {
+        if (callout.GetShapeInstanceIdAtPos(i) == instanceId) return true;
+    }
+    return false;
+}
+
+// Callouts that left the part with their item group stay filed under it, so they tell nothing of the scene.
 void WriteStructure(Dump& dump, Callouts& engine,
                     const du::SmartPtr<zrk::illustration::SbomInstance>& instance) {
     dump.Line("node", instance->GetName(), instance->CarriesItem());
@@ -148,7 +156,9 @@ void WriteStructure(Dump& dump, Callouts& engine,
     }
     Callouts::CalloutSet filed;
     engine.GetCalloutSetForSbomInstance(instance, filed);
-    for (const auto& callout : filed) dump.Line("  filed", Id(callout));
+    for (const auto& callout : filed) {
+        if (LeadsTo(*callout, instance->GetIdentifier())) dump.Line("  filed", Id(callout));
+    }
     for (const auto& child : instance->GetChildren()) WriteStructure(dump, engine, child);
 }
 

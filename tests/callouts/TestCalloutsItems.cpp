@@ -192,6 +192,7 @@ TEST_F(CalloutsItems, ConnectingIsAStepThatUndoTakesFromAllCalloutsOfTheItem) {
     ASSERT_TRUE(m_scene->GetHistory().Undo());
     EXPECT_EQ(first->GetLeaderLineCount(true), 1U);
     EXPECT_EQ(second->GetLeaderLineCount(true), 1U);
+    EXPECT_EQ(Filed(m_b), CalloutVec{first}) << "only the leader goes, the callout stays filed";
     ASSERT_TRUE(m_scene->GetHistory().Redo());
     EXPECT_EQ(first->GetLeaderLineCount(true), 3U);
     EXPECT_EQ(second->GetLeaderLineCount(true), 1U);
