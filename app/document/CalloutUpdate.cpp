@@ -20,8 +20,15 @@ public:
         }
     }
 
+    void Add(const Document::SbomPtr& instance) { m_names.insert(instance->GetIdentifier().Text()); }
+
     [[nodiscard]] bool Has(const Document::SbomPtr& instance) const {
         return m_names.contains(instance->GetIdentifier().Text());
+    }
+
+    [[nodiscard]] bool HasAnyOf(const Targets& others) const {
+        return std::any_of(others.m_names.begin(), others.m_names.end(),
+                           [this](const std::string& name) { return m_names.contains(name); });
     }
 
 private:
@@ -110,15 +117,14 @@ bool CalloutUpdate::IsShown(const SbomPtr& instance) const {
 }
 
 std::vector<CalloutUpdate::CalloutPtr> CalloutUpdate::Automatic(const std::vector<SbomPtr>& instances) const {
+    Targets meant;
+    for (const SbomPtr& instance : instances) meant.Add(instance);
     std::vector<CalloutPtr> automatic;
     for (const CalloutPtr& callout : m_document.Callouts()) {
         if (IsByHand(*callout) || m_document.IsPlacedByHand(callout)) continue;
         Targets targets;
         targets.Add(*callout);
-        const bool isMeant =
-            instances.empty() || std::any_of(instances.begin(), instances.end(),
-                                             [&](const SbomPtr& instance) { return targets.Has(instance); });
-        if (isMeant) automatic.push_back(callout);
+        if (instances.empty() || meant.HasAnyOf(targets)) automatic.push_back(callout);
     }
     return automatic;
 }

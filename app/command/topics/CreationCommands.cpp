@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <functional>
+#include <set>
 
 #include "app/command/LabelPlace.h"
 #include "app/command/SceneNames.h"
@@ -36,10 +37,9 @@ void TakeLeaders(Document& document, Arguments& arguments) {
 }
 
 Callouts NewOnes(const Document& document, const Callouts& before) {
+    const std::set<CalloutPtr> known(before.begin(), before.end());
     Callouts callouts = document.Callouts();
-    std::erase_if(callouts, [&before](const CalloutPtr& callout) {
-        return std::find(before.begin(), before.end(), callout) != before.end();
-    });
+    std::erase_if(callouts, [&known](const CalloutPtr& callout) { return known.contains(callout); });
     return callouts;
 }
 
@@ -166,37 +166,30 @@ void Manual(Session& session, Arguments& arguments) {
 }  // namespace
 
 CommandTopic CreationCommands() {
-    return {
-        "Creating callouts",
-        {{"create", "[PART...] [leaders=one|all|each]", "create callouts for parts of the list",
-          "For the selected parts when none are named, for all when nothing is selected. A part that is "
-          "there "
-          "several times gets a leader to the instance seen best (one), to every instance (all), or a "
-          "balloon for "
-          "each; the choice stays for later ones. What is called out already is kept where it is; where "
-          "instances "
-          "share a balloon, it gains leaders to new ones. With a template of properties alone, such as "
-          "{property:Material}, there is a callout for each value.",
-          "create 'Hex Bolt*' leaders=all", Effect::Changes, "Create Callouts", Create},
-         {"create items", "ITEM... [template=TEMPLATE]", "create callouts for items of the list",
-          "With that template from now on; callouts that the items have already take it.",
-          "create items 4 7 template=count", Effect::Changes, "Create Callouts", CreateForItems},
-         {"create symbols", "[SYMBOL...] [leaders=one|all|each]", "create callouts on 3-D symbols",
-          "On all that have none when no symbols are named. Unless each is to have its own (leaders=each), "
-          "symbols of one shape share a balloon. They have no item, so use a template without {item}, or "
-          "'label set'.",
-          "create symbols symbol-1", Effect::Changes, "Create Callouts", CreateOnSymbols},
-         {"manual", "PART... at X,Y", "create a callout and place its label",
-          "At that pixel of the picture; parts that are not listed become items.",
-          "manual 'Sight Glass' at 900,620", Effect::Changes, "Create Callout", Manual},
-         {"reset", "[PART...] [leaders=one|all|each]", "remove callouts and create them anew",
-          "The parts are those of 'create'. Callouts stay when the author had a hand in them: combined ones, "
-          "those "
-          "on symbols, and those with a text ('label set'), a style or a place ('manual', 'label move', "
-          "'align') of "
-          "their "
-          "own. 'layout' takes the place of its own away.",
-          "reset leaders=all", Effect::Changes, "Reset Callouts", Reset}}};
+    return {"Creating callouts",
+            {{"create", "[PART...] [leaders=one|all|each]", "create callouts for parts of the list",
+              "For the selected parts when none are named, for all when nothing is selected. A part that is "
+              "there several times gets a leader to the instance seen best (one), to every instance (all), "
+              "or a balloon for each; the choice stays for later ones. What is called out already is kept "
+              "where it is; where instances share a balloon, it gains leaders to new ones. With a template "
+              "of properties alone, such as {property:Material}, there is a callout for each value.",
+              "create 'Hex Bolt*' leaders=all", Effect::Changes, "Create Callouts", Create},
+             {"create items", "ITEM... [template=TEMPLATE]", "create callouts for items of the list",
+              "With that template from now on; callouts that the items have already take it.",
+              "create items 4 7 template=count", Effect::Changes, "Create Callouts", CreateForItems},
+             {"create symbols", "[SYMBOL...] [leaders=one|all|each]", "create callouts on 3-D symbols",
+              "On all that have none when no symbols are named. Unless each is to have its own "
+              "(leaders=each), symbols of one shape share a balloon. They have no item, so use a template "
+              "without {item}, or 'label set'.",
+              "create symbols symbol-1", Effect::Changes, "Create Callouts", CreateOnSymbols},
+             {"manual", "PART... at X,Y", "create a callout and place its label",
+              "At that pixel of the picture; parts that are not listed become items.",
+              "manual 'Sight Glass' at 900,620", Effect::Changes, "Create Callout", Manual},
+             {"reset", "[PART...] [leaders=one|all|each]", "remove callouts and create them anew",
+              "The parts are those of 'create'. Callouts stay when the author had a hand in them: combined "
+              "ones, those on symbols, and those with a text ('label set'), a style or a place ('manual', "
+              "'label move', 'align') of their own. 'layout' takes the place of its own away.",
+              "reset leaders=all", Effect::Changes, "Reset Callouts", Reset}}};
 }
 
 }  // namespace zrsheet
