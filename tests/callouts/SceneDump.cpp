@@ -148,7 +148,7 @@ bool LeadsTo(const zrannotations::Callout& callout, const std::string& instanceI
 }
 
 // Callouts that left the part with their item group stay filed under it, so they tell nothing of the scene.
-void WriteStructure(Dump& dump, Callouts& engine,
+void WriteStructure(Dump& dump, Callouts& engine, const zrk::AnnoSet& annoSet,
                     const du::SmartPtr<zrk::illustration::SbomInstance>& instance) {
     dump.Line("node", instance->GetName(), instance->CarriesItem());
     for (const auto& [key, value] : instance->GetProperties()) {
@@ -157,9 +157,10 @@ void WriteStructure(Dump& dump, Callouts& engine,
     Callouts::CalloutSet filed;
     engine.GetCalloutSetForSbomInstance(instance, filed);
     for (const auto& callout : filed) {
-        if (LeadsTo(*callout, instance->GetIdentifier())) dump.Line("  filed", Id(callout));
+        const bool isThere = annoSet.Contains(callout) || annoSet.IsReferencedAnnotation(callout);
+        if (isThere && LeadsTo(*callout, instance->GetIdentifier())) dump.Line("  filed", Id(callout));
     }
-    for (const auto& child : instance->GetChildren()) WriteStructure(dump, engine, child);
+    for (const auto& child : instance->GetChildren()) WriteStructure(dump, engine, annoSet, child);
 }
 
 void WriteTemplates(Dump& dump) {
@@ -182,7 +183,7 @@ std::string DumpScene(const zrk::illustration::Illustration3dScene& scene, Callo
     WriteAnnotations(dump, *annoSet);
     WriteItems(dump, *engine.GetItemsList()->GetZrkItemList(), engine);
     WriteScene(dump, scene);
-    WriteStructure(dump, engine, root);
+    WriteStructure(dump, engine, *annoSet, root);
     WriteTemplates(dump);
     return dump.Text();
 }
