@@ -35,7 +35,7 @@ HOST = ["du", "dp", "dg", "zrg", "dom", "zrk", "zrk/illustration", "zrkapp/illus
 COMPONENT = ["callouts", "callouts/align", "callouts/generator", "callouts/dll"]
 ONLY = {
     "app/file": [],
-    "app/import": [],
+    "app/import": ["app/file"],
     "app/sample": ["app/import"],
     "app/render": ["du", "dp", "dg", "zrg"],
     "app/document": HOST + COMPONENT + ["app/import"],

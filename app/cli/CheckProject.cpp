@@ -4,6 +4,7 @@
 
 #include "app/check/CompletenessCheck.h"
 #include "app/cli/ProgressBar.h"
+#include "app/cli/Warning.h"
 #include "app/command/Listing.h"
 #include "app/command/Session.h"
 #include "app/sheet/SheetMaker.h"
@@ -15,7 +16,8 @@ bool CheckProject(const CheckRequest& request) {
     Session session({std::cout,
                      [&](std::string_view stage, int percent) { progress.Show(stage, percent); },
                      {},
-                     ThreadCount(request.threads)});
+                     ThreadCount(request.threads),
+                     PrintWarning});
     session.OpenProject(request.project, request.model);
     const auto findings = CheckCompleteness(session.OpenedProject());
     session.Out() << (request.asJson ? FindingsJson(findings) : ListFindings(findings)) << std::flush;

@@ -4,10 +4,11 @@
 #include <utility>
 
 #include "app/cli/ProgressBar.h"
+#include "app/cli/Warning.h"
 #include "app/export/ExportSheet.h"
 #include "app/export/ReportExporter.h"
 #include "app/file/AtomicFile.h"
-#include "app/import/ImportModel.h"
+#include "app/import/OpenModel.h"
 #include "app/sheet/SheetMaker.h"
 
 namespace zrsheet {
@@ -30,11 +31,13 @@ void MakeSheets(const MakeRequest& request) {
     ProgressBar progress;
     const auto start = std::chrono::steady_clock::now();
     progress.Show("Reading the model", 0);
-    Assembly assembly = ImportModel(request.options.model);
+    const auto show = [&progress](std::string_view stage, int percent) { progress.Show(stage, percent); };
+    Assembly assembly = OpenModel(request.options.model, show);
+    if (!assembly.warnings.empty()) progress.Show({}, 100);
+    for (const std::string& warning : assembly.warnings)
+        PrintWarning(request.options.model.string() + ": " + warning);
     const double importSeconds = SecondsSince(start);
-    Sheet sheet =
-        MakeSheet(std::move(assembly), request.options,
-                  [&progress](std::string_view stage, int percent) { progress.Show(stage, percent); });
+    Sheet sheet = MakeSheet(std::move(assembly), request.options, show);
     sheet.seconds.load += importSeconds;
     const auto writing = std::chrono::steady_clock::now();
     for (const auto& output : request.outputs) ExportSheet(sheet, output);

@@ -4,6 +4,7 @@
 #include <iostream>
 
 #include "app/cli/ProgressBar.h"
+#include "app/cli/Warning.h"
 #include "app/command/ScriptRunner.h"
 #include "app/document/UserError.h"
 #include "app/sheet/SheetMaker.h"
@@ -27,7 +28,8 @@ bool RunScript(const RunRequest& request) {
     Session session({std::cout,
                      [&](std::string_view stage, int percent) { progress.Show(stage, percent); },
                      {},
-                     ThreadCount(request.threads)});
+                     ThreadCount(request.threads),
+                     PrintWarning});
     if (!request.project.empty()) session.OpenProject(request.project);
     ScriptRunner runner(session, std::cerr);
     const bool isDone = runner.Run(script, request.script.string(), request.keepsGoing);

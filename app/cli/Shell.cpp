@@ -5,6 +5,7 @@
 #include <functional>
 #include <iostream>
 
+#include "app/cli/Warning.h"
 #include "app/command/Completer.h"
 #include "app/command/ScriptRunner.h"
 #include "app/command/WordSplitter.h"
@@ -25,7 +26,7 @@ Shell::Shell(const ShellRequest& request)
       m_session(
           {std::cout, [this](std::string_view stage, int percent) { m_progress.Show(stage, percent); },
            m_isTerminal ? std::bind_front(&Shell::Ask, this) : std::function<Session::Answer(std::string)>(),
-           ThreadCount(request.threads)}) {}
+           ThreadCount(request.threads), PrintWarning}) {}
 
 Shell::~Shell() = default;
 

@@ -3,7 +3,7 @@
 #include <utility>
 
 #include "app/document/UserError.h"
-#include "app/import/ImportModel.h"
+#include "app/import/OpenModel.h"
 #include "app/project/ProjectFile.h"
 #include "app/sheet/Figure.h"
 #include "zrk/operation/History.h"
@@ -34,10 +34,21 @@ std::ostream& Session::Out() const {
     return m_surroundings.out;
 }
 
+Assembly Session::ReadModel(const std::filesystem::path& model) const {
+    Progress("Reading the model", 0);
+    Assembly assembly =
+        OpenModel(model, [this](std::string_view stage, int percent) { Progress(stage, percent); });
+    for (const std::string& warning : assembly.warnings) {
+        if (!m_surroundings.warn) break;
+        Progress({}, 100);
+        m_surroundings.warn(model.string() + ": " + warning);
+    }
+    return assembly;
+}
+
 // One document at a time, for the host shows one model: what is open is closed as late as can be.
 void Session::ImportModel(const std::filesystem::path& model, const Document::Settings& settings) {
-    Progress("Reading the model", 0);
-    Assembly assembly = zrsheet::ImportModel(model);
+    Assembly assembly = ReadModel(model);
     Close();
     m_project = std::make_unique<Project>(std::move(assembly), model, settings);
     FrameModel(Doc(), ViewDirection());
@@ -49,7 +60,7 @@ void Session::OpenProject(const std::filesystem::path& file, const std::filesyst
     Progress("Reading the project", 0);
     const ProjectData saved = LoadProject(file);
     const std::filesystem::path found = model.empty() ? FindModel(saved.model, file) : model;
-    Assembly assembly = zrsheet::ImportModel(found);
+    Assembly assembly = ReadModel(found);
     Close();
     m_project = std::make_unique<Project>(saved, std::move(assembly), found);
     Doc().Settle();

@@ -28,6 +28,8 @@ public:
         std::function<void(std::string_view stage, int percent)> progress;  // an empty stage: it is over
         std::function<Answer(const std::string& question)> ask;             // empty: nobody is there to ask
         unsigned threads = 1;
+        std::function<void(const std::string& line)> warn =
+            {};  // of what is missing in a model that was read
     };
 
     /// The surroundings' stream outlives this.
@@ -73,6 +75,8 @@ public:
     void Quit() { m_isQuitting = true; }
 
 private:
+    [[nodiscard]] Assembly ReadModel(const std::filesystem::path& model) const;
+
     void Close();
     void MarkSaved(const std::filesystem::path& file);
 

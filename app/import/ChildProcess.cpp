@@ -111,8 +111,33 @@ bool ReadSome(int from, std::string& to) {
     return count > 0 || (count < 0 && errno == EINTR);
 }
 
+// Parts the lines of progress on standard error from what is wrong.
+class ErrorLines {
+public:
+    explicit ErrorLines(const std::function<void(std::string_view)>& onProgress) : m_onProgress(onProgress) {}
+
+    // The end of `text` without a line end stays there.
+    void Take(std::string& text) {
+        for (std::size_t end = text.find('\n'); end != std::string::npos; end = text.find('\n')) {
+            if (text.front() == kProgressMark) {
+                if (m_onProgress) m_onProgress(std::string_view(text).substr(1, end - 1));
+            } else {
+                Keep(text.substr(0, end + 1));
+            }
+            text.erase(0, end + 1);
+        }
+    }
+    void Keep(const std::string& text) { m_errors.append(text, 0, kErrorBytes - m_errors.size()); }
+    const std::string& Errors() const { return m_errors; }
+
+private:
+    const std::function<void(std::string_view)>& m_onProgress;
+    std::string m_errors;
+};
+
 // Reads both pipes until both are closed. Says how it went: Exited means nothing but "to its end".
-ChildResult::End Collect(int output, int errors, const ChildLimits& limits, ChildResult& result) {
+ChildResult::End Collect(int output, int errors, const ChildLimits& limits, ErrorLines& lines,
+                         ChildResult& result) {
     const Clock::time_point deadline = Clock::now() + limits.time;
     std::array<pollfd, 2> waits{pollfd{output, POLLIN, 0}, pollfd{errors, POLLIN, 0}};
     while (waits[0].fd >= 0 || waits[1].fd >= 0) {
@@ -121,6 +146,7 @@ ChildResult::End Collect(int output, int errors, const ChildLimits& limits, Chil
         poll(waits.data(), waits.size(), static_cast<int>(std::min<long>(left, 60'000)));
         if (waits[0].revents != 0 && !ReadSome(output, result.output)) waits[0].fd = -1;
         if (waits[1].revents != 0 && !ReadSome(errors, result.errors)) waits[1].fd = -1;
+        lines.Take(result.errors);
         result.errors.resize(std::min(result.errors.size(), kErrorBytes));
         if (result.output.size() > limits.outputBytes) return ChildResult::End::TooMuchOutput;
     }
@@ -130,7 +156,7 @@ ChildResult::End Collect(int output, int errors, const ChildLimits& limits, Chil
 }  // namespace
 
 ChildResult RunChild(const std::filesystem::path& program, const std::vector<std::string>& arguments,
-                     const ChildLimits& limits) {
+                     const ChildLimits& limits, const std::function<void(std::string_view)>& onProgress) {
     Pipe output;
     Pipe errors;
     Child child(program, arguments, output, errors);
@@ -138,7 +164,10 @@ ChildResult RunChild(const std::filesystem::path& program, const std::vector<std
     output.CloseWriteEnd();
     errors.CloseWriteEnd();
     ChildResult result;
-    result.end = Collect(output.ReadEnd(), errors.ReadEnd(), limits, result);
+    ErrorLines lines(onProgress);
+    result.end = Collect(output.ReadEnd(), errors.ReadEnd(), limits, lines, result);
+    lines.Keep(result.errors);
+    result.errors = lines.Errors();
     if (result.end != ChildResult::End::Exited) child.Kill();
     const int status = child.Wait();
     if (result.end != ChildResult::End::Exited) return result;

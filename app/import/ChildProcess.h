@@ -5,7 +5,9 @@
 #include <chrono>
 #include <cstdint>
 #include <filesystem>
+#include <functional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace zrsheet {
@@ -25,10 +27,14 @@ struct ChildResult {
     std::string errors;
 };
 
+/// How a child tells how far it is: a line on standard error that begins with this.
+inline constexpr char kProgressMark = '@';
+
 /// Runs `program` with `arguments`, standard input empty, and waits until it has ended; a child over a limit
-/// is killed. Nothing of it outlives the call. Throws std::system_error if the program cannot be started. Any
-/// thread.
+/// is killed. Lines of progress go to `onProgress`, without their mark, and not to the errors. Nothing of it
+/// outlives the call. Throws std::system_error if the program cannot be started. Any thread.
 [[nodiscard]] ChildResult RunChild(const std::filesystem::path& program,
-                                   const std::vector<std::string>& arguments, const ChildLimits& limits);
+                                   const std::vector<std::string>& arguments, const ChildLimits& limits,
+                                   const std::function<void(std::string_view)>& onProgress = {});
 
 }  // namespace zrsheet

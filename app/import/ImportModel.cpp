@@ -2,6 +2,7 @@
 
 #include <fmt/format.h>
 
+#include <charconv>
 #include <system_error>
 
 #include "app/import/AssemblyStream.h"
@@ -18,16 +19,22 @@ constexpr bool kCanLimitMemory = false;
 constexpr bool kCanLimitMemory = true;
 #endif
 
-std::filesystem::path ReaderBeside(const std::filesystem::path& program) {
-    return program.parent_path() / "zrsheet-import";
+// "37 Triangulating" as the reader writes it.
+void TellProgress(std::string_view line, const ImportProgress& progress) {
+    int percent = 0;
+    const auto [rest, error] = std::from_chars(line.data(), line.data() + line.size(), percent);
+    if (error != std::errc()) return;
+    line.remove_prefix(static_cast<std::size_t>(rest - line.data()));
+    if (line.starts_with(" ") && progress) progress(line.substr(1), percent);
 }
 
-ChildResult RunReader(const std::filesystem::path& file, const ImportLimits& limits) {
-    const std::filesystem::path reader =
-        limits.reader.empty() ? ReaderBeside(std::filesystem::read_symlink("/proc/self/exe")) : limits.reader;
+ChildResult RunReader(const std::filesystem::path& file, const ImportLimits& limits,
+                      const ImportProgress& progress) {
+    const std::filesystem::path reader = limits.reader.empty() ? ReaderProgram() : limits.reader;
     const ChildLimits childLimits{kCanLimitMemory ? limits.memoryBytes : 0, limits.memoryBytes, limits.time};
     try {
-        return RunChild(reader, {file.string()}, childLimits);
+        return RunChild(reader, {file.string()}, childLimits,
+                        [&progress](std::string_view line) { TellProgress(line, progress); });
     } catch (const std::system_error& error) {
         throw ImportError(fmt::format("the reader {} cannot be started ({}); install zrsheet again",
                                       reader.string(), error.code().message()));
@@ -54,9 +61,14 @@ std::string Complaint(const ChildResult& result, const ImportLimits& limits) {
 
 }  // namespace
 
-Assembly ImportModel(const std::filesystem::path& file, const ImportLimits& limits) {
+std::filesystem::path ReaderProgram() {
+    return std::filesystem::read_symlink("/proc/self/exe").parent_path() / "zrsheet-import";
+}
+
+Assembly ImportModel(const std::filesystem::path& file, const ImportLimits& limits,
+                     const ImportProgress& progress) {
     try {
-        const ChildResult result = RunReader(file, limits);
+        const ChildResult result = RunReader(file, limits, progress);
         if (result.end != ChildResult::End::Exited || result.code != 0) {
             throw ImportError(Complaint(result, limits));
         }

@@ -6,6 +6,8 @@
 #include <chrono>
 #include <cstdint>
 #include <filesystem>
+#include <functional>
+#include <string_view>
 
 #include "app/import/Assembly.h"
 
@@ -19,10 +21,18 @@ struct ImportLimits {
     std::filesystem::path reader;  // empty: zrsheet-import beside the running program
 };
 
+/// The program that reads models, beside the running one.
+[[nodiscard]] std::filesystem::path ReaderProgram();
+
+/// Told what is being done, and how much of all is done.
+using ImportProgress = std::function<void(std::string_view stage, int percent)>;
+
 /// Reads a glTF 2.0, STEP, IGES or STL model; its content tells which, not its name.
+/// Progress is told by the calling thread.
 /// Throws ImportError if the file is not there, of another format, damaged beyond use, without triangles, or
 /// over a limit. Any thread; the calling thread waits. Memory limits are left out under address and thread
 /// sanitizers, which reserve terabytes.
-[[nodiscard]] Assembly ImportModel(const std::filesystem::path& file, const ImportLimits& limits = {});
+[[nodiscard]] Assembly ImportModel(const std::filesystem::path& file, const ImportLimits& limits = {},
+                                   const ImportProgress& progress = {});
 
 }  // namespace zrsheet

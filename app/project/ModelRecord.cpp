@@ -5,7 +5,7 @@
 #include <string>
 #include <unordered_map>
 
-#include "app/project/Digest.h"
+#include "app/file/Digest.h"
 #include "app/project/ProjectFile.h"
 #include "zrk/tree/ComponentNode.h"
 

@@ -2,7 +2,7 @@
 
 #include <utility>
 
-#include "app/import/ImportModel.h"
+#include "app/import/OpenModel.h"
 #include "app/project/ApplyProject.h"
 #include "app/project/CaptureProject.h"
 #include "app/project/ProjectFile.h"
@@ -30,7 +30,7 @@ std::unique_ptr<Project> Project::Open(const std::filesystem::path& file,
                                        const std::filesystem::path& model) {
     const ProjectData saved = LoadProject(file);
     const std::filesystem::path source = model.empty() ? FindModel(saved.model, file) : model;
-    return std::make_unique<Project>(saved, ImportModel(source), source);
+    return std::make_unique<Project>(saved, OpenModel(source), source);
 }
 
 void Project::Save(const std::filesystem::path& file) const {

@@ -7,7 +7,7 @@
 
 #include "app/document/UserError.h"
 #include "app/file/AtomicFile.h"
-#include "app/project/Digest.h"
+#include "app/file/Digest.h"
 #include "app/project/ProjectFault.h"
 #include "app/project/ProjectReader.h"
 #include "app/project/ProjectWriter.h"

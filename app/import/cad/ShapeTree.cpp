@@ -5,6 +5,7 @@
 #include <TDF_LabelSequence.hxx>
 #include <TDataStd_Name.hxx>
 #include <TDocStd_Document.hxx>
+#include <TopExp_Explorer.hxx>
 #include <XCAFDoc_DocumentTool.hxx>
 #include <XCAFDoc_ShapeTool.hxx>
 #include <algorithm>
@@ -18,6 +19,7 @@
 #include "app/import/AssemblyTree.h"
 #include "app/import/ImportError.h"
 #include "app/import/PartTable.h"
+#include "app/import/ReaderProgress.h"
 #include "app/import/Utf8Text.h"
 #include "app/import/cad/CadKernel.h"
 #include "app/import/cad/ShapeColors.h"
@@ -89,19 +91,29 @@ public:
     };
 
     Parts(const Handle(XCAFDoc_ShapeTool) & shapes, std::vector<std::string>& warnings)
-        : m_shapes(shapes), m_warnings(warnings) {}
+        : m_shapes(shapes), m_warnings(warnings) {
+        TDF_LabelSequence all;
+        shapes->GetShapes(all);
+        m_count = std::max(all.Length(), 1);
+    }
 
     const Part& Of(const TDF_Label& product) {
-        if (!m_known.IsBound(product)) m_known.Bind(product, Make(product));
+        if (!m_known.IsBound(product)) {
+            TellReaderProgress("Triangulating its parts", 60 + 40 * m_known.Extent() / m_count);
+            m_known.Bind(product, Make(product));
+        }
         return m_known.Find(product);
     }
     std::vector<AssemblyPart> Take() { return m_parts.Take(); }
+    std::vector<std::string> TakeEmpty() { return std::move(m_empty); }
 
 private:
     Part Make(const TDF_Label& product) {
         const std::string name = ProductNameOf(product);
+        const TopoDS_Shape shape = m_shapes->GetShape(product);
+        if (shape.IsNull() || !TopExp_Explorer(shape, TopAbs_VERTEX).More()) m_empty.push_back(name);
         try {
-            MeshedShape meshed = MeshShape(m_shapes->GetShape(product));
+            MeshedShape meshed = MeshShape(shape);
             if (meshed.damagedFaces > 0) {
                 m_warnings.push_back(
                     fmt::format("\"{}\" lacks {} faces that cannot be read", name, meshed.damagedFaces));
@@ -120,6 +132,8 @@ private:
 
     Handle(XCAFDoc_ShapeTool) m_shapes;
     std::vector<std::string>& m_warnings;
+    std::vector<std::string> m_empty;  // names of products with nothing in their shape
+    int m_count = 1;                   // of parts and assemblies together
     PartTable m_parts;
     NCollection_DataMap<TDF_Label, Part, TDF_LabelMapHasher> m_known;
 };
@@ -133,7 +147,7 @@ public:
           m_assembly(assembly),
           m_parts(shapes, assembly.warnings) {}
 
-    void Run() {
+    std::vector<std::string> Run() {
         TDF_LabelSequence roots;
         m_shapes->GetFreeShapes(roots);
         Push(roots, {});
@@ -144,6 +158,7 @@ public:
         }
         m_assembly.parts = m_parts.Take();
         TellLooseBodies();
+        return m_parts.TakeEmpty();
     }
 
 private:
@@ -223,11 +238,14 @@ private:
 
 }  // namespace
 
-void ReadShapes(const Handle(TDocStd_Document) & document, const LabelProperties& properties,
-                Assembly& assembly) {
-    DoInCadKernel(
-        [&] { TreeWalk(XCAFDoc_DocumentTool::ShapeTool(document->Main()), properties, assembly).Run(); });
+std::vector<std::string> ReadShapes(const Handle(TDocStd_Document) & document,
+                                    const LabelProperties& properties, Assembly& assembly) {
+    std::vector<std::string> empty;
+    DoInCadKernel([&] {
+        empty = TreeWalk(XCAFDoc_DocumentTool::ShapeTool(document->Main()), properties, assembly).Run();
+    });
     FinishTree(assembly);
+    return empty;
 }
 
 }  // namespace zrsheet

@@ -1,4 +1,4 @@
-#include "app/project/Digest.h"
+#include "app/file/Digest.h"
 
 #include <openssl/evp.h>
 
