@@ -2,6 +2,7 @@
 
 #include <gmock/gmock.h>
 
+#include "app/import/ImportError.h"
 #include "tests/app/import/ImportFixture.h"
 
 namespace zrsheet {
@@ -29,6 +30,20 @@ TEST_F(ImportModelTest, TellsHowTheReaderEnded) {
     ImportLimits missing;
     missing.reader = "/nowhere/reader";
     EXPECT_THAT(Complaint(file, missing), HasSubstr("cannot be started"));
+}
+
+// However much of it there is, it leaves room for what is wrong.
+TEST_F(ImportModelTest, PassesOnHowFarTheReaderIs) {
+    std::string told;
+    const auto tell = [&told](std::string_view stage, int percent) {
+        told += std::string(stage) + std::to_string(percent);
+    };
+    const ImportLimits limits = WithReader(
+        "printf '@5 Reading it\\n@6' >&2; printf '0 Turning it\\n@x\\n' >&2; "
+        "for i in $(seq 3000); do echo @70 >&2; done; echo wrong >&2; exit 1");
+    EXPECT_THROW(static_cast<void>(ImportModel(Save(Tetrahedron()), limits, tell)), ImportError);
+    EXPECT_EQ(told, "Reading it5Turning it60");
+    EXPECT_THAT(Complaint(Save(Tetrahedron()), limits), testing::EndsWith("gltf: wrong"));
 }
 
 TEST_F(ImportModelTest, StopsAReaderThatTakesTooLong) {
