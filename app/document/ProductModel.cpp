@@ -142,6 +142,10 @@ void ProductModel::Build(Assembly& assembly) {
         (node.parent >= 0 ? instances[parent] : top)->AddChild(instance);
         (node.parent >= 0 ? m_instances[parent] : m_root)->AddChild(sbom);
         instances.push_back(instance);
+        if (node.color) {
+            const auto [red, green, blue] = *node.color;
+            m_colors[instance.get()] = dg::Color(red, green, blue, 1.0F);
+        }
         m_instances.push_back(sbom);
     }
     const auto world = zrk::World::GetWorld();
@@ -185,6 +189,13 @@ PageBox ProductModel::ScreenBox() const {
     const double x = 0.5 * camera.GetViewportWidth();
     const double y = 0.5 * camera.GetViewportHeight();
     return {x, y, x, y};
+}
+
+dg::Color ProductModel::ColorOf(const zrk::ShapeInstance& part) const {
+    du::SmartPtr<zrk::Instance> instance;
+    part.GetInstance(instance);
+    const auto found = m_colors.find(instance.get());
+    return found != m_colors.end() ? found->second : dg::Color(1.0F, 1.0F, 1.0F, 1.0F);
 }
 
 std::string ProductModel::NameOf(const SbomInstance& instance) {

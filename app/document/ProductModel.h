@@ -5,11 +5,13 @@
 
 #include <cstddef>
 #include <string>
+#include <unordered_map>
 #include <vector>
 
 #include "app/document/PageGeometry.h"
 #include "app/document/ViewDirection.h"
 #include "app/import/Assembly.h"
+#include "dg/Color.h"
 #include "dg/FBox.h"
 #include "du/SmartPtr.h"
 #include "zrk/illustration/Illustration3dScene.h"
@@ -49,6 +51,11 @@ public:
     /// What the parts list calls a part or assembly.
     [[nodiscard]] static std::string NameOf(const zrk::illustration::SbomInstance& instance);
 
+    /// Does the file give any part a colour?
+    [[nodiscard]] bool HasColors() const { return !m_colors.empty(); }
+    /// White if the file gives it none.
+    [[nodiscard]] dg::Color ColorOf(const zrk::ShapeInstance& part) const;
+
     [[nodiscard]] std::size_t PartCount() const { return m_partCount; }
     [[nodiscard]] std::size_t LeafCount() const { return m_leafCount; }
     /// Of all instances together.
@@ -62,6 +69,7 @@ private:
     du::SmartPtr<zrk::ShapeView> m_view;
     SbomPtr m_root;
     std::vector<SbomPtr> m_instances;
+    std::unordered_map<const zrk::Instance*, dg::Color> m_colors;  // only looked up, never walked
     std::size_t m_partCount = 0;
     std::size_t m_leafCount = 0;
     std::size_t m_triangleCount = 0;

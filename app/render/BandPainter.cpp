@@ -84,6 +84,13 @@ BandPainter::BandPainter(const SurfaceSampler& sampler, const EdgeRule& rule, co
       m_style(style),
       m_towardsLight(towardsLight),
       m_samples(style.samplesPerPixel) {
+    m_tints.reserve(style.colors.size());
+    for (const dg::Color& color : style.colors) {
+        const auto tint = [&style](float share) {
+            return 1.0 - style.colorStrength * (1.0 - static_cast<double>(share));
+        };
+        m_tints.push_back({tint(color.r), tint(color.g), tint(color.b)});
+    }
     const double widest =
         std::max({style.outlineWidth, style.overlapWidth, style.contactWidth, style.creaseWidth});
     m_margin = static_cast<int>(std::ceil(0.5 * widest * m_samples)) + m_samples + 2;
@@ -178,8 +185,8 @@ void BandPainter::ResolveRow(const Band& band, int y, std::vector<Shade>& column
             const int column = std::clamp(x * m_samples + tap.offset, 0, band.GetWidth() - 1);
             shade.Add(tap.weight, columns[static_cast<std::size_t>(column)]);
         }
-        for (const double channel : ground) {
-            const double tone = shade.tone - shade.ground * (1.0 - channel);
+        for (std::size_t channel = 0; channel < ground.size(); ++channel) {
+            const double tone = shade.tones[channel] - shade.ground * (1.0 - ground[channel]);
             *pixel++ = static_cast<std::uint8_t>(std::lround(255.0 * std::clamp(tone, 0.0, 1.0)));
         }
     }
@@ -188,7 +195,14 @@ void BandPainter::ResolveRow(const Band& band, int y, std::vector<Shade>& column
 BandPainter::Shade BandPainter::ShadeAt(const Band& band, int x, int y) const {
     const auto ink = static_cast<double>(band.InkAt(x, y));
     const SurfaceSample& sample = band.SampleAt(x, y);
-    return {ToneOf(sample) * (1.0 - ink) + m_style.ink * ink, sample.IsGround() ? 1.0 - ink : 0.0};
+    const double tone = ToneOf(sample) * (1.0 - ink);
+    Shade shade{TintOf(sample), sample.IsGround() ? 1.0 - ink : 0.0};
+    for (double& channel : shade.tones) channel = channel * tone + m_style.ink * ink;
+    return shade;
+}
+
+BandPainter::Channels BandPainter::TintOf(const SurfaceSample& sample) const {
+    return sample.IsGround() || m_tints.empty() ? Channels{1.0, 1.0, 1.0} : m_tints[sample.placement];
 }
 
 double BandPainter::ToneOf(const SurfaceSample& sample) const {

@@ -3,6 +3,8 @@
 
 #pragma once
 
+#include <array>
+#include <cstddef>
 #include <vector>
 
 #include "app/render/EdgeRule.h"
@@ -29,13 +31,14 @@ private:
         int offset = 0;
         double weight = 0.0;
     };
+    using Channels = std::array<double, 3>;  // red, green, blue
     /// As on white ground, and how much of it the ground makes up.
     struct Shade {
-        double tone = 0.0;
+        Channels tones{};
         double ground = 0.0;
 
         void Add(double weight, const Shade& other) {
-            tone += weight * other.tone;
+            for (std::size_t i = 0; i < tones.size(); ++i) tones[i] += weight * other.tones[i];
             ground += weight * other.ground;
         }
     };
@@ -48,12 +51,14 @@ private:
     void ResolveRow(const Band& band, int y, std::vector<Shade>& columns, Raster& raster) const;
     Shade ShadeAt(const Band& band, int x, int y) const;
     double ToneOf(const SurfaceSample& sample) const;
+    Channels TintOf(const SurfaceSample& sample) const;
 
     const SurfaceSampler& m_sampler;
     const EdgeRule& m_rule;
     const PartSurvey& m_survey;
     const PictureStyle& m_style;
     dg::DVec3 m_towardsLight;
+    std::vector<Channels> m_tints;  // of placements
     std::vector<Tap> m_taps;
     int m_samples;  // per pixel and axis
     int m_margin;   // rows of samples around a band whose lines reach into it

@@ -67,6 +67,8 @@ Raster RenderPicture(const zrg::RayScene& scene, const dg::Camera3D& camera, con
                      std::span<const std::uint32_t> partOfPlacement, unsigned threads) {
     DU_ASSERT(partOfPlacement.size() == scene.GetPlacementCount(),
               "Every placement needs the number of its part.");
+    DU_ASSERT(style.colors.empty() || style.colors.size() == scene.GetPlacementCount(),
+              "Either every placement has a colour or none.");
     const SurfaceSampler coarse(scene, camera, partOfPlacement, kSurveySamples);
     const PartSurvey survey(coarse, EdgeRule(coarse, style), scene.GetPlacementCount(), threads);
     const Smoothing smoothing(scene, survey, style.creaseAngle, threads);

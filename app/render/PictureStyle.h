@@ -2,6 +2,8 @@
 
 #pragma once
 
+#include <vector>
+
 #include "dg/Color.h"
 
 namespace zrsheet {
@@ -19,6 +21,8 @@ struct PictureStyle {
     double ink = 0.06;                            // tone of the lines: 0 is black, 1 white
     double darkestTone = 0.78;                    // of a surface turned away from the light
     double brightestTone = 0.985;                 // of a surface that faces the light
+    std::vector<dg::Color> colors;                // of each placement of the scene; empty: all are white
+    double colorStrength = 0.42;                  // 0: parts stay white, 1: as loud as their colours
     dg::Color groundTop{1.0F, 1.0F, 1.0F, 1.0F};  // the ground's colour goes evenly from the one to the other
     dg::Color groundBottom{1.0F, 1.0F, 1.0F, 1.0F};
 };

@@ -36,6 +36,14 @@ void TakePicture(const Inset& inset, const zrk::PickScene& scene, const PictureS
 
 }  // namespace
 
+std::vector<dg::Color> ColorsOf(const zrk::PickScene& scene, const ProductModel& model) {
+    std::vector<dg::Color> colors;
+    if (!model.HasColors()) return colors;
+    colors.reserve(scene.GetParts().size());
+    for (const auto& part : scene.GetParts()) colors.push_back(model.ColorOf(*part));
+    return colors;
+}
+
 Raster PictureOf(const zrk::PickScene& scene, const dg::Camera3D& camera, const PictureStyle& style,
                  unsigned threads) {
     std::vector<std::uint32_t> numbers(scene.GetParts().size());

@@ -4,6 +4,7 @@
 
 #include <vector>
 
+#include "app/document/ProductModel.h"
 #include "app/render/PictureStyle.h"
 #include "app/sheet/Sheet.h"
 #include "dg/Camera3D.h"
@@ -11,6 +12,9 @@
 #include "zrk/scene/PickScene.h"
 
 namespace zrsheet {
+
+/// Of each part of the scene; empty if the model gives none a colour.
+[[nodiscard]] std::vector<dg::Color> ColorsOf(const zrk::PickScene& scene, const ProductModel& model);
 
 /// What `camera` sees of the parts that are visible, as large as its viewport.
 [[nodiscard]] Raster PictureOf(const zrk::PickScene& scene, const dg::Camera3D& camera,

@@ -50,6 +50,7 @@ void TakePictures(const Document& document, const dg::Camera3D& camera, const Pa
     PictureStyle style;
     dg::Color border;
     document.View()->GetBackgroundColors(style.groundTop, style.groundBottom, border);
+    style.colors = ColorsOf(*scene, document.Model());
     sheet.picture = PictureOf(*scene, camera, style, threads);
     du::SmartPtr<zrk::AnnoSet> annotations;
     document.Scene()->GetAnnoSet(annotations);

@@ -78,6 +78,7 @@ struct GltfPrimitive {
 struct GltfMesh {
     std::string name;
     std::vector<GltfPrimitive> primitives;
+    std::optional<AssemblyColor> color;  // of its first primitive
 };
 
 struct GltfNode {
@@ -92,6 +93,7 @@ struct GltfDocument {
     std::vector<GltfBuffer> buffers;
     std::vector<GltfBufferView> views;
     std::vector<GltfAccessor> accessors;
+    std::vector<std::optional<AssemblyColor>> materials;  // their colours, none where a picture has them
     std::vector<GltfMesh> meshes;
     std::vector<GltfNode> nodes;
     std::vector<std::size_t> roots;  // of the scene to show

@@ -195,9 +195,26 @@ GltfPrimitive ParsePrimitive(const Entry& entry, const GltfDocument& document) {
     return primitive;
 }
 
+// The transfer function of sRGB; what lies outside is taken for its nearest end.
+float FromLinear(double share) {
+    share = std::clamp(share, 0.0, 1.0);
+    return static_cast<float>(share <= 0.0031308 ? 12.92 * share
+                                                 : 1.055 * std::pow(share, 1.0 / 2.4) - 0.055);
+}
+
+std::optional<AssemblyColor> ParseMaterial(const Entry& entry) {
+    if (!entry.Has("pbrMetallicRoughness")) return std::nullopt;
+    const Entry surface = entry.Child("pbrMetallicRoughness");
+    if (!surface.Has("baseColorFactor") || surface.Has("baseColorTexture")) return std::nullopt;
+    const auto [red, green, blue, alpha] = surface.Numbers<4>("baseColorFactor", {});
+    return AssemblyColor{FromLinear(red), FromLinear(green), FromLinear(blue)};
+}
+
 GltfMesh ParseMesh(const Entry& entry, const GltfDocument& document) {
-    GltfMesh mesh{OneLine(entry.Text("name")), {}};
+    GltfMesh mesh{OneLine(entry.Text("name")), {}, {}};
     for (const Entry& primitive : Table(entry, "primitives", entry.Place() + " primitive")) {
+        const auto material = primitive.OptionalIndex("material", document.materials.size());
+        if (material && mesh.primitives.empty()) mesh.color = document.materials[*material];
         mesh.primitives.push_back(ParsePrimitive(primitive, document));
     }
     return mesh;
@@ -280,6 +297,8 @@ GltfDocument ParseDocument(const Entry& top) {
     for (const Entry& entry : Table(top, "accessors", "accessor")) {
         document.accessors.push_back(ParseAccessor(entry, document.views.size()));
     }
+    for (const Entry& entry : Table(top, "materials", "material"))
+        document.materials.push_back(ParseMaterial(entry));
     for (const Entry& entry : Table(top, "meshes", "mesh"))
         document.meshes.push_back(ParseMesh(entry, document));
     const std::vector<Entry> nodes = Table(top, "nodes", "node");

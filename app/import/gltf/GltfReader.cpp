@@ -71,11 +71,14 @@ private:
         if (!part) return;
         const std::string& meshName = m_document.meshes[*from.mesh].name;
         AssemblyNode& node = m_nodes[static_cast<std::size_t>(place)];
+        const std::optional<AssemblyColor>& color = m_document.meshes[*from.mesh].color;
         if (from.children.empty()) {
             node.part = *part;
+            node.color = color;
             if (node.name.empty()) node.name = meshName;
         } else {
-            m_nodes.push_back({meshName.empty() ? from.name : meshName, place, kIdentityMatrix, *part, {}});
+            m_nodes.push_back(
+                {meshName.empty() ? from.name : meshName, place, kIdentityMatrix, *part, {}, color});
         }
     }
 

@@ -47,6 +47,22 @@ TEST_F(GltfReader, NamesEveryNode) {
     EXPECT_EQ(ImportModel(Write("latin.gltf", latin)).nodes[1].name, "a  b \xEF\xBF\xBD");
 }
 
+// Linear light in the file, sRGB here; a picture on the surface says more than the colour below it.
+TEST_F(GltfReader, PaintsInstancesAsTheirMaterials) {
+    Json model = Tetrahedron();
+    model["materials"] = Json::parse(R"([{"pbrMetallicRoughness": {"baseColorFactor": [0.2140, 1, 7, 0.5]}},
+        {"pbrMetallicRoughness": {"baseColorFactor": [1, 0, 0, 1], "baseColorTexture": {"index": 0}}}])");
+    EXPECT_FALSE(Import(model).nodes[0].color);
+    model["meshes"][0]["primitives"][0]["material"] = 0;
+    const auto color = Import(model).nodes[0].color;
+    ASSERT_TRUE(color);
+    EXPECT_NEAR((*color)[0], 0.5, 0.001);
+    EXPECT_FLOAT_EQ((*color)[1], 1);
+    EXPECT_FLOAT_EQ((*color)[2], 1);
+    model["meshes"][0]["primitives"][0]["material"] = 1;
+    EXPECT_FALSE(Import(model).nodes[0].color);
+}
+
 // Scale first, then the quarter turn about z that takes x to y, then the move.
 TEST_F(GltfReader, ComposesTransforms) {
     Json model = Tetrahedron();

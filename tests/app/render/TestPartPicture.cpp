@@ -1,7 +1,9 @@
 #include "app/render/PartPicture.h"
 
 #include <gmock/gmock.h>
+
 #include <gtest/gtest.h>
+#include <cmath>
 
 #include <tuple>
 
@@ -87,6 +89,26 @@ TEST(PartPicture, LiesOnAGroundThatGoesFromOneColourToTheOther) {
     EXPECT_EQ(colour(5, 50), std::tuple(128, 0, 191));
     const auto [red, green, blue] = colour(50, 50);
     EXPECT_TRUE(red == green && green == blue && red > 190) << red << ' ' << green << ' ' << blue;
+}
+
+// A tint, by no means the colour itself: labels and lines must stand out from every part.
+TEST(PartPicture, TintsPartsByTheirColours) {
+    ModelStage stage(200, 100);
+    stage.Add(0, Box({-80, -40, 0}, {10, 40, 20}));
+    stage.Add(1, Box({10, -40, 0}, {80, 40, 20}));
+    const Raster plain = stage.Render();
+    stage.Style().colors = {{1, 1, 1, 1}, {1, 0, 0, 1}};
+    const Raster tinted = stage.Render();
+    const auto pixel = [](const Raster& raster, int x) {
+        const auto* first = &raster.pixels[3 * (50 * 200 + static_cast<std::size_t>(x))];
+        return std::vector<int>(first, first + 3);
+    };
+    EXPECT_EQ(pixel(tinted, 50), pixel(plain, 50));
+    const int tone = pixel(plain, 150)[0];
+    const int other = static_cast<int>(std::lround(tone * (1.0 - stage.Style().colorStrength)));
+    EXPECT_THAT(pixel(tinted, 150),
+                testing::ElementsAre(tone, testing::AllOf(testing::Ge(other - 1), testing::Le(other + 1)),
+                                     testing::_));
 }
 
 TEST(PartPicture, IsTheSameForAnyNumberOfThreads) {
