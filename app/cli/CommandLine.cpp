@@ -125,7 +125,8 @@ struct RawOptions {
 };
 
 void DefineFiles(CLI::App& make, MakeRequest& request) {
-    make.add_option("MODEL", request.options.model, "The assembly: a glTF 2.0 file, .glb or .gltf")
+    make.add_option("MODEL", request.options.model,
+                    "The assembly: a STEP, glTF 2.0 (.glb, .gltf), IGES or STL file")
         ->type_name("")
         ->required();
     make.add_option(
@@ -280,8 +281,7 @@ void DefineRun(CLI::App& run, RunRequest& request) {
 }
 
 void DefineShell(CLI::App& shell, ShellRequest& request) {
-    shell.add_option("FILE", request.file, "A project (.zrsheet) or a model (.glb, .gltf) to begin with")
-        ->type_name("");
+    shell.add_option("FILE", request.file, "A project (.zrsheet) or a model to begin with")->type_name("");
     DefineThreads(shell, request.threads);
     shell.footer(kShellExamples);
 }

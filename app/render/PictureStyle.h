@@ -22,7 +22,7 @@ struct PictureStyle {
     double darkestTone = 0.78;                    // of a surface turned away from the light
     double brightestTone = 0.985;                 // of a surface that faces the light
     std::vector<dg::Color> colors;                // of each placement of the scene; empty: all are white
-    double colorStrength = 0.42;                  // 0: parts stay white, 1: as loud as their colours
+    double colorStrength = 0.3;                   // 0: parts stay white, 1: as loud as their colours
     dg::Color groundTop{1.0F, 1.0F, 1.0F, 1.0F};  // the ground's colour goes evenly from the one to the other
     dg::Color groundBottom{1.0F, 1.0F, 1.0F, 1.0F};
 };

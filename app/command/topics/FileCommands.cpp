@@ -94,7 +94,9 @@ CommandTopic FileCommands() {
     return {
         "Files",
         {{"import", "MODEL [hierarchical] [discard]", "begin an illustration of a model",
-          "Reads a glTF 2.0 file (.glb or .gltf), lists its parts and looks at them from iso. 'hierarchical' "
+          "Reads a STEP (.stp, .step, .p21), glTF 2.0 (.glb, .gltf), IGES or STL file, lists its parts and "
+          "looks "
+          "at them from iso. 'hierarchical' "
           "numbers parts below their assemblies: 1, 1.1, 1.2. There are no callouts until 'create'.",
           "import pump.glb", Effect::Anything, "", Import},
          {"open", "PROJECT [model=MODEL] [discard]", "open a project",

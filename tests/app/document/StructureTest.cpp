@@ -151,5 +151,26 @@ TEST(ComponentNumbers, AreEqualForEqualSubAssemblies) {
     EXPECT_NE(numbers[first + 1], nut);
 }
 
+// "Screw left" and "Screw right" are both "Hex screw"; what only a program named keeps the names of its
+// instances.
+TEST(PartNames, ComeFromTheProductWhereTheFileTellsItFromItsInstances) {
+    AssemblyMaker maker;
+    const int screw = maker.Box("solid", 1, 1, 1);
+    const int lid = maker.Box("solid", 2, 1, 1);
+    const int top = maker.Node("Pump 1", -1, -1);
+    maker.At(top).product = "Pump";
+    maker.At(maker.Node("Screw left", top, screw)).product = "Hex screw";
+    maker.At(maker.Node("Screw right", top, screw)).product = "Hex screw";
+    const int wrapper = maker.Node("Lid 7", top, -1);
+    maker.At(wrapper).product = "Lid";
+    maker.At(maker.Node("Body", wrapper, lid)).product = "SOLID";
+    const Assembly assembly = WithoutWrappers(maker.Get());
+    EXPECT_THAT(PartNames(assembly), ElementsAre("Hex screw", "Lid"));
+    EXPECT_EQ(ProductName(assembly.nodes[0]), "Pump");
+    EXPECT_EQ(WithProductAtTop(assembly).name, "Pump");
+    maker.At(wrapper).product = "Part";
+    EXPECT_THAT(PartNames(WithoutWrappers(maker.Get())), ElementsAre("Hex screw", "Lid 7"));
+}
+
 }  // namespace
 }  // namespace zrsheet
