@@ -113,6 +113,8 @@ void CheckOutputs(const MakeRequest& request) {
 /// The options as text, until all of them are known to be there.
 struct RawOptions {
     std::string view = "iso";
+    std::string picture = "line";
+    double outline = PictureChoice().outline;
     std::string size = "1600x1000";
     std::string numbering = "flat";
     std::optional<std::string> shape;
@@ -159,6 +161,18 @@ void DefinePicture(CLI::App& make, SheetOptions& options, RawOptions& raw) {
         ->capture_default_str();
     make.add_option("--size", raw.size, "The page in pixels; it grows when callouts or list need more")
         ->type_name("WxH")
+        ->group("Picture")
+        ->capture_default_str();
+    make.add_option("--style", raw.picture,
+                    "How the model is drawn: line (lines on white parts, nothing but\nvectors), shaded (a "
+                    "raster) or both (lines over shaded parts)")
+        ->type_name("STYLE")
+        ->group("Picture")
+        ->capture_default_str();
+    make.add_flag("--hidden-lines", options.picture.hidden, "Covered lines too, dashed")->group("Picture");
+    make.add_option("--outline", raw.outline,
+                    "Width of the parts' outlines in millimetres on paper; other lines\nare half as wide")
+        ->type_name("MM")
         ->group("Picture")
         ->capture_default_str();
     DefineThreads(make, options.threads)->group("Picture");
@@ -298,6 +312,8 @@ void Interpret(const RawOptions& raw, MakeRequest& request) {
     SheetOptions& options = request.options;
     options.view = ParseViewDirection(raw.view);
     ReadSize(raw.size, options);
+    options.picture.mode = ParsePictureMode(raw.picture);
+    options.picture.outline = CheckedOutline(raw.outline);
     options.numbering.hierarchical = raw.numbering == "hierarchical";
     for (const std::string& rule : raw.skipped) options.rules.Skip(rule);
     if (raw.combine) options.leaders = LeaderChoice::All;

@@ -99,6 +99,11 @@ void Document::SetStyle(const zrannotations::CalloutStyle& style) {
     Record([this, before] { m_style = before; }, [this, style] { m_style = style; });
 }
 
+void Document::SetPicture(const PictureChoice& picture) {
+    const auto before = std::exchange(m_picture, picture);
+    Record([this, before] { m_picture = before; }, [this, picture] { m_picture = picture; });
+}
+
 LeaderChoice Document::Leaders() const {
     if (m_engine->GetDrawOneForSamePart()) return LeaderChoice::One;
     return m_engine->GetCombineForSamePart() ? LeaderChoice::All : LeaderChoice::PerInstance;

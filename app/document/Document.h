@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "app/document/LeaderChoice.h"
+#include "app/document/PictureChoice.h"
 #include "app/document/ProductModel.h"
 #include "app/document/TemplateLibrary.h"
 #include "callouts/Callouts.h"
@@ -78,6 +79,10 @@ public:
     [[nodiscard]] const zrannotations::CalloutStyle& Style() const { return m_style; }
     void SetStyle(const zrannotations::CalloutStyle& style);
 
+    /// How the model is drawn.
+    [[nodiscard]] const PictureChoice& Picture() const { return m_picture; }
+    void SetPicture(const PictureChoice& picture);
+
     // Label templates. Changes can be undone.
     [[nodiscard]] const TemplateLibrary& Templates() const { return m_templates; }
     /// Defines or changes a template. Throws UserError when a text is wrong.
@@ -143,6 +148,7 @@ private:
     du::SmartPtr<zrcallouts::Callouts> m_engine;
     std::pair<int, int> m_page;
     zrannotations::CalloutStyle m_style;
+    PictureChoice m_picture;
     std::set<CalloutPtr> m_placedByHand;
     Look m_checked;  // when leaders were last checked
 };

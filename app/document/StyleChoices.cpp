@@ -20,9 +20,10 @@ std::size_t Parse(std::string_view word, std::span<const std::string_view> words
     throw UserError(fmt::format("'{}' is no {}; use {} or {}", word, what, known, words.back()));
 }
 
-double Checked(double value, double least, double most, std::string_view what) {
+double Checked(double value, double least, double most, std::string_view what,
+               std::string_view unit = "pixels") {
     if (value >= least && value <= most) return value;
-    throw UserError(fmt::format("{} is no {}; give pixels from {} to {}", value, what, least, most));
+    throw UserError(fmt::format("{} is no {}; give {} from {} to {}", value, what, unit, least, most));
 }
 
 }  // namespace
@@ -41,6 +42,14 @@ double CheckedLineWidth(double width) {
     return Checked(width, kLeastLineWidth, kMostLineWidth, "line width");
 }
 
+PictureMode ParsePictureMode(std::string_view word) {
+    return static_cast<PictureMode>(Parse(word, kPictureWords, "style of pictures"));
+}
+
+double CheckedOutline(double width) {
+    return Checked(width, kLeastOutline, kMostOutline, "width of outlines", "millimetres");
+}
+
 std::string_view WordOf(zrannotations::BalloonShape shape) {
     return kShapeWords.at(static_cast<std::size_t>(shape));
 }
@@ -48,5 +57,7 @@ std::string_view WordOf(zrannotations::BalloonShape shape) {
 std::string_view WordOf(zrannotations::Terminator terminator) {
     return kTerminatorWords.at(static_cast<std::size_t>(terminator));
 }
+
+std::string_view WordOf(PictureMode mode) { return kPictureWords.at(static_cast<std::size_t>(mode)); }
 
 }  // namespace zrsheet

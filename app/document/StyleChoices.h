@@ -6,6 +6,7 @@
 #include <string>
 #include <string_view>
 
+#include "app/document/PictureChoice.h"
 #include "zrannotations/CalloutStyle.h"
 
 namespace zrsheet {
@@ -25,8 +26,11 @@ inline constexpr double kMostLineWidth = 20.0;
 [[nodiscard]] zrannotations::Terminator ParseTerminator(std::string_view word);
 [[nodiscard]] double CheckedFontSize(double size);
 [[nodiscard]] double CheckedLineWidth(double width);
+[[nodiscard]] PictureMode ParsePictureMode(std::string_view word);
+[[nodiscard]] double CheckedOutline(double width);
 
 [[nodiscard]] std::string_view WordOf(zrannotations::BalloonShape shape);
 [[nodiscard]] std::string_view WordOf(zrannotations::Terminator terminator);
+[[nodiscard]] std::string_view WordOf(PictureMode mode);
 
 }  // namespace zrsheet

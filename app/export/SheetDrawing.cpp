@@ -1,8 +1,10 @@
 #include "app/export/SheetDrawing.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <cstddef>
+#include <map>
 #include <utility>
 
 #include "app/render/CleanText.h"
@@ -19,6 +21,8 @@ constexpr double kArrowGrowth = 2.5;
 constexpr double kArrowSlope = 0.28;  // of half the base to the length
 constexpr double kHeadRuleWidth = 1.2;
 constexpr double kRowRuleWidth = 0.5;
+constexpr double kPixelsPerMillimetre = 96.0 / 25.4;
+constexpr double kThinShare = 0.5;  // of the width of outlines
 constexpr const char* kRowRuleColor = "#b8b8b8";
 
 double Middle(double a, double b) { return 0.5 * (a + b); }
@@ -81,8 +85,30 @@ std::vector<DrawnLine> OuterTangents(const SheetCircle& a, const SheetCircle& b,
     return lines;
 }
 
-DrawnInset DrawInset(const SheetInset& inset, const SheetStyle& style) {
+/// Inks in the order in which their first lines come.
+DrawnModel DrawModel(const std::vector<ArtLine>& lines, const PagePoint& origin, const PictureChoice& look) {
+    constexpr std::array<const char*, 4> kClasses{"outline", "edge", "crossing", "hidden"};
+    DrawnModel model{origin, {}};
+    std::map<std::pair<LineKind, int>, std::size_t> places;
+    for (const ArtLine& line : lines) {
+        const auto [place, isNew] = places.try_emplace({line.kind, line.fineness}, model.inks.size());
+        if (isNew) {
+            const double share = line.kind == LineKind::Outline ? 1.0 : kThinShare;
+            std::string cssClass = kClasses.at(static_cast<std::size_t>(line.kind));
+            if (line.fineness > 0) cssClass += " fine-" + std::to_string(line.fineness);
+            model.inks.push_back({std::move(cssClass),
+                                  look.outline * kPixelsPerMillimetre * share * kLineShares[line.fineness],
+                                  line.kind == LineKind::Hidden,
+                                  {}});
+        }
+        model.inks[place->second].lines.push_back(&line);
+    }
+    return model;
+}
+
+DrawnInset DrawInset(const SheetInset& inset, const SheetStyle& style, const PictureChoice& look) {
     DrawnInset drawn;
+    drawn.model = DrawModel(inset.lines, {inset.box.x0, inset.box.y0}, look);
     const std::pair<double, const char*> strokes[] = {{style.sourceWidth + 2.0 * kHalo, kPaperColor},
                                                       {style.sourceWidth, style.inkColor.c_str()}};
     for (const auto& [width, color] : strokes) {
@@ -199,10 +225,12 @@ private:
 
 SheetDrawing DrawSheet(const Sheet& sheet) {
     SheetDrawing drawing;
+    drawing.model = DrawModel(sheet.lines, {sheet.figure.x0, sheet.figure.y0}, sheet.look);
     drawing.title = {
         CleanText(sheet.title), sheet.titlePlace, TextAlign::kLeft, sheet.style.titleFontSize, true,
         sheet.style.inkColor};
-    for (const SheetInset& inset : sheet.insets) drawing.insets.push_back(DrawInset(inset, sheet.style));
+    for (const SheetInset& inset : sheet.insets)
+        drawing.insets.push_back(DrawInset(inset, sheet.style, sheet.look));
     for (const SheetCallout& callout : sheet.callouts)
         drawing.callouts.push_back(DrawCallout(callout, sheet.style));
     for (const SheetTable& table : sheet.tables) TableDrawer(table, sheet.style, drawing).Draw();

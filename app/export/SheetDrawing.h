@@ -62,6 +62,20 @@ struct DrawnLeader {
     std::optional<DrawnArrow> arrow;
 };
 
+/// Lines of the model that are drawn alike.
+struct DrawnInk {
+    std::string cssClass;  // "outline", "edge fine-1" ...
+    double width = 0.0;
+    bool isDashed = false;
+    std::vector<const ArtLine*> lines;  // of the sheet
+};
+
+/// Over what is there, ink by ink; `origin` is where the lines' pixels count from.
+struct DrawnModel {
+    PagePoint origin;
+    std::vector<DrawnInk> inks;
+};
+
 enum class BalloonOutline {
     kRound,    // with half circles as ends; a circle when it is as wide as high
     kCorners,  // straight from corner to corner
@@ -81,6 +95,7 @@ struct DrawnBalloon {
 
 /// Painted in this order, the glass's picture, cut to `outline`, before the outline.
 struct DrawnInset {
+    DrawnModel model;                    // cut to `outline` like the picture, and above it
     std::vector<DrawnRing> sourceRings;  // around what the glass shows: the white one, then the black one
     std::vector<DrawnLine> links;        // from there to the glass; white ones first
     DrawnDisc rim;
@@ -93,7 +108,9 @@ struct DrawnCallout {
     std::vector<DrawnText> label;  // line by line
 };
 
+/// The sheet must outlive it.
 struct SheetDrawing {
+    DrawnModel model;
     DrawnText title;
     std::vector<DrawnInset> insets;      // in the sheet's order
     std::vector<DrawnCallout> callouts;  // in the sheet's order
@@ -102,9 +119,13 @@ struct SheetDrawing {
 };
 
 inline constexpr const char* kPaperColor = "#ffffff";
+inline constexpr const char* kInkColor = "#000000";  // of the model's lines
 /// Lengths of a dash and the gap behind it, in page pixels.
 inline constexpr double kDash = 5.0;
 inline constexpr double kDashGap = 3.0;
+/// The same of covered lines of the model, in widths of the line.
+inline constexpr double kHiddenDash = 5.0;
+inline constexpr double kHiddenGap = 3.0;
 
 [[nodiscard]] SheetDrawing DrawSheet(const Sheet& sheet);
 

@@ -6,11 +6,14 @@
 #include <cmath>
 #include <cstddef>
 #include <cstdint>
+#include <map>
 #include <pugixml.hpp>
 #include <set>
 #include <sstream>
 #include <string_view>
+#include <utility>
 
+#include "app/document/StyleChoices.h"
 #include "app/export/SheetDrawing.h"
 #include "app/render/CleanText.h"
 #include "app/render/TextMetrics.h"
@@ -199,8 +202,129 @@ Node AddImage(Node parent, const Raster& picture, const PageBox& box) {
     return image;
 }
 
-void AddPicture(Node svg, const Sheet& sheet) {
+/// Paths are the bulk of the file: relative numbers, hundredths of a pixel, no needless blanks.
+class PathText {
+public:
+    void Add(const std::vector<ArtPoint>& points, bool isClosed) {
+        for (std::size_t i = 0; i < points.size(); ++i) {
+            const long x = std::lround(points[i].x * 100.0);
+            const long y = std::lround(points[i].y * 100.0);
+            if (i == 0) m_text += 'm';
+            AddNumber(x - m_x, i > 0);
+            AddNumber(y - m_y, true);
+            m_x = x;
+            m_y = y;
+        }
+        if (!isClosed || points.empty()) return;
+        m_text += 'z';
+        m_x = std::lround(points.front().x * 100.0);
+        m_y = std::lround(points.front().y * 100.0);
+    }
+    const std::string& Text() const { return m_text; }
+
+private:
+    void AddNumber(long hundredths, bool isNext) {
+        if (isNext && hundredths >= 0) m_text += ' ';
+        m_text += Number(static_cast<double>(hundredths) / 100.0);
+    }
+
+    std::string m_text;
+    long m_x = 0;  // where the path is
+    long m_y = 0;
+};
+
+Node AddPath(Node parent, const std::string& cssClass, const PathText& path) {
+    Node node = parent.append_child("path");
+    Set(node, "class", cssClass);
+    Set(node, "d", path.Text());
+    return node;
+}
+
+void AddModelLines(Node parent, const DrawnModel& model) {
+    if (model.inks.empty()) return;
+    Node group = AddGroup(parent, "model-lines");
+    Set(group, "transform", "translate(" + Number(model.origin.x) + " " + Number(model.origin.y) + ")");
+    for (const DrawnInk& ink : model.inks) {
+        PathText path;
+        for (const ArtLine* line : ink.lines) path.Add(line->points, line->isClosed);
+        AddPath(group, ink.cssClass, path);
+    }
+}
+
+void AddHotspots(Node parent, const Sheet& sheet, IdTable& ids) {
+    if (sheet.hotspots.empty()) return;
+    Node group = AddGroup(parent, "hotspots");
+    Set(group, "transform", "translate(" + Number(sheet.figure.x0) + " " + Number(sheet.figure.y0) + ")");
+    for (const SheetHotspot& hotspot : sheet.hotspots) {
+        PathText path;
+        for (const auto& ring : hotspot.rings) path.Add(ring, true);
+        Node node = AddPath(group, "hotspot", path);
+        Set(node, "id", ids.Take("", hotspot.id));
+        if (hotspot.hasItem) {
+            Set(node, "data-item", std::to_string(hotspot.itemId));
+            Set(node, "data-label", CleanText(hotspot.label));
+        }
+        Set(node, "data-part", CleanText(hotspot.name));
+        if (!hotspot.instance.empty()) Set(node, "data-instances", CleanText(hotspot.instance));
+        const std::string title = hotspot.label.empty() ? hotspot.name : hotspot.label + "  " + hotspot.name;
+        node.append_child("title").text().set(CleanText(title).c_str());
+    }
+}
+
+void AddGround(Node svg, const Sheet& sheet, IdTable& ids) {
+    Node gradient = svg.append_child("linearGradient");
+    const std::string id = ids.Take("", "ground");
+    Set(gradient, "id", id);
+    Set(gradient, "x2", "0");
+    Set(gradient, "y2", "1");
+    for (const auto& [offset, color] :
+         {std::pair("0", sheet.ground.top), std::pair("1", sheet.ground.bottom)}) {
+        Node stop = gradient.append_child("stop");
+        Set(stop, "offset", offset);
+        Set(stop, "stop-color", color);
+    }
+    Node ground = svg.append_child("rect");
+    Set(ground, "class", "ground");
+    Set(ground, "x", sheet.figure.x0);
+    Set(ground, "y", sheet.figure.y0);
+    Set(ground, "width", sheet.figure.x1 - sheet.figure.x0);
+    Set(ground, "height", sheet.figure.y1 - sheet.figure.y0);
+    Set(ground, "fill", "url(#" + id + ")");
+}
+
+// White areas carry the lines; over a picture they are there to be pointed at only, and nothing hides it.
+void AddFigure(Node svg, const Sheet& sheet, const DrawnModel& model, IdTable& ids) {
+    const bool isPlain = sheet.ground.top == kPaperColor && sheet.ground.bottom == kPaperColor;
+    if (sheet.look.mode == PictureMode::Line && !isPlain) AddGround(svg, sheet, ids);
     if (!sheet.picture.pixels.empty()) Set(AddImage(svg, sheet.picture, sheet.figure), "class", "picture");
+    Node group = AddGroup(svg, ("model " + std::string(WordOf(sheet.look.mode))).c_str());
+    AddHotspots(group, sheet, ids);
+    AddModelLines(group, model);
+}
+
+/// One class, one rule: whoever embeds the sheet can change every look with a rule of his own.
+void AddStyle(Node svg, const SheetDrawing& drawing) {
+    std::map<std::string, const DrawnInk*> inks;
+    const auto collect = [&inks](const DrawnModel& model) {
+        for (const DrawnInk& ink : model.inks) inks.try_emplace(ink.cssClass, &ink);
+    };
+    collect(drawing.model);
+    for (const DrawnInset& inset : drawing.insets) collect(inset.model);
+    std::string css = ".hotspot{fill:" + std::string(kPaperColor) +
+                      ";fill-rule:evenodd;stroke:none;cursor:pointer}"
+                      "\n.shaded .hotspot,.both .hotspot{fill-opacity:0}"
+                      "\n.model-lines{fill:none;stroke:" +
+                      kInkColor + ";stroke-linecap:round;stroke-linejoin:round;pointer-events:none}";
+    for (const auto& [name, ink] : inks) {
+        std::string selector = name;
+        std::replace(selector.begin(), selector.end(), ' ', '.');
+        css += "\n." + selector + "{stroke-width:" + Number(ink->width);
+        if (ink->isDashed)
+            css += ";stroke-dasharray:" + Number(kHiddenDash * ink->width) + " " +
+                   Number(kHiddenGap * ink->width);
+        css += "}";
+    }
+    svg.append_child("style").text().set(css.c_str());
 }
 
 void AddRing(Node parent, const DrawnRing& ring) {
@@ -217,12 +341,15 @@ void AddInset(Node svg, const SheetInset& inset, const DrawnInset& drawn, IdTabl
     for (const DrawnRing& ring : drawn.sourceRings) AddRing(group, ring);
     for (const DrawnLine& link : drawn.links) AddLine(group, link);
     AddDisc(group, drawn.rim);
-    if (!inset.picture.pixels.empty()) {
+    if (!inset.picture.pixels.empty() || !inset.lines.empty()) {
         Node clip = group.append_child("clipPath");
         const std::string clipId = ids.Take("inset-", id + "-clip");
         Set(clip, "id", clipId);
         AddCircle(clip, drawn.outline.circle);
-        Set(AddImage(group, inset.picture, inset.box), "clip-path", "url(#" + clipId + ")");
+        Node view = AddGroup(group, "view");
+        Set(view, "clip-path", "url(#" + clipId + ")");
+        if (!inset.picture.pixels.empty()) AddImage(view, inset.picture, inset.box);
+        AddModelLines(view, drawn.model);
     }
     AddRing(group, drawn.outline);
 }
@@ -256,13 +383,14 @@ std::string SvgText(const Sheet& sheet) {
     pugi::xml_document document;
     Node svg = AddRoot(document, sheet);
     svg.append_child("title").text().set(drawing.title.text.c_str());
+    AddStyle(svg, drawing);
     Node paper = svg.append_child("rect");
     Set(paper, "width", sheet.width);
     Set(paper, "height", sheet.height);
     Set(paper, "fill", kPaperColor);
-    AddPicture(svg, sheet);
-    AddText(svg, drawing.title);
     IdTable ids;
+    AddFigure(svg, sheet, drawing.model, ids);
+    AddText(svg, drawing.title);
     for (std::size_t i = 0; i < sheet.insets.size(); ++i)
         AddInset(svg, sheet.insets[i], drawing.insets[i], ids);
     Node callouts = AddGroup(svg, "callouts");

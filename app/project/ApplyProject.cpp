@@ -86,6 +86,7 @@ private:
         m_document.SetLanguage(m_project.settings.language);
         m_document.Scene()->SetDrawWhenHidden(m_project.settings.drawWhenHidden);
         m_document.SetStyle(m_project.style);
+        m_document.SetPicture(m_project.picture);
         std::set<std::string> names;
         for (const auto& each : m_project.templates) {
             m_document.DefineTemplate({each.name, each.text, each.translations});

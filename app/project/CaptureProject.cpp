@@ -75,6 +75,7 @@ private:
         m_project.settings = {m_document.Language(), m_document.Leaders(),
                               m_document.Scene()->GetDrawWhenHidden(), m_document.CurrentTemplate()};
         m_project.style = m_document.Style();
+        m_project.picture = m_document.Picture();
         for (const NamedTemplate& each : m_document.Templates().All())
             m_project.templates.push_back({each.name, each.text, each.translations});
     }

@@ -14,6 +14,7 @@
 #include <vector>
 
 #include "app/document/LeaderChoice.h"
+#include "app/document/PictureChoice.h"
 #include "zrannotations/CalloutStyle.h"
 
 namespace zrsheet {
@@ -175,6 +176,9 @@ struct ProjectLeader {
 /// Of a callout, or of all callouts that have none of their own.
 using ProjectStyle = zrannotations::CalloutStyle;
 
+/// How the model is drawn.
+using ProjectPicture = PictureChoice;
+
 enum class ProjectCalloutType { Shape, Free, Assembly };
 
 struct ProjectCallout {
@@ -208,6 +212,7 @@ struct ProjectData {
     ProjectBackground background;
     ProjectSettings settings;
     ProjectStyle style;
+    ProjectPicture picture;
     ProjectNumbering numbering;
     std::vector<ProjectTemplate> templates;
     std::vector<ProjectPart> parts;

@@ -57,6 +57,9 @@ inline constexpr FieldRule<double> kRadius{[](const double& value) { return valu
                                            "a number from 0 to 1000000"};
 inline constexpr FieldRule<double> kFactor{[](const double& value) { return value >= 1e-3 && value <= 1e6; },
                                            "a number from 0.001 to 1000000"};
+inline constexpr FieldRule<double> kOutline{
+    [](const double& value) { return value >= kLeastOutline && value <= kMostOutline; },
+    "a number from 0.05 to 5"};
 inline constexpr FieldRule<std::optional<double>> kFontSize{
     [](const std::optional<double>& size) {
         return !size || (*size >= kLeastFontSize && *size <= kMostFontSize);
@@ -102,6 +105,9 @@ template <>
 inline constexpr auto kWords<zrannotations::BalloonShape> = kShapeWords;
 template <>
 inline constexpr auto kWords<zrannotations::Terminator> = kTerminatorWords;
+
+template <>
+inline constexpr auto kWords<PictureMode> = kPictureWords;
 
 template <class T>
 using Kind = std::type_identity<T>;
@@ -154,6 +160,13 @@ void DescribeFields(Fields& fields, Kind<ProjectStyle>) {
     fields.Optional("terminator", &ProjectStyle::terminator);
     fields.Optional("fontSize", &ProjectStyle::fontSize, kFontSize);
     fields.Optional("lineWidth", &ProjectStyle::lineWidth, kLineWidth);
+}
+
+template <class Fields>
+void DescribeFields(Fields& fields, Kind<ProjectPicture>) {
+    fields.Optional("mode", &ProjectPicture::mode);
+    fields.Optional("hidden", &ProjectPicture::hidden);
+    fields.Optional("outline", &ProjectPicture::outline, kOutline);
 }
 
 template <class Fields>
@@ -273,6 +286,7 @@ void DescribeFields(Fields& fields, Kind<ProjectData>) {
     fields.Required("background", &ProjectData::background);
     fields.Required("settings", &ProjectData::settings);
     fields.Optional("style", &ProjectData::style);
+    fields.Optional("picture", &ProjectData::picture);
     fields.Required("numbering", &ProjectData::numbering);
     fields.Required("templates", &ProjectData::templates);
     fields.Optional("parts", &ProjectData::parts);

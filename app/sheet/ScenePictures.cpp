@@ -19,8 +19,7 @@ PagePoint OnPage(const dg::DPoint3D& pixel, const PageBox& figure) {
 
 /// Only the pixels around the glass are drawn. The box is laid on whole pixels of the view, as its picture
 /// is.
-void TakePicture(const Inset& inset, const zrk::PickScene& scene, const PictureStyle& style,
-                 const PageBox& figure, unsigned threads, SheetInset& out) {
+void TakePicture(const Inset& inset, const ScenePainter& painter, const PageBox& figure, SheetInset& out) {
     const Inset::Glass glass = inset.GetGlass();
     const double left = std::floor(glass.centre.x - glass.radius);
     const double top = std::floor(glass.centre.y - glass.radius);
@@ -31,7 +30,8 @@ void TakePicture(const Inset& inset, const zrk::PickScene& scene, const PictureS
     if (!inset.GetMagnifierCamera(magnifier)) return;
     dg::Camera3D window = magnifier.Magnified({left, top, 0.0}, {0.0, 0.0, 0.0}, 1.0);
     window.SetViewport(static_cast<int>(width), static_cast<int>(height));
-    out.picture = PictureOf(scene, window, style, threads);
+    out.picture = painter.Shade(window);
+    out.lines = painter.Draw(window).lines;
 }
 
 }  // namespace
@@ -44,15 +44,34 @@ std::vector<dg::Color> ColorsOf(const zrk::PickScene& scene, const ProductModel&
     return colors;
 }
 
-Raster PictureOf(const zrk::PickScene& scene, const dg::Camera3D& camera, const PictureStyle& style,
-                 unsigned threads) {
-    std::vector<std::uint32_t> numbers(scene.GetParts().size());
-    std::iota(numbers.begin(), numbers.end(), 0U);
-    return RenderPicture(scene.GetRays(), camera, style, numbers, threads);
+ScenePainter::ScenePainter(const zrk::PickScene& scene, const PictureChoice& choice,
+                           const PictureStyle& style, unsigned threads)
+    : m_scene(scene),
+      m_mode(choice.mode),
+      m_style(style),
+      m_threads(threads),
+      m_artist(scene.GetRays(), {style.creaseAngle, choice.hidden && choice.mode != PictureMode::Shaded},
+               threads) {
+    if (m_mode != PictureMode::Both) return;
+    // The vectors are the lines then.
+    m_style.outlineWidth = m_style.overlapWidth = m_style.contactWidth = m_style.creaseWidth = 0.0;
 }
 
-std::vector<SheetInset> InsetsOf(const zrk::AnnoSet& annotations, const zrk::PickScene& scene,
-                                 const PictureStyle& style, const PageBox& figure, unsigned threads) {
+Raster ScenePainter::Shade(const dg::Camera3D& camera) const {
+    if (m_mode == PictureMode::Line) return {};
+    std::vector<std::uint32_t> numbers(m_scene.GetParts().size());
+    std::iota(numbers.begin(), numbers.end(), 0U);
+    return RenderPicture(m_scene.GetRays(), camera, m_style, numbers, m_threads);
+}
+
+LineArt ScenePainter::Draw(const dg::Camera3D& camera) const {
+    LineArt art = m_artist.Draw(camera);
+    if (m_mode == PictureMode::Shaded) art.lines.clear();
+    return art;
+}
+
+std::vector<SheetInset> InsetsOf(const zrk::AnnoSet& annotations, const ScenePainter& painter,
+                                 const PageBox& figure) {
     std::vector<SheetInset> insets;
     int number = 0;
     for (const auto& annotation : annotations.GetAnnotations()) {
@@ -66,7 +85,7 @@ std::vector<SheetInset> InsetsOf(const zrk::AnnoSet& annotations, const zrk::Pic
         taken.factor = static_cast<double>(glass.factor);
         taken.glass = {OnPage(glass.centre, figure), glass.radius};
         taken.source = {OnPage(glass.source, figure), glass.radius / taken.factor};
-        TakePicture(*inset, scene, style, figure, threads, taken);
+        TakePicture(*inset, painter, figure, taken);
     }
     return insets;
 }

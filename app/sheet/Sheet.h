@@ -10,6 +10,8 @@
 #include <vector>
 
 #include "app/document/PageGeometry.h"
+#include "app/document/PictureChoice.h"
+#include "app/lineart/LineArt.h"
 #include "app/render/Raster.h"
 #include "zrannotations/CalloutStyle.h"
 
@@ -55,8 +57,26 @@ struct SheetInset {
     SheetCircle glass;
     SheetCircle source;
     double factor = 1.0;
-    PageBox box;  // of `picture`; it holds the glass
+    PageBox box;  // of `picture` and `lines`; it holds the glass
     Raster picture;
+    std::vector<ArtLine> lines;  // in pixels from the box's corner
+};
+
+/// What is seen of a part: where readers may point at it.
+struct SheetHotspot {
+    std::string id;  // legal XML name; stays when parts are renamed, turned or hidden
+    bool hasItem = false;
+    unsigned int itemId = 0;
+    std::string label;                         // of the item
+    std::string name;                          // of the part, or of the symbol
+    std::string instance;                      // path of the part's instance; empty for a symbol
+    std::vector<std::vector<ArtPoint>> rings;  // even-odd; in pixels from the figure's corner
+};
+
+/// What the picture lies on: one colour at the top, another at the bottom.
+struct SheetGround {
+    std::string top = "#ffffff";
+    std::string bottom = "#ffffff";
 };
 
 /// A row of the parts list.
@@ -130,7 +150,11 @@ struct Sheet {
     PagePoint titlePlace;  // where the baseline of the title begins
     std::string language;
     PageBox figure;  // where the picture lies
-    Raster picture;
+    PictureChoice look;
+    SheetGround ground;
+    Raster picture;              // empty where everything is vectors
+    std::vector<ArtLine> lines;  // in pixels from the figure's corner
+    std::vector<SheetHotspot> hotspots;
     SheetModel model;
     std::vector<SheetInset> insets;  // those that are visible, later ones over earlier ones
     std::vector<SheetCallout> callouts;

@@ -1,13 +1,17 @@
 #include "app/sheet/SheetMaker.h"
 
+#include <fmt/format.h>
+
 #include <algorithm>
 #include <chrono>
+#include <cmath>
 #include <thread>
 #include <utility>
 #include <vector>
 
 #include "app/sheet/CalloutPlates.h"
 #include "app/sheet/Figure.h"
+#include "app/sheet/Hotspots.h"
 #include "app/sheet/PageLayout.h"
 #include "app/sheet/PartsTable.h"
 #include "app/sheet/ScenePictures.h"
@@ -43,6 +47,14 @@ void Shift(SheetInset& inset, const PagePoint& move) {
     Shift(inset.box, move);
 }
 
+/// "#rrggbb".
+std::string CssColor(const dg::Color& color) {
+    const auto channel = [](float value) {
+        return std::lround(255.0 * std::clamp(static_cast<double>(value), 0.0, 1.0));
+    };
+    return fmt::format("#{:02x}{:02x}{:02x}", channel(color.r), channel(color.g), channel(color.b));
+}
+
 /// The picture and the glasses over it.
 void TakePictures(const Document& document, const dg::Camera3D& camera, const PageBox& figure,
                   unsigned threads, Sheet& sheet) {
@@ -51,10 +63,16 @@ void TakePictures(const Document& document, const dg::Camera3D& camera, const Pa
     dg::Color border;
     document.View()->GetBackgroundColors(style.groundTop, style.groundBottom, border);
     style.colors = ColorsOf(*scene, document.Model());
-    sheet.picture = PictureOf(*scene, camera, style, threads);
+    sheet.look = document.Picture();
+    sheet.ground = {CssColor(style.groundTop), CssColor(style.groundBottom)};
+    const ScenePainter painter(*scene, sheet.look, style, threads);
+    sheet.picture = painter.Shade(camera);
+    LineArt art = painter.Draw(camera);
+    sheet.lines = std::move(art.lines);
+    sheet.hotspots = HotspotsOf(document, *scene, std::move(art.areas));
     du::SmartPtr<zrk::AnnoSet> annotations;
     document.Scene()->GetAnnoSet(annotations);
-    sheet.insets = InsetsOf(*annotations, *scene, style, figure, threads);
+    sheet.insets = InsetsOf(*annotations, painter, figure);
 }
 
 SheetModel Describe(const ProductModel& model, const PageBox& figure) {
@@ -127,6 +145,7 @@ Sheet MakeSheet(Assembly assembly, const SheetOptions& options, const StageSink&
     ChooseTemplate(document, options);
     document.SetLanguage(options.language);
     document.SetStyle(options.style);
+    document.SetPicture(options.picture);
     if (options.rules.IsAny()) UpdateItems(document, options.rules);
     document.Items()->Renumber(OrderedItems(document, options.order, options.corner));
     FrameModel(document, options.view);

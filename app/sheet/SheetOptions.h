@@ -9,6 +9,7 @@
 #include "app/document/ItemOrder.h"
 #include "app/document/ItemRules.h"
 #include "app/document/LeaderChoice.h"
+#include "app/document/PictureChoice.h"
 #include "app/document/ViewDirection.h"
 #include "zrannotations/CalloutStyle.h"
 #include "zrk/illustration/Numbering.h"
@@ -20,6 +21,7 @@ struct SheetOptions {
     ViewDirection view;
     int width = 1600;  // of the page, pixels
     int height = 1000;
+    PictureChoice picture;
     LeaderChoice leaders = LeaderChoice::One;
     std::string labelTemplate = "{item}";  // a text, or the name of a template
     std::filesystem::path templates;       // a file of them; empty: the ready ones alone

@@ -132,6 +132,15 @@ public:
         return Resolve(ray, hit);
     }
 
+    bool IsBlocked(const dg::Ray& ray, double from, double to) const {
+        RTCIntersectContext context = Context();
+        RTCRay probe = ToEmbree(ray.origin + m_origin * -1.0, ray.direction, kEverything).ray;
+        probe.tnear = static_cast<float>(from);
+        probe.tfar = static_cast<float>(to);
+        rtcOccluded1(m_top.get(), &context, &probe);
+        return probe.tfar < 0.0F;
+    }
+
     RayHit NearestOf(const dg::Ray& ray, std::uint32_t index) const {
         const Placement& placement = m_placements.at(index);
         RTCIntersectContext context = Context();
@@ -219,6 +228,10 @@ RayHit RayScene::NearestOf(const dg::Ray& ray, std::uint32_t placement) const {
     return m_impl->NearestOf(ray, placement);
 }
 
+bool RayScene::IsBlocked(const dg::Ray& ray, double from, double to) const {
+    return m_impl->IsBlocked(ray, from, to);
+}
+
 void RayScene::NearestRow(const dg::Camera3D& camera, double x, double y, double step, std::span<RayHit> hits,
                           std::uint32_t mask) const {
     m_impl->NearestRow(camera, x, y, step, hits, mask);
@@ -230,6 +243,10 @@ std::uint32_t RayScene::GetPlacementCount() const {
 
 const Shape& RayScene::GetShape(std::uint32_t placement) const {
     return *m_impl->GetPlacements().at(placement).shape;
+}
+
+const dg::DMat44& RayScene::GetToWorld(std::uint32_t placement) const {
+    return m_impl->GetPlacements().at(placement).toWorld;
 }
 
 dg::DVec3 RayScene::NormalToWorld(std::uint32_t placement, const dg::DVec3& normal) const {

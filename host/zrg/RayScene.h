@@ -51,12 +51,15 @@ public:
     RayHit Nearest(const dg::Ray& ray, std::uint32_t mask = kEverything) const;
     /// The nearest hit on one placement, whatever lies before it.
     RayHit NearestOf(const dg::Ray& ray, std::uint32_t placement) const;
+    /// Is anything met between two distances along the ray? Cheaper than the nearest hit.
+    bool IsBlocked(const dg::Ray& ray, double from, double to) const;
     /// Fills `hits` with the nearest hits of the camera's rays at (x + i * step, y). Cheaper than ray by ray.
     void NearestRow(const dg::Camera3D& camera, double x, double y, double step, std::span<RayHit> hits,
                     std::uint32_t mask = kEverything) const;
 
     std::uint32_t GetPlacementCount() const;
     const Shape& GetShape(std::uint32_t placement) const;
+    const dg::DMat44& GetToWorld(std::uint32_t placement) const;
     /// A normal of the placed shape in world coordinates, length 1; its sign follows the winding.
     dg::DVec3 NormalToWorld(std::uint32_t placement, const dg::DVec3& normal) const;
 

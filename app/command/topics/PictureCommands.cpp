@@ -4,6 +4,7 @@
 #include <charconv>
 
 #include "app/command/Session.h"
+#include "app/document/StyleChoices.h"
 #include "app/document/UserError.h"
 #include "app/document/ViewDirection.h"
 #include "app/sheet/Figure.h"
@@ -107,28 +108,52 @@ void SetBackground(Session& session, Arguments& arguments) {
     session.Doc().View()->SetBackgroundColors(top, bottom, top);
 }
 
+bool TakeYesOrNo(Arguments& arguments, const std::string& word) {
+    if (word != "yes" && word != "no")
+        throw UserError(arguments.WithUsage("'" + word + "' is neither yes nor no"));
+    return word == "yes";
+}
+
+void ChoosePicture(Session& session, Arguments& arguments) {
+    PictureChoice choice = session.Doc().Picture();
+    const bool isEmpty = arguments.IsEmpty();
+    if (const auto style = arguments.TakeOption("style")) choice.mode = ParsePictureMode(*style);
+    if (const auto hidden = arguments.TakeOption("hidden")) choice.hidden = TakeYesOrNo(arguments, *hidden);
+    if (const auto outline = arguments.TakeNumberOption("outline")) choice.outline = CheckedOutline(*outline);
+    arguments.ExpectEnd();
+    if (isEmpty) throw UserError(arguments.WithUsage("nothing to change; give style, hidden or outline"));
+    session.Doc().SetPicture(choice);
+}
+
 }  // namespace
 
 CommandTopic PictureCommands() {
-    return {"Picture",
-            {{"camera", "VIEW|X,Y,Z", "look at the model from another side",
-              "VIEW is iso, front, back, left, right, top or bottom; X,Y,Z is the direction of the look. All "
-              "that is "
-              "shown fills the picture.",
-              "camera -1,-0.5,-1", Effect::Changes, "Turn Camera", Turn},
-             {"camera zoom", "FACTOR", "come nearer, or below 1 go away", "", "camera zoom 1.5",
-              Effect::Changes, "Zoom Camera", Zoom},
-             {"camera pan", "X,Y", "move the picture by pixels", "", "camera pan 40,-20", Effect::Changes,
-              "Pan Camera", Pan},
-             {"resize", "WIDTH,HEIGHT", "give the page another size, in pixels",
-              "What is shown fills the picture again.", "resize 1200,800", Effect::Changes, "Resize Page",
-              Resize},
-             {"background", "COLOR [COLOR]", "draw the model on a colour, or from one to another downwards",
-              "COLOR is white, black, gray, blue or six hexadecimal digits. Covered leaders are dimmed "
-              "towards it.",
-              "background white dbe7f5", Effect::Changes, "Set Background", SetBackground},
-             {"language", "LANGUAGE", "choose the language of the sheet's own texts", "en, de, fr, es or ja.",
-              "language de", Effect::Changes, "Set Language", SetLanguage}}};
+    return {
+        "Picture",
+        {{"camera", "VIEW|X,Y,Z", "look at the model from another side",
+          "VIEW is iso, front, back, left, right, top or bottom; X,Y,Z is the direction of the look. All "
+          "that is "
+          "shown fills the picture.",
+          "camera -1,-0.5,-1", Effect::Changes, "Turn Camera", Turn},
+         {"camera zoom", "FACTOR", "come nearer, or below 1 go away", "", "camera zoom 1.5", Effect::Changes,
+          "Zoom Camera", Zoom},
+         {"camera pan", "X,Y", "move the picture by pixels", "", "camera pan 40,-20", Effect::Changes,
+          "Pan Camera", Pan},
+         {"resize", "WIDTH,HEIGHT", "give the page another size, in pixels",
+          "What is shown fills the picture again.", "resize 1200,800", Effect::Changes, "Resize Page",
+          Resize},
+         {"background", "COLOR [COLOR]", "draw the model on a colour, or from one to another downwards",
+          "COLOR is white, black, gray, blue or six hexadecimal digits. Covered leaders are dimmed "
+          "towards it.",
+          "background white dbe7f5", Effect::Changes, "Set Background", SetBackground},
+         {"picture", "[style=STYLE] [hidden=yes|no] [outline=MM]", "choose how the model is drawn",
+          "STYLE is line (lines on white parts, nothing but vectors), shaded (a raster of softly shaded "
+          "parts) or both (lines over shaded parts). With hidden=yes covered lines are drawn too, dashed. "
+          "outline is the width of the parts' outlines in millimetres on paper; other lines are half as "
+          "wide.",
+          "picture style=line hidden=yes outline=0.35", Effect::Changes, "Choose Picture", ChoosePicture},
+         {"language", "LANGUAGE", "choose the language of the sheet's own texts", "en, de, fr, es or ja.",
+          "language de", Effect::Changes, "Set Language", SetLanguage}}};
 }
 
 }  // namespace zrsheet

@@ -1,0 +1,35 @@
+// A line in space that may become one of the picture, before it is known what of it is seen.
+
+#pragma once
+
+#include <cstdint>
+#include <vector>
+
+#include "dg/DPoint3D.h"
+#include "dg/DVec3.h"
+
+namespace zrsheet {
+
+/// World coordinates.
+struct CurvePoint {
+    dg::DPoint3D place;  // on the triangles
+    dg::DPoint3D drawn;  // on the surface that the triangles stand for
+    dg::DVec3 lift;      // from `place` to where the line's own triangles do not cover it
+};
+
+/// From one point to the next.
+struct CurveStep {
+    bool isContour = false;     // beyond it the surface cannot be seen
+    bool isTurnedAway = false;  // on the far side of a solid
+    dg::DVec3 away;             // of contours: to the side where the surface is not, of length 1
+};
+
+/// `steps` are one less than `points`.
+struct Curve {
+    std::uint32_t placement = 0;
+    bool isCrossing = false;  // runs through the surfaces of two parts
+    std::vector<CurvePoint> points;
+    std::vector<CurveStep> steps;
+};
+
+}  // namespace zrsheet

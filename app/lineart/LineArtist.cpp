@@ -1,0 +1,102 @@
+#include "app/lineart/LineArtist.h"
+
+#include <algorithm>
+#include <cstddef>
+#include <map>
+#include <memory>
+#include <optional>
+#include <utility>
+
+#include "app/lineart/AreaMap.h"
+#include "app/lineart/Crossings.h"
+#include "app/lineart/CurveSight.h"
+#include "app/lineart/LineMerge.h"
+#include "app/lineart/SharpCurves.h"
+#include "app/lineart/SmoothContours.h"
+#include "app/lineart/TriangleTree.h"
+#include "app/render/ParallelFor.h"
+
+namespace zrsheet {
+namespace {
+
+template <class T>
+std::vector<T> Flattened(std::vector<std::vector<T>> lists) {
+    std::vector<T> all;
+    for (std::vector<T>& list : lists) {
+        all.insert(all.end(), std::make_move_iterator(list.begin()), std::make_move_iterator(list.end()));
+    }
+    return all;
+}
+
+}  // namespace
+
+LineArtist::LineArtist(const zrg::RayScene& scene, const LineRule& rule, unsigned threads)
+    : m_scene(scene), m_rule(rule), m_threads(threads) {
+    std::map<const zrg::Shape*, std::uint32_t> numbers;
+    std::vector<const zrg::Shape*> shapes;
+    for (std::uint32_t i = 0; i < scene.GetPlacementCount(); ++i) {
+        const zrg::Shape* shape = &scene.GetShape(i);
+        const auto [place, isNew] = numbers.try_emplace(shape, static_cast<std::uint32_t>(shapes.size()));
+        if (isNew) shapes.push_back(shape);
+        m_meshNumbers.push_back(place->second);
+    }
+    std::vector<std::optional<EdgeMesh>> meshes(shapes.size());
+    ParallelFor(shapes.size(), threads,
+                [&](std::size_t i) { meshes[i].emplace(*shapes[i], rule.creaseAngle); });
+    m_meshes.reserve(meshes.size());
+    for (auto& mesh : meshes) m_meshes.push_back(std::move(*mesh));
+    dg::DPoint3D low(1e300, 1e300, 1e300);
+    dg::DPoint3D high(-1e300, -1e300, -1e300);
+    for (std::uint32_t i = 0; i < m_meshNumbers.size(); ++i) {
+        const PlacedMesh& placed = m_placed.emplace_back(m_meshes[m_meshNumbers[i]], scene.GetToWorld(i));
+        for (int axis = 0; axis < 3; ++axis) {
+            low[axis] = std::min(low[axis], placed.Low()[axis]);
+            high[axis] = std::max(high[axis], placed.High()[axis]);
+        }
+    }
+    if (!m_placed.empty()) m_size = (high - low).Length();
+    if (rule.withCrossings) FindCrossings();
+}
+
+void LineArtist::FindCrossings() {
+    const auto pairs = OverlappingPairs(m_placed);
+    std::vector<bool> isNeeded(m_meshes.size(), false);
+    for (const auto& [a, b] : pairs) isNeeded[m_meshNumbers[a]] = isNeeded[m_meshNumbers[b]] = true;
+    std::vector<std::unique_ptr<TriangleTree>> trees(m_meshes.size());
+    ParallelFor(trees.size(), m_threads, [&](std::size_t i) {
+        if (isNeeded[i]) trees[i] = std::make_unique<TriangleTree>(m_meshes[i]);
+    });
+    std::vector<std::vector<Curve>> found(pairs.size());
+    ParallelFor(pairs.size(), m_threads, [&](std::size_t i) {
+        const auto [a, b] = pairs[i];
+        found[i] =
+            CrossingCurves(m_placed[a], *trees[m_meshNumbers[a]], m_placed[b], *trees[m_meshNumbers[b]], a);
+    });
+    m_crossings = Flattened(std::move(found));
+}
+
+std::vector<Curve> LineArtist::CurvesOf(std::uint32_t placement, const Viewer& viewer) const {
+    std::vector<Curve> curves;
+    AddSharpCurves(m_placed[placement], placement, viewer, m_rule.creaseAngle, curves);
+    AddSmoothContours(m_placed[placement], placement, viewer, curves);
+    return curves;
+}
+
+LineArt LineArtist::Draw(const dg::Camera3D& camera) const {
+    const Viewer viewer(camera);
+    std::vector<std::vector<Curve>> found(m_placed.size() + 1);
+    ParallelFor(m_placed.size(), m_threads,
+                [&](std::size_t i) { found[i] = CurvesOf(static_cast<std::uint32_t>(i), viewer); });
+    found.back() = m_crossings;
+    const std::vector<Curve> curves = Flattened(std::move(found));
+    const CurveSight sight(m_scene, viewer, m_size);
+    std::vector<std::vector<SeenPiece>> seen(curves.size());
+    ParallelFor(curves.size(), m_threads, [&](std::size_t i) {
+        sight.Look(curves[i], m_placed[curves[i].placement].Size(), m_rule.withHidden, seen[i]);
+    });
+    const std::vector<SeenPiece> pieces = WithoutDuplicates(Flattened(std::move(seen)));
+    const AreaMap map(m_scene, camera, pieces, m_threads);
+    return {JoinedLines(pieces, map.Sizes()), map.Outlines()};
+}
+
+}  // namespace zrsheet

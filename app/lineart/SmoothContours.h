@@ -1,0 +1,18 @@
+// The contours of smooth surfaces: where they turn away from the eye.
+
+#pragma once
+
+#include <cstdint>
+#include <vector>
+
+#include "app/lineart/Curve.h"
+#include "app/lineart/PlacedMesh.h"
+
+namespace zrsheet {
+
+/// Adds the curves on which the smoothed normal stands square to the look. They run across the triangles, so
+/// that they are smooth where the triangles' own outline goes to and fro. O(triangles).
+void AddSmoothContours(const PlacedMesh& placed, std::uint32_t placement, const Viewer& viewer,
+                       std::vector<Curve>& curves);
+
+}  // namespace zrsheet
