@@ -28,6 +28,7 @@ struct CurveStep {
 struct Curve {
     std::uint32_t placement = 0;
     bool isCrossing = false;  // runs through the surfaces of two parts
+    double slack = 0.0;       // how far the triangles may be off the surface that they stand for
     std::vector<CurvePoint> points;
     std::vector<CurveStep> steps;
 };

@@ -18,6 +18,8 @@ constexpr double kMargin = 4.0;      // around the viewport
 // Shares of the part's and of the scene's extent that may cover a line without hiding it.
 constexpr double kPartBias = 2e-4;
 constexpr double kSceneBias = 4e-6;
+// The same in slacks of the curve: of a pin and its hole now the one is outside, now the other.
+constexpr double kSlackBias = 4.0;
 
 struct Knot {
     dg::DPoint3D place;
@@ -101,7 +103,7 @@ private:
 
 void CurveSight::Look(const Curve& curve, double partSize, bool withHidden,
                       std::vector<SeenPiece>& pieces) const {
-    const double bias = std::max(kPartBias * partSize, kSceneBias * m_size);
+    const double bias = std::max({kPartBias * partSize, kSceneBias * m_size, kSlackBias * curve.slack});
     for (const Track& track : TracksOf(curve)) {
         for (const Span& span : SpansOf(track, bias)) {
             if (span.kind == LineKind::Hidden && !withHidden) continue;

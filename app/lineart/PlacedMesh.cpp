@@ -1,12 +1,15 @@
 #include "app/lineart/PlacedMesh.h"
 
 #include <algorithm>
+#include <cmath>
 
 namespace zrsheet {
 namespace {
 
 // Sine of the angle below which a face is seen edge-on.
 constexpr double kEdgeOn = 1e-6;
+// Cosine of the angle to the look below which the normal of a corner counts as turned to the eye.
+constexpr double kSquare = 1e-7;
 
 }  // namespace
 
@@ -30,6 +33,13 @@ dg::DVec3 PlacedMesh::Turned(const dg::DVec3& n) const {
                      n.x * m(1, 0) + n.y * m(1, 1) + n.z * m(1, 2),
                      n.x * m(2, 0) + n.y * m(2, 1) + n.z * m(2, 2))
         .Normalized();
+}
+
+PlacedMesh::Corner PlacedMesh::CornerOf(std::uint32_t face, std::size_t corner, const Viewer& viewer) const {
+    const dg::DPoint3D place = Vertex(m_mesh->Faces()[face].vertices[corner]);
+    const dg::DVec3 normal = Turned(m_mesh->CornerNormal(face, corner));
+    const double facing = normal.Dot(viewer.TowardsEye(place));
+    return {place, normal, std::abs(facing) < kSquare ? kSquare : facing};
 }
 
 bool PlacedMesh::IsFront(std::uint32_t face, const Viewer& viewer) const {

@@ -20,6 +20,14 @@ public:
     dg::DPoint3D Vertex(std::uint32_t vertex) const { return m_mesh->Vertices()[vertex] * m_toWorld; }
     /// A normal of the mesh, in the world, of length 1.
     dg::DVec3 Turned(const dg::DVec3& normal) const;
+    /// A corner of a face, with the normal of the smooth surface there.
+    struct Corner {
+        dg::DPoint3D place;
+        dg::DVec3 normal;
+        double facing = 0.0;  // cosine to the look; never 0, so that ties are not chance
+    };
+    Corner CornerOf(std::uint32_t face, std::size_t corner, const Viewer& viewer) const;
+
     /// Faces seen edge-on do not look this way. Of meshes without inside: as the face is wound.
     bool IsFront(std::uint32_t face, const Viewer& viewer) const;
 

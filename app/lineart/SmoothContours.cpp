@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <array>
-#include <cmath>
 #include <unordered_map>
 #include <utility>
 
@@ -11,16 +10,10 @@
 namespace zrsheet {
 namespace {
 
-// Cosine of the angle to the look below which a normal counts as turned to the eye; ties must not be chance.
-constexpr double kSquare = 1e-7;
 // Share of the shape's size by which contours are lifted at least.
 constexpr double kLeastLift = 2e-5;
 
-struct Corner {
-    dg::DPoint3D place;
-    dg::DVec3 normal;
-    double facing = 0.0;
-};
+using Corner = PlacedMesh::Corner;
 
 class ContourFinder {
 public:
@@ -28,7 +21,7 @@ public:
 
     void LookAt(std::uint32_t face) {
         std::array<Corner, 3> corners;
-        for (std::size_t k = 0; k < 3; ++k) corners[k] = CornerOf(face, k);
+        for (std::size_t k = 0; k < 3; ++k) corners[k] = m_placed.CornerOf(face, k, m_viewer);
         const auto isFront = [&corners](std::size_t k) { return corners[k].facing > 0.0; };
         if (isFront(0) == isFront(1) && isFront(1) == isFront(2)) return;
         if (m_placed.Mesh().IsSolid() && !IsConvex(corners)) return;
@@ -38,7 +31,7 @@ public:
             const std::size_t next = (k + 1) % 3;
             if (isFront(k) == isFront(next)) continue;
             const std::uint64_t node = NodeOf(face, k);
-            m_points.try_emplace(node, Cross(corners[k], corners[next]));
+            m_points.try_emplace(node, ContourPoint(corners[k], corners[next], m_placed.Size()));
             nodes[count++] = node;
         }
         m_links.push_back({nodes[0], nodes[1]});
@@ -59,13 +52,6 @@ public:
     }
 
 private:
-    Corner CornerOf(std::uint32_t face, std::size_t k) const {
-        const dg::DPoint3D& place = m_placed.Vertex(m_placed.Mesh().Faces()[face].vertices[k]);
-        const dg::DVec3 normal = m_placed.Turned(m_placed.Mesh().CornerNormal(face, k));
-        const double facing = normal.Dot(m_viewer.TowardsEye(place));
-        return {place, normal, std::abs(facing) < kSquare ? kSquare : facing};
-    }
-
     /// Both faces of a smooth edge meet in one node; of a sharp one each has its own.
     std::uint64_t NodeOf(std::uint32_t face, std::size_t k) const {
         const std::uint32_t number = m_placed.Mesh().Faces()[face].edges[k];
@@ -91,17 +77,6 @@ private:
                0.0;
     }
 
-    // The curved surface over an edge bulges by what its ends' tangent planes tell.
-    CurvePoint Cross(const Corner& a, const Corner& b) const {
-        const double share = a.facing / (a.facing - b.facing);
-        const dg::DVec3 edge = b.place - a.place;
-        const dg::DVec3 rise = b.normal * edge.Dot(b.normal) - a.normal * edge.Dot(a.normal);
-        const dg::DVec3 normal = (a.normal * (1.0 - share) + b.normal * share).Normalized();
-        const dg::DPoint3D place = a.place + edge * share;
-        const double lift = 0.25 * rise.Length() + kLeastLift * m_placed.Size();
-        return {place, place + rise * (0.5 * share * (1.0 - share)), normal * lift};
-    }
-
     const PlacedMesh& m_placed;
     const Viewer& m_viewer;
     std::vector<ChainLink> m_links;
@@ -109,6 +84,17 @@ private:
 };
 
 }  // namespace
+
+// The curved surface over an edge bulges by what its ends' tangent planes tell.
+CurvePoint ContourPoint(const PlacedMesh::Corner& a, const PlacedMesh::Corner& b, double size) {
+    const double share = a.facing / (a.facing - b.facing);
+    const dg::DVec3 edge = b.place - a.place;
+    const dg::DVec3 rise = b.normal * edge.Dot(b.normal) - a.normal * edge.Dot(a.normal);
+    const dg::DVec3 normal = (a.normal * (1.0 - share) + b.normal * share).Normalized();
+    const dg::DPoint3D place = a.place + edge * share;
+    const double lift = 0.25 * rise.Length() + kLeastLift * size;
+    return {place, place + rise * (0.5 * share * (1.0 - share)), normal * lift};
+}
 
 void AddSmoothContours(const PlacedMesh& placed, std::uint32_t placement, const Viewer& viewer,
                        std::vector<Curve>& curves) {

@@ -10,6 +10,9 @@
 
 namespace zrsheet {
 
+/// Where the contour crosses the edge between two corners that face different ways. `size` is the part's.
+[[nodiscard]] CurvePoint ContourPoint(const PlacedMesh::Corner& a, const PlacedMesh::Corner& b, double size);
+
 /// Adds the curves on which the smoothed normal stands square to the look. They run across the triangles, so
 /// that they are smooth where the triangles' own outline goes to and fro. O(triangles).
 void AddSmoothContours(const PlacedMesh& placed, std::uint32_t placement, const Viewer& viewer,
