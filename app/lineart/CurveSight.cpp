@@ -60,6 +60,7 @@ public:
 
     const Curve& GetCurve() const { return *m_curve; }
     bool IsEmpty() const { return m_knots.empty(); }
+    bool IsClosed() const { return m_knots.size() > 3 && m_knots.front().pixel == m_knots.back().pixel; }
     double Length() const { return m_lengths.back(); }
     const std::vector<double>& Corners() const { return m_lengths; }
     const ArtPoint& Corner(std::size_t i) const { return m_knots[i].pixel; }
@@ -107,7 +108,8 @@ void CurveSight::Look(const Curve& curve, double partSize, bool withHidden,
     for (const Track& track : TracksOf(curve)) {
         for (const Span& span : SpansOf(track, bias)) {
             if (span.kind == LineKind::Hidden && !withHidden) continue;
-            pieces.push_back({span.kind, curve.placement, track.Cut(span.from, span.to)});
+            const double slack = curve.slack / m_viewer.PixelSize(curve.points.front().place);
+            pieces.push_back({span.kind, curve.placement, track.Cut(span.from, span.to), slack});
         }
     }
 }
@@ -157,12 +159,17 @@ std::vector<CurveSight::Span> CurveSight::SpansOf(const Track& track, double bia
         spans.back().to = change;
         spans.push_back({change, length, kind});
     }
-    // What is too short becomes what was before it; at the beginning, what follows.
-    const auto settle = [&spans](double least, auto mayJoin) {
+    // What is too short becomes what was before it; at the beginning, what follows. Where a closed curve
+    // begins nothing ends.
+    const auto settle = [&](double least, auto mayJoin) {
+        const bool isRound = track.IsClosed() && spans.front().kind == spans.back().kind;
         std::vector<Span> settled;
         for (std::size_t i = 0; i < spans.size(); ++i) {
             Span span = spans[i];
-            const bool isShort = span.to - span.from < least;
+            double lasts = span.to - span.from;
+            if (isRound && (i == 0 || i + 1 == spans.size()))
+                lasts = spans.front().to + length - spans.back().from;
+            const bool isShort = lasts < least;
             if (isShort && settled.empty() && i + 1 < spans.size() && mayJoin(span.kind, spans[i + 1].kind))
                 span.kind = spans[i + 1].kind;
             const bool isSame = !settled.empty() && settled.back().kind == span.kind;

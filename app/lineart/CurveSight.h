@@ -16,6 +16,7 @@ struct SeenPiece {
     LineKind kind = LineKind::Edge;
     std::uint32_t placement = 0;
     std::vector<ArtPoint> points;
+    double slack = 0.0;  // pixels by which the triangles may be off the line
 };
 
 /// Asks by rays against all triangles of the scene, several times a pixel of the curve's length; where the

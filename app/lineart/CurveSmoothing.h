@@ -21,6 +21,10 @@ public:
 
     /// How far the curve leaves the straight line between the point and the next.
     double Bulge(std::size_t step) const;
+    /// On the straight line between the point (share 0) and the next (share 1).
+    dg::DPoint3D Straight(std::size_t step, double share) const {
+        return m_points[step] + (m_points[step + 1] - m_points[step]) * share;
+    }
     /// The curve between the point (share 0) and the next (share 1).
     dg::DPoint3D At(std::size_t step, double share) const;
 

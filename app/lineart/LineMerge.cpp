@@ -17,6 +17,7 @@ constexpr double kStep = 0.7;        // between the places where that is asked
 constexpr double kLeastGap = 1.5;    // lines that are one for less only meet
 constexpr double kLeastRest = 1.0;   // what is left of a line for less is not drawn
 constexpr double kTolerance = 0.04;  // of simplified lines
+constexpr double kMostSlack = 1.5;   // more is added to the former for lines of coarse curves
 constexpr double kCell = 4.0;
 constexpr double kGrain = 256.0;  // ends meet that agree to so many parts of a pixel
 // Sine of the angle below which lines run the same way.
@@ -27,12 +28,14 @@ constexpr double kRoomySurface = 6.0;
 /// The lines drawn so far, to be found by place.
 class DrawnLines {
 public:
-    void Add(const std::vector<ArtPoint>& points) {
+    void Add(const SeenPiece& piece) {
+        const std::vector<ArtPoint>& points = piece.points;
+        const double reach = kSame + std::min(piece.slack, kMostSlack);
         for (std::size_t i = 0; i + 1 < points.size(); ++i) {
             const ArtPoint& a = points[i];
             const ArtPoint& b = points[i + 1];
             const auto number = static_cast<std::uint32_t>(m_segments.size());
-            m_segments.push_back({a, b});
+            m_segments.push_back({a, b, reach, piece.placement});
             const int steps = static_cast<int>(std::hypot(b.x - a.x, b.y - a.y)) + 1;
             for (int k = 0; k <= steps; ++k) {
                 const double share = static_cast<double>(k) / steps;
@@ -42,16 +45,16 @@ public:
         }
     }
 
-    bool HasAt(const ArtPoint& point, const ArtPoint& direction) const {
+    bool HasAt(const ArtPoint& point, const ArtPoint& direction, std::uint32_t placement) const {
         std::uint64_t former = ~0ULL;
-        for (const double dx : {-kSame, kSame}) {
-            for (const double dy : {-kSame, kSame}) {
+        for (const double dx : {-kSame - kMostSlack, kSame + kMostSlack}) {
+            for (const double dy : {-kSame - kMostSlack, kSame + kMostSlack}) {
                 const std::uint64_t number = CellOf(point.x + dx, point.y + dy);
                 if (number == std::exchange(former, number)) continue;
                 const auto cell = m_cells.find(number);
                 if (cell == m_cells.end()) continue;
                 for (const std::uint32_t segment : cell->second) {
-                    if (IsOn(m_segments[segment], point, direction)) return true;
+                    if (IsOn(m_segments[segment], point, direction, placement)) return true;
                 }
             }
         }
@@ -59,7 +62,12 @@ public:
     }
 
 private:
-    using Segment = std::pair<ArtPoint, ArtPoint>;
+    struct Segment {
+        ArtPoint from;
+        ArtPoint to;
+        double reach = kSame;  // for the lines of other parts
+        std::uint32_t placement = 0;
+    };
 
     static std::uint64_t CellOf(double x, double y) {
         const auto part = [](double value) {
@@ -69,15 +77,17 @@ private:
         return part(x) << 32U | part(y);
     }
 
-    static bool IsOn(const Segment& segment, const ArtPoint& point, const ArtPoint& direction) {
-        const auto& [a, b] = segment;
+    static bool IsOn(const Segment& segment, const ArtPoint& point, const ArtPoint& direction,
+                     std::uint32_t placement) {
+        const auto& [a, b, reachOfOthers, owner] = segment;
+        const double reach = owner == placement ? kSame : reachOfOthers;
         const double dx = b.x - a.x;
         const double dy = b.y - a.y;
         const double length = std::hypot(dx, dy);
         if (length <= 0.0 || std::abs(direction.x * dy - direction.y * dx) > kParallel * length) return false;
         const double along = ((point.x - a.x) * dx + (point.y - a.y) * dy) / length;
         const double across = ((point.x - a.x) * dy - (point.y - a.y) * dx) / length;
-        return std::abs(across) < kSame && along > -kSame && along < length + kSame;
+        return std::abs(across) < reach && along > -kSame && along < length + kSame;
     }
 
     std::vector<Segment> m_segments;
@@ -85,14 +95,15 @@ private:
 };
 
 /// From where to where a path is free of others.
-std::vector<std::pair<double, double>> FreeSpans(const ArtPath& path, const DrawnLines& drawn) {
+std::vector<std::pair<double, double>> FreeSpans(const ArtPath& path, std::uint32_t placement,
+                                                 const DrawnLines& drawn) {
     const double length = path.Length();
     const int samples = static_cast<int>(std::ceil(length / kStep));
     const double step = length / std::max(samples, 1);
     std::vector<std::pair<double, double>> spans;
     for (int i = 0; i < samples; ++i) {
         const double at = (i + 0.5) * step;
-        if (drawn.HasAt(path.At(at), path.DirectionAt(at))) continue;
+        if (drawn.HasAt(path.At(at), path.DirectionAt(at), placement)) continue;
         const bool goesOn = !spans.empty() && i * step - spans.back().second < kLeastGap;
         if (goesOn) {
             spans.back().second = (i + 1) * step;
@@ -170,13 +181,13 @@ std::vector<SeenPiece> WithoutDuplicates(std::vector<SeenPiece> pieces) {
     std::vector<SeenPiece> kept;
     for (const SeenPiece& piece : pieces) {
         const ArtPath path(piece.points);
-        const auto spans = FreeSpans(path, drawn);
+        const auto spans = FreeSpans(path, piece.placement, drawn);
         const std::size_t first = kept.size();
         for (const auto& [from, to] : spans) {
             if (to - from < kLeastRest && to - from < path.Length()) continue;
-            kept.push_back({piece.kind, piece.placement, path.Cut(from, to)});
+            kept.push_back({piece.kind, piece.placement, path.Cut(from, to), piece.slack});
         }
-        for (std::size_t i = first; i < kept.size(); ++i) drawn.Add(kept[i].points);
+        for (std::size_t i = first; i < kept.size(); ++i) drawn.Add(kept[i]);
     }
     return kept;
 }

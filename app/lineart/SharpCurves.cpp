@@ -40,13 +40,13 @@ public:
         m_facings = {from.facing, to.facing};
         m_isFlatFront = placed.IsFront(face, viewer);
         if (!Turns()) return;
-        m_lift = ContourPoint(from, to, placed.Size()).lift;
+        m_contour = ContourPoint(from, to, placed.Size());
     }
 
     /// At two corners the smooth surface looks different ways.
     bool Turns() const { return (m_facings[0] > 0.0) != (m_facings[1] > 0.0); }
     double TurnsAt() const { return m_facings[0] / (m_facings[0] - m_facings[1]); }
-    const dg::DVec3& Lift() const { return m_lift; }
+    const CurvePoint& Contour() const { return m_contour; }
     bool IsFrontAt(double share) const {
         if (!Turns()) return m_isFlatFront;
         return m_facings[0] * (1.0 - share) + m_facings[1] * share > 0.0;
@@ -55,7 +55,7 @@ public:
 private:
     std::array<double, 2> m_facings{};
     bool m_isFlatFront = false;
-    dg::DVec3 m_lift;
+    CurvePoint m_contour;  // where it turns
 };
 
 /// An edge of a chain, looked at along its way.
@@ -66,16 +66,12 @@ public:
         if (edge.faces[1] != EdgeMesh::kNone) m_second.emplace(placed, edge, edge.faces[1], viewer);
     }
 
-    /// Shares of the way where a side turns away from the eye.
-    std::vector<double> Turns() const {
-        std::vector<double> turns;
-        if (m_first.Turns()) turns.push_back(m_first.TurnsAt());
-        if (m_second && m_second->Turns()) turns.push_back(m_second->TurnsAt());
-        return turns;
-    }
-    dg::DVec3 Lift() const {
-        if (m_first.Turns()) return m_first.Lift();
-        return m_second ? m_second->Lift() : dg::DVec3();
+    /// The sides that turn away from the eye on the way.
+    std::vector<const EdgeSide*> TurningSides() const {
+        std::vector<const EdgeSide*> turning;
+        if (m_first.Turns()) turning.push_back(&m_first);
+        if (m_second && m_second->Turns()) turning.push_back(&*m_second);
+        return turning;
     }
     CurveStep StepAt(double share) const {
         const auto [first, second] = m_edge.faces;
@@ -94,14 +90,29 @@ private:
     std::optional<EdgeSide> m_second;
 };
 
-/// The places on the way where a line has to have a point, 0 and 1 among them.
-std::vector<double> SharesOf(const SharpEdge& edge, double bulge, bool isReversed) {
+/// A place on the way from one vertex to the next where the line has a point.
+struct Stop {
+    double share = 0.0;
+    CurvePoint point;
+};
+
+/// Evenly along the curve, and where a contour of the surface ends at the edge: there both have one point.
+std::vector<Stop> StopsOf(const SharpEdge& edge, const CurveSmoothing& smoothing, std::size_t step,
+                          double pixelSize, bool isReversed) {
+    const double bulge = smoothing.Bulge(step) / pixelSize;
     const int pieces = std::clamp(static_cast<int>(std::ceil(std::sqrt(bulge / kExact))), 1, kMostPieces);
-    std::vector<double> shares;
-    for (int i = 0; i <= pieces; ++i) shares.push_back(static_cast<double>(i) / pieces);
-    for (const double turn : edge.Turns()) shares.push_back(isReversed ? 1.0 - turn : turn);
-    std::sort(shares.begin(), shares.end());
-    return shares;
+    const auto sides = edge.TurningSides();
+    const dg::DVec3 lift = sides.empty() ? dg::DVec3() : sides.front()->Contour().lift;
+    std::vector<Stop> stops;
+    for (int i = 0; i <= pieces; ++i) {
+        const double share = static_cast<double>(i) / pieces;
+        stops.push_back({share, {smoothing.Straight(step, share), smoothing.At(step, share), lift}});
+    }
+    for (const EdgeSide* side : sides)
+        stops.push_back({isReversed ? 1.0 - side->TurnsAt() : side->TurnsAt(), side->Contour()});
+    std::stable_sort(stops.begin(), stops.end(),
+                     [](const Stop& a, const Stop& b) { return a.share < b.share; });
+    return stops;
 }
 
 Curve CurveOf(const PlacedMesh& placed, const EdgeMesh::Chain& chain, const Viewer& viewer,
@@ -110,20 +121,17 @@ Curve CurveOf(const PlacedMesh& placed, const EdgeMesh::Chain& chain, const View
     for (const std::uint32_t vertex : chain.vertices) points.push_back(placed.Vertex(vertex));
     const CurveSmoothing smoothing(points, creaseAngle);
     Curve curve;
-    curve.points.push_back({points.front(), points.front(), {}});
     for (std::size_t i = 0; i < chain.edges.size(); ++i) {
         const EdgeMesh::Edge& source = placed.Mesh().Edges()[chain.edges[i]];
         const bool isReversed = source.from != chain.vertices[i];
         const SharpEdge edge(placed, source, viewer);
-        const dg::DVec3 lift = edge.Lift();
-        if (lift != dg::DVec3()) curve.points.back().lift = lift;
-        const double bulge = smoothing.Bulge(i);
-        curve.slack = std::max(curve.slack, bulge);
-        const auto shares = SharesOf(edge, bulge / viewer.PixelSize(points[i]), isReversed);
-        for (std::size_t k = 1; k < shares.size(); ++k) {
-            const double middle = 0.5 * (shares[k - 1] + shares[k]);
-            curve.points.push_back(
-                {points[i] + (points[i + 1] - points[i]) * shares[k], smoothing.At(i, shares[k]), lift});
+        curve.slack = std::max(curve.slack, smoothing.Bulge(i));
+        const auto stops = StopsOf(edge, smoothing, i, viewer.PixelSize(points[i]), isReversed);
+        if (curve.points.empty()) curve.points.push_back(stops.front().point);
+        if (stops.front().point.lift != dg::DVec3()) curve.points.back().lift = stops.front().point.lift;
+        for (std::size_t k = 1; k < stops.size(); ++k) {
+            const double middle = 0.5 * (stops[k - 1].share + stops[k].share);
+            curve.points.push_back(stops[k].point);
             curve.steps.push_back(edge.StepAt(isReversed ? 1.0 - middle : middle));
         }
     }

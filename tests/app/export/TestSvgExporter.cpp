@@ -127,7 +127,7 @@ TEST(SvgExporter, DrawsAGlassCutToItsCircleAndTiedToItsSource) {
     const pugi::xml_node group = svg.Find("/svg/g[@id='inset-1' and @class='inset']");
     EXPECT_EQ(svg.Find("/svg/image[@class='picture']/following-sibling::g[@class='inset']"), group);
     EXPECT_EQ(svg.Find("/svg/g[@class='callouts']/preceding-sibling::g[@class='inset']"), group);
-    const std::string clip = svg.Find("//g[@id='inset-1']/image").attribute("clip-path").value();
+    const std::string clip = svg.Find("//g[@id='inset-1']/g[@class='view']").attribute("clip-path").value();
     EXPECT_EQ(clip, "url(#" + svg.All("//clipPath/@id").at(0) + ")");
     EXPECT_EQ(Value(svg.Find("//clipPath/circle"), "r"), inset.glass.radius);
     EXPECT_EQ(svg.All("//g[@id='inset-1']/line").size(), 4U) << "a white and a black one on both sides";

@@ -1,0 +1,231 @@
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cmath>
+#include <numbers>
+
+#include "tests/app/lineart/ArtStage.h"
+
+namespace zrsheet::test {
+namespace {
+
+constexpr double kNear = 0.1;  // pixels; lines are drawn so exactly that nobody sees the difference
+
+double Distance(const ArtPoint& a, const ArtPoint& b) { return std::hypot(b.x - a.x, b.y - a.y); }
+
+/// Is it the straight line between two places, whichever way?
+bool Joins(const Stroke& stroke, const ArtPoint& a, const ArtPoint& b) {
+    return (Distance(stroke.from, a) < kNear && Distance(stroke.to, b) < kNear) ||
+           (Distance(stroke.from, b) < kNear && Distance(stroke.to, a) < kNear);
+}
+
+long CountOf(const std::vector<Stroke>& strokes, LineKind kind) {
+    return std::count_if(strokes.begin(), strokes.end(),
+                         [kind](const Stroke& stroke) { return stroke.kind == kind; });
+}
+
+// However the triangles are wound and the box is placed, near or far.
+TEST(LineArt, DrawsNineEdgesOfACubeAndHidesThree) {
+    const ShapePtr cube = Box({-50, -50, -50}, {50, 50, 50});
+    const dg::Location mirrored(dg::DMat44({-1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1}));
+    const auto perspective =
+        dg::Camera3D::Perspective({160, 190, 220}, {}, {0, 1, 0}, 0.6, 50.0, 1000.0, 400, 300);
+    ArtStage parallel;
+    parallel.LookFrom({0.6, 0.7, 1.0});
+    struct Case {
+        const char* what;
+        ShapePtr shape;
+        dg::Location location;
+        dg::Camera3D camera;
+    };
+    const Case cases[] = {{"plain", cube, {}, parallel.Camera()},
+                          {"inside out", InsideOut(cube), {}, parallel.Camera()},
+                          {"mirrored", cube, mirrored, parallel.Camera()},
+                          {"in perspective", cube, {}, perspective}};
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.what);
+        ArtStage stage;
+        stage.Add(c.shape, c.location);
+        stage.SetCamera(c.camera);
+        const auto seen = stage.Strokes();
+        EXPECT_EQ(CountOf(seen, LineKind::Outline), 6);
+        EXPECT_EQ(CountOf(seen, LineKind::Edge), 3);
+        EXPECT_EQ(seen.size(), 9U);
+        stage.Rule().withHidden = true;
+        EXPECT_EQ(CountOf(stage.Strokes(), LineKind::Hidden), 3);
+    }
+}
+
+// Twenty-four sides are nobody's idea of a circle, but it is what was meant: the rims are ellipses, the
+// mantle's contours touch them, and no line shows where facets meet.
+TEST(LineArt, DrawsADrumAsTwoEllipsesAndTwoStraightLines) {
+    constexpr double kRadius = 100.0;
+    ArtStage stage;
+    stage.Add(Drum(kRadius, 120, 24), Turned({1, 0, 0}, -90, {0, -60, 0}));
+    stage.LookFrom({0, 0.5, std::sqrt(0.75)});
+    const ArtPoint low = stage.PixelOf({0, -60, 0});
+    const ArtPoint high = stage.PixelOf({0, 60, 0});
+    const auto offEllipse = [&](const ArtPoint& p, const ArtPoint& middle) {
+        return std::abs(std::hypot(p.x - middle.x, (p.y - middle.y) / 0.5) - kRadius);
+    };
+    double straight = 0.0;
+    for (const Stroke& stroke : stage.Strokes()) {
+        if (stroke.Length() > 40.0) {
+            EXPECT_NEAR(std::abs(stroke.from.x - high.x), kRadius, kNear);
+            EXPECT_NEAR(std::abs(stroke.to.x - high.x), kRadius, kNear);
+            straight += stroke.Length();
+            continue;
+        }
+        const bool isHigh =
+            std::min(stroke.from.y, stroke.to.y) < high.y + 51.0 && offEllipse(stroke.from, high) < 0.4;
+        EXPECT_LT(offEllipse(stroke.from, isHigh ? high : low), 0.4) << stroke.from.x << ' ' << stroke.from.y;
+        EXPECT_LT(offEllipse(stroke.to, isHigh ? high : low), 0.4) << stroke.to.x << ' ' << stroke.to.y;
+    }
+    EXPECT_NEAR(straight, 2.0 * (low.y - high.y), 0.5);
+    const double ellipse = 2.0 * std::numbers::pi * kRadius * 0.7708;  // for half axes of 2 to 1
+    EXPECT_NEAR(stage.LengthOf(LineKind::Outline) + stage.LengthOf(LineKind::Edge), 1.5 * ellipse + straight,
+                3.0);
+}
+
+// The tip of a rim and the contour that begins there come from different rules.
+TEST(LineArt, LeavesNoGapInTheOutlineOfARoundPart) {
+    for (const int sides : {16, 24, 37}) {
+        ArtStage stage;
+        stage.Add(Drum(80, 150, sides), Turned({0.3, 1, 0.2}, 77));
+        stage.LookFrom({0.4, 0.5, 1.0});
+        std::vector<ArtPoint> ends;
+        for (const ArtLine& line : stage.Draw().lines) {
+            if (line.kind == LineKind::Outline && !line.isClosed)
+                ends.insert(ends.end(), {line.points.front(), line.points.back()});
+        }
+        for (const ArtPoint& end : ends) {
+            const auto near = std::count_if(ends.begin(), ends.end(), [&end](const ArtPoint& other) {
+                return Distance(end, other) < 0.6;
+            });
+            EXPECT_EQ(near, 2) << sides << " sides: an end at " << end.x << ", " << end.y;
+        }
+    }
+}
+
+TEST(LineArt, DrawsWherePartsRunThroughEachOther) {
+    ArtStage stage;
+    stage.Add(Box({-80, -60, -40}, {80, 60, 40}));
+    stage.Add(Box({-20, -20, 0}, {30, 10, 90}));
+    stage.LookFrom({0.5, 0.6, 1.0});
+    std::vector<Stroke> crossings = stage.Strokes();
+    std::erase_if(crossings, [](const Stroke& stroke) { return stroke.kind != LineKind::Crossing; });
+    ASSERT_EQ(crossings.size(), 2U) << "the others are behind the smaller box";
+    const ArtPoint corner = stage.PixelOf({30, 10, 40});
+    const ArtPoint left = stage.PixelOf({-20, 10, 40});
+    const ArtPoint bottom = stage.PixelOf({30, -20, 40});
+    for (const auto& [a, b] : {std::pair(left, corner), std::pair(bottom, corner)}) {
+        EXPECT_TRUE(
+            std::any_of(crossings.begin(), crossings.end(), [&](const Stroke& s) { return Joins(s, a, b); }));
+    }
+}
+
+// Parts that touch have the lines of their edges, and a pin in its hole those of its rim: no more.
+TEST(LineArt, DrawsNothingWherePartsOnlyTouch) {
+    ArtStage stage;
+    stage.Add(Box({-80, -60, -40}, {80, 60, 40}));
+    stage.Add(Box({-20, -20, 40}, {30, 10, 90}));
+    stage.Add(Drum(20, 60, 24), dg::Location(dg::FMat33(), {-50, 0, 45}));
+    stage.Add(Drum(20.01, 60, 17), dg::Location(dg::FMat33(), {-50, 0, 35}));
+    stage.LookFrom({0.5, 0.6, 1.0});
+    EXPECT_LT(stage.LengthOf(LineKind::Crossing), 2.0 * std::numbers::pi * 20.5)
+        << "one circle at most, of the foot";
+}
+
+TEST(LineArt, EndsALineWhereAnotherPartBeginsToCoverIt) {
+    ArtStage stage;
+    stage.Add(Box({-150, -5, -5}, {150, 5, 5}));
+    stage.Add(Box({-20.3, -80, 20}, {33.7, 80, 30}));
+    const auto strokes = stage.Strokes();
+    const ArtPoint cutLeft = stage.PixelOf({-20.3, 5, 5});
+    const ArtPoint cutRight = stage.PixelOf({33.7, 5, 5});
+    const auto has = [&](const ArtPoint& a, const ArtPoint& b) {
+        return std::any_of(strokes.begin(), strokes.end(), [&](const Stroke& s) { return Joins(s, a, b); });
+    };
+    EXPECT_TRUE(has(stage.PixelOf({-150, 5, 5}), cutLeft));
+    EXPECT_TRUE(has(cutRight, stage.PixelOf({150, 5, 5})));
+    EXPECT_FALSE(has(cutLeft, cutRight));
+}
+
+// The faces of a slab in two halves, and of two plates laid into each other, are seen by chance.
+TEST(LineArt, NeitherSpecklesNorDoublesWherePartsCoincide) {
+    ArtStage stage;
+    const dg::Location tilt = Turned({0.3, 1, 0.2}, 31.7);
+    stage.Add(Box({-80, -50, 0}, {0, 50, 10}), tilt);
+    stage.Add(Box({0, -50, 0}, {80, 50, 10}), tilt);
+    stage.Add(Box({-80, -50, 0}, {80, 50, 10}), tilt);
+    ArtStage whole;
+    whole.Add(Box({-80, -50, 0}, {80, 50, 10}), tilt);
+    const auto length = [](ArtStage& each) {
+        return each.LengthOf(LineKind::Outline) + each.LengthOf(LineKind::Edge) +
+               each.LengthOf(LineKind::Crossing);
+    };
+    const dg::DVec3 across = dg::DVec3(0, 100, 0);
+    const ArtPoint a = stage.PixelOf(dg::DPoint3D(0, -50, 10) * tilt);
+    const ArtPoint b = stage.PixelOf(dg::DPoint3D(0, -50, 10) * tilt + across);
+    EXPECT_NEAR(length(stage) - length(whole), Distance(a, b), 0.15 * Distance(a, b)) << "the joint";
+}
+
+// Of a pin as wide as its hole the rim lies now in front of the wall's facets and now behind.
+TEST(LineArt, LetsNoLineFlickerInTheWallOfAHole) {
+    ArtStage stage;
+    stage.Add(InsideOut(Mantle(60, 200, 40)), Turned({0, 0, 1}, 3));
+    stage.Add(Drum(60, 50, 24), dg::Location(dg::FMat33(), {0, 0, -40}));
+    stage.LookFrom({0.0, -0.6, 1.0});
+    int pieces = 0;
+    for (const ArtLine& line : stage.Draw().lines) {
+        const ArtPoint middle = stage.PixelOf({0, 0, 10});
+        const bool isOnRim = std::all_of(line.points.begin(), line.points.end(), [&](const ArtPoint& p) {
+            return std::abs(std::hypot(p.x - middle.x, (p.y - middle.y) * std::sqrt(1.36)) - 60.0) < 1.5;
+        });
+        pieces += isOnRim ? 1 : 0;
+    }
+    EXPECT_GE(pieces, 1);
+    EXPECT_LE(pieces, 3);
+}
+
+TEST(LineArt, IsTheSameForAnyNumberOfThreads) {
+    ArtStage stage;
+    for (int i = 0; i < 12; ++i) {
+        stage.Add(Drum(20 + i, 60, 9 + i),
+                  Turned({1.0, 0.1 * i, 0.3}, 31.0 * i, {25.0 * i - 140, 7.0 * i - 40, 0}));
+        stage.Add(Box({-15, -15, -15}, {15, 15, 40}),
+                  Turned({0.2, 1, 0.1 * i}, 17.0 * i, {20.0 * i - 120, 0, 10}));
+    }
+    stage.Rule().withHidden = true;
+    const LineArt one = stage.Draw(1);
+    EXPECT_GT(one.lines.size(), 50U);
+    for (const unsigned threads : {2U, 5U}) EXPECT_EQ(stage.Draw(threads), one);
+}
+
+// At full width the lines of small parts would leave nothing but black.
+TEST(LineArt, DrawsSmallPartsFiner) {
+    ArtStage stage;
+    stage.Add(Box({-100, -60, 0}, {20, 60, 10}));
+    stage.Add(Box({80, -3, 0}, {86, 3, 10}));
+    std::vector<int> fineness;
+    for (const ArtLine& line : stage.Draw().lines) fineness.push_back(line.fineness);
+    EXPECT_THAT(fineness, ::testing::UnorderedElementsAre(0, 3));
+}
+
+// Looked at through a glass: a magnified window of the view, with most of the model outside.
+TEST(LineArt, EndsAtTheBorderOfThePicture) {
+    ArtStage stage;
+    stage.Add(Box({-100, -60, 0}, {100, 60, 10}));
+    stage.SetCamera(stage.Camera().Magnified({300, 90, 0}, {200, 150, 0}, 25.0));
+    const auto strokes = stage.Strokes();
+    ASSERT_EQ(strokes.size(), 2U);
+    for (const Stroke& stroke : strokes) {
+        for (const ArtPoint& end : {stroke.from, stroke.to}) {
+            EXPECT_TRUE(end.x > -10 && end.x < 410 && end.y > -10 && end.y < 310) << end.x << ' ' << end.y;
+        }
+    }
+}
+
+}  // namespace
+}  // namespace zrsheet::test
