@@ -35,7 +35,8 @@ Triangle TriangleOf(const PlacedMesh& placed, std::uint32_t face) {
     const EdgeMesh::Face& source = placed.Mesh().Faces()[face];
     for (std::size_t k = 0; k < 3; ++k) triangle.corners[k] = placed.Vertex(source.vertices[k]);
     triangle.edges = source.edges;
-    triangle.normal = placed.Turned(placed.Mesh().FaceNormal(face));
+    const auto& [a, b, c] = triangle.corners;
+    triangle.normal = (b - a).Cross(c - a).Normalized();
     return triangle;
 }
 

@@ -9,8 +9,6 @@
 namespace zrsheet {
 namespace {
 
-constexpr std::uint32_t kLeaf = 4;
-
 double Middle(const EdgeMesh& mesh, std::uint32_t triangle, int axis) {
     double sum = 0.0;
     for (const std::uint32_t vertex : mesh.Faces()[triangle].vertices) sum += mesh.Vertices()[vertex][axis];
@@ -44,8 +42,8 @@ TriangleTree::Box TriangleTree::BoxAround(const EdgeMesh& mesh, std::uint32_t fi
 // Halves along the longest side of the box.
 std::uint32_t TriangleTree::Build(const EdgeMesh& mesh, std::uint32_t first, std::uint32_t last) {
     const auto number = static_cast<std::uint32_t>(m_nodes.size());
-    m_nodes.push_back({BoxAround(mesh, first, last), first, last - first, 0});
-    if (last - first <= kLeaf) return number;
+    m_nodes.push_back({BoxAround(mesh, first, last), first, last - first == 1, 0});
+    if (last - first == 1) return number;
     const dg::DVec3 half = m_nodes[number].box.half;
     const int axis = half.x >= half.y && half.x >= half.z ? 0 : half.y >= half.z ? 1 : 2;
     const std::uint32_t middle = first + (last - first) / 2;
@@ -53,7 +51,6 @@ std::uint32_t TriangleTree::Build(const EdgeMesh& mesh, std::uint32_t first, std
                      [&](std::uint32_t a, std::uint32_t b) {
                          return std::pair(Middle(mesh, a, axis), a) < std::pair(Middle(mesh, b, axis), b);
                      });
-    m_nodes[number].count = 0;
     Build(mesh, first, middle);
     const std::uint32_t second = Build(mesh, middle, last);
     m_nodes[number].second = second;
@@ -81,14 +78,9 @@ void TriangleTree::FindPairs(const TriangleTree& other, const dg::DMat44& toThis
         const Node& own = m_nodes[a];
         const Node& foreign = other.m_nodes[b];
         if (!overlap(own.box, foreign.box)) continue;
-        if (own.count != 0 && foreign.count != 0) {
-            for (std::uint32_t i = own.first; i < own.first + own.count; ++i) {
-                for (std::uint32_t k = foreign.first; k < foreign.first + foreign.count; ++k) {
-                    if (!sink(m_triangles[i], other.m_triangles[k])) return;
-                }
-            }
-        } else if (foreign.count != 0 ||
-                   (own.count == 0 && own.box.half.Length() > foreign.box.half.Length())) {
+        if (own.isLeaf && foreign.isLeaf) {
+            if (!sink(m_triangles[own.first], other.m_triangles[foreign.first])) return;
+        } else if (foreign.isLeaf || (!own.isLeaf && own.box.half.Length() > foreign.box.half.Length())) {
             open.insert(open.end(), {{own.second, b}, {a + 1, b}});
         } else {
             open.insert(open.end(), {{a, foreign.second}, {a, b + 1}});

@@ -30,11 +30,11 @@ private:
         dg::DPoint3D middle;
         dg::DVec3 half;
     };
-    /// A leaf has triangles, any other two children: the node behind it and `second`.
+    /// A leaf is a triangle; any other node has two children: the one behind it and `second`.
     struct Node {
         Box box;
         std::uint32_t first = 0;
-        std::uint32_t count = 0;  // 0: no leaf
+        bool isLeaf = false;
         std::uint32_t second = 0;
     };
 

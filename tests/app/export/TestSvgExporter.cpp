@@ -15,6 +15,7 @@ namespace zrsheet::test {
 namespace {
 
 using ::testing::ElementsAre;
+using ::testing::HasSubstr;
 using ::testing::MatchesRegex;
 using ::testing::StartsWith;
 
@@ -137,6 +138,47 @@ TEST(SvgExporter, DrawsAGlassCutToItsCircleAndTiedToItsSource) {
     }
     sheet.insets[0].source.centre = {199, 131};
     EXPECT_TRUE(ReadSvg(sheet).All("//g[@id='inset-1']/line").empty()) << "a glass over its own source";
+}
+
+// Nothing but vectors, and nothing about their looks that a stylesheet could not change.
+TEST(SvgExporter, DrawsLinesAndHotspotsByClassesOnly) {
+    Sheet sheet = SampleSheet();
+    sheet.picture = {};
+    sheet.lines = {{LineKind::Hidden, 1, {{1, 1}, {9, 1}}, false},
+                   {LineKind::Outline, 0, {{10, 10}, {30, 10}, {30, 25.5}}, true},
+                   {LineKind::Outline, 0, {{5, 5}, {4, 7}}, false}};
+    sheet.insets[0].picture = {};
+    sheet.insets[0].lines = {{LineKind::Edge, 0, {{0, 0}, {40, 40}}, false}};
+    sheet.hotspots = {{"part-1-1", true, 1, "1", "<Pump> & Co", "/Pump", {{{10, 10}, {30, 10}, {30, 25}}}},
+                      {"a b", false, 0, "", "arrow", "", {{{0, 0}, {1, 0}, {1, 1}}}}};
+    const ReadSvg svg(sheet);
+    EXPECT_TRUE(svg.All("//image/@x").empty());
+    const std::string lines = "/svg/g[@class='model line']/g[@class='model-lines']";
+    EXPECT_THAT(svg.All((lines + "/path/@class").c_str()), ElementsAre("hidden fine-1", "outline"));
+    EXPECT_THAT(svg.All((lines + "/path/@d").c_str()),
+                ElementsAre("m1 1 8 0", "m10 10 20 0 0 15.5zm-5-5-1 2"));
+    EXPECT_EQ(svg.All((lines + "/@transform").c_str()).at(0), "translate(100 40)");
+    EXPECT_THAT(svg.All("//g[@class='hotspots']/path/@id"), ElementsAre("part-1-1", "a_b"));
+    EXPECT_THAT(svg.All("//path[@id='part-1-1']/@*"),
+                ElementsAre("hotspot", "m10 10 20 0 0 15z", "part-1-1", "1", "1", "<Pump> & Co", "/Pump"));
+    EXPECT_THAT(svg.All("//path/title"), ElementsAre("1  <Pump> & Co", "arrow"));
+    EXPECT_EQ(svg.All("//g[@class='view']/g[@class='model-lines']/path/@d").at(0), "m0 0 40 40");
+    EXPECT_TRUE(svg.All("//path/@stroke | //path/@fill | //path/@style").empty());
+    const std::string css = svg.All("/svg/style").at(0);
+    EXPECT_THAT(css, HasSubstr(".outline{stroke-width:1.89}"));
+    EXPECT_THAT(css, HasSubstr(".edge{stroke-width:0.94}"));
+    EXPECT_THAT(css, HasSubstr(".hidden.fine-1{stroke-width:0.71;stroke-dasharray:"));
+}
+
+// A coloured ground is vectors too; white needs none.
+TEST(SvgExporter, LaysLinesOnTheGroundOfThePicture) {
+    Sheet sheet = SampleSheet();
+    EXPECT_FALSE(ReadSvg(sheet).Find("//rect[@class='ground']"));
+    sheet.ground = {"#ffffff", "#102030"};
+    const ReadSvg svg(sheet);
+    EXPECT_EQ(svg.All("//rect[@class='ground']/@fill").at(0), "url(#ground)");
+    EXPECT_THAT(svg.All("//linearGradient[@id='ground']/stop/@stop-color"),
+                ElementsAre("#ffffff", "#102030"));
 }
 
 // A long parts list stands in several columns beside each other.

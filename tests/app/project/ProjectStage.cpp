@@ -88,6 +88,7 @@ void ProjectStage::EditSettings() {
     Doc().SetPage(900, 700);
     Doc().SetLanguage("de");
     Doc().SetLeaders(LeaderChoice::All);
+    Doc().SetPicture({PictureMode::Both, true, 0.7});
     Doc().DefineTemplate({"long", "{item} {name}", {}});
     Doc().UseTemplate("long");
     Doc().View()->SetBackgroundColors({0.1F, 0.2F, 0.3F, 1}, {1, 1, 0, 1}, {0, 0, 0, 1});

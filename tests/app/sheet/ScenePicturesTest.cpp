@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <cmath>
 
 #include "app/document/Document.h"
 #include "app/sheet/CalloutPlates.h"
@@ -50,8 +51,9 @@ protected:
         m_document.Scene()->GetAnnoSet(annoSet);
         return annoSet;
     }
-    std::vector<SheetInset> Insets() const {
-        return InsetsOf(*AnnoSet(), *m_document.Scene()->GetPickScene(), PictureStyle(), kFigure, 1);
+    std::vector<SheetInset> Insets(PictureMode mode) const {
+        const auto scene = m_document.Scene()->GetPickScene();
+        return InsetsOf(*AnnoSet(), ScenePainter(*scene, {mode}, PictureStyle(), 1), kFigure);
     }
     CalloutPlates PlatesOf(unsigned threads) const {
         CalloutPlates plates(m_document.Callouts(), m_document.Style(), kFigure, {});
@@ -83,7 +85,7 @@ TEST_F(ScenePictures, AGlassShowsItsSourceAndLiesOnTheSamePage) {
     AddInset({5, 5, 0});
     AddInset(onPart)->SetVisible(false);
     AddInset(onPart);
-    const auto insets = Insets();
+    const auto insets = Insets(PictureMode::Shaded);
     ASSERT_EQ(insets.size(), 2U);
     EXPECT_EQ(insets[0].id + insets[1].id, "inset-1inset-3");
     EXPECT_TRUE(IsWhite(insets[0].picture)) << "nothing is there";
@@ -96,6 +98,23 @@ TEST_F(ScenePictures, AGlassShowsItsSourceAndLiesOnTheSamePage) {
     const auto middle =
         static_cast<std::size_t>(shown.picture.height / 2 * shown.picture.width + shown.picture.width / 2);
     EXPECT_LT(shown.picture.pixels.at(3 * middle), 255) << "the part";
+    EXPECT_TRUE(shown.lines.empty());
+}
+
+// The box is 100 pixels wide or so; its corner is in the middle of the glass.
+TEST_F(ScenePictures, AGlassHasLinesAsTheAuthorWantsThem) {
+    dg::Camera3D camera;
+    m_document.View()->GetCamera(camera);
+    AddInset(dg::DPoint3D(10, 10, 10) * camera.GetWorldToPixel());
+    EXPECT_TRUE(Insets(PictureMode::Line)[0].picture.pixels.empty());
+    EXPECT_FALSE(Insets(PictureMode::Both)[0].picture.pixels.empty());
+    for (const PictureMode mode : {PictureMode::Line, PictureMode::Both}) {
+        const auto insets = Insets(mode);
+        const auto corner = [](const ArtPoint& p) { return std::hypot(p.x - 40.5, p.y - 40.25) < 1.0; };
+        EXPECT_TRUE(std::any_of(insets[0].lines.begin(), insets[0].lines.end(), [&](const ArtLine& line) {
+            return std::any_of(line.points.begin(), line.points.end(), corner);
+        }));
+    }
 }
 
 // The pin is 10 pixels wide or so: its middle is magnified into the glass, and what lies beyond is not drawn.

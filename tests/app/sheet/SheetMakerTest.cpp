@@ -57,6 +57,15 @@ std::string Dump(const Sheet& sheet) {
               static_cast<std::streamsize>(sheet.picture.pixels.size()));
     out << sheet.model.name << ' ' << sheet.model.box << sheet.model.parts << ' ' << sheet.model.instances
         << ' ' << sheet.model.triangles << '\n';
+    for (const auto& line : sheet.lines) {
+        out << static_cast<int>(line.kind) << ' ' << static_cast<int>(line.fineness) << ' ' << line.isClosed;
+        for (const auto& point : line.points) out << ' ' << point.x << ',' << point.y;
+    }
+    for (const auto& spot : sheet.hotspots) {
+        out << spot.id << ' ' << spot.label << ' ' << spot.name << '\n';
+        for (const auto& ring : spot.rings)
+            out << ring.size() << ' ' << ring[0].x << ',' << ring[0].y << '\n';
+    }
     for (const auto& callout : sheet.callouts) Dump(out, callout);
     for (const auto& item : sheet.items) Dump(out, item);
     for (const auto& table : sheet.tables) Dump(out, table);
