@@ -84,8 +84,9 @@ TEST(LineArt, DrawsADrumAsTwoEllipsesAndTwoStraightLines) {
     }
     EXPECT_NEAR(straight, 2.0 * (low.y - high.y), 1.0);
     const double ellipse = 2.0 * std::numbers::pi * kRadius * 0.7708;  // for half axes of 2 to 1
-    EXPECT_NEAR(stage.LengthOf(LineKind::Outline) + stage.LengthOf(LineKind::Edge), 1.5 * ellipse + straight,
-                8.0);
+    const double length = stage.LengthOf(LineKind::Outline) + stage.LengthOf(LineKind::Edge);
+    EXPECT_LT(length, 1.5 * ellipse + straight + 1.0);
+    EXPECT_GT(length, 1.5 * ellipse + straight - 12.0) << "the rim and the contour are one where they touch";
 }
 
 // The tip of a rim and the contour that begins there come from different rules.
