@@ -120,6 +120,7 @@ struct RawOptions {
     std::optional<std::string> shape;
     std::optional<std::string> terminator;
     std::optional<double> fontSize;
+    std::optional<double> lineWidth;
     std::vector<std::string> skipped;
     bool combine = false;
     bool drawOne = false;
@@ -207,6 +208,9 @@ void DefineCallouts(CLI::App& make, SheetOptions& options, RawOptions& raw) {
         ->type_name("KIND")
         ->group("Callouts");
     make.add_option("--font-size", raw.fontSize, "Of the text of balloons, in pixels")
+        ->type_name("N")
+        ->group("Callouts");
+    make.add_option("--line-width", raw.lineWidth, "Of the lines of balloons, in pixels; leaders go with it")
         ->type_name("N")
         ->group("Callouts");
     auto* drawOne =
@@ -321,6 +325,7 @@ void Interpret(const RawOptions& raw, MakeRequest& request) {
     if (raw.shape) options.style.shape = ParseShape(*raw.shape);
     if (raw.terminator) options.style.terminator = ParseTerminator(*raw.terminator);
     if (raw.fontSize) options.style.fontSize = CheckedFontSize(*raw.fontSize);
+    if (raw.lineWidth) options.style.lineWidth = CheckedLineWidth(*raw.lineWidth);
     CheckOutputs(request);
 }
 

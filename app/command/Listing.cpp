@@ -116,12 +116,13 @@ std::string ListCallouts(const Document& document) {
 }
 
 std::string ListStyles(const Document& document) {
-    TextTable table({"callout", "shape", "terminator", "size", "line"});
+    TextTable table({"callout", "shape", "terminator", "size", "line", "stack"});
     const auto add = [&table](const std::string& name, const zrannotations::CalloutStyle& style) {
         table.Add({name, style.shape ? std::string(WordOf(*style.shape)) : "-",
                    style.terminator ? std::string(WordOf(*style.terminator)) : "-",
                    style.fontSize ? Rounded(*style.fontSize, 2) : "-",
-                   style.lineWidth ? Rounded(*style.lineWidth, 2) : "-"});
+                   style.lineWidth ? Rounded(*style.lineWidth, 2) : "-",
+                   !style.stacked ? "-" : *style.stacked ? "on" : "off"});
     };
     add("all", document.Style());
     const auto callouts = document.Callouts();

@@ -3,6 +3,7 @@
 #include <map>
 #include <set>
 
+#include "app/document/UserError.h"
 #include "zrk/operation/CallStep.h"
 
 namespace zrsheet {
@@ -32,6 +33,27 @@ void ItemEdits::Clear() {
     const auto operation = OpenOperation();
     m_engine.OnListCleared(operation);
     m_list.Clear(operation);
+}
+
+void ItemEdits::ExpectFree(const std::string& label) const {
+    if (label.find("{line}") != std::string::npos)
+        throw UserError("a label of the list has one line; templates and 'label set' may have {line}");
+    const auto& items = m_list.GetZrkItemList();
+    for (const unsigned id : items->GetItemIds()) {
+        std::string other;
+        bool isCustom = false;
+        items->GetLabel(id, other, isCustom);
+        if (!label.empty() && other == label)
+            throw UserError("there is an item '" + label + "' already; choose another label");
+    }
+}
+
+void ItemEdits::Relabel(unsigned id, const std::string& label) {
+    std::string before;
+    bool isCustom = false;
+    m_list.GetItemLabel(id, before, isCustom);
+    if (label != before) ExpectFree(label);
+    m_list.SetLabel(id, label, OpenOperation());
 }
 
 void ItemEdits::Join(unsigned id, const std::vector<SbomPtr>& instances) {

@@ -2,6 +2,7 @@
 
 #pragma once
 
+#include <string>
 #include <vector>
 
 #include "callouts/Callouts.h"
@@ -21,6 +22,11 @@ public:
     void Delete(unsigned id);
     /// All items go, and every callout that has one.
     void Clear();
+    /// Throws UserError when an item has the label, or when it is none for a list. "" is free always.
+    void ExpectFree(const std::string& label) const;
+    /// What the item is called from now on, in the list and by all its callouts; "" gives it a number, its
+    /// former one where numbers were not given anew. Throws UserError as ExpectFree does.
+    void Relabel(unsigned id, const std::string& label);
     /// The instances leave the items that hold them and join this one; the item's callout gains leaders to
     /// them, those of the items they left lose theirs as with Leave.
     void Join(unsigned id, const std::vector<SbomPtr>& instances);

@@ -36,6 +36,11 @@ zrannotations::Terminator ParseTerminator(std::string_view word) {
     return static_cast<zrannotations::Terminator>(Parse(word, kTerminatorWords, "end of leaders"));
 }
 
+bool ParseStack(std::string_view word) {
+    static constexpr std::array<std::string_view, 2> kWords{"off", "on"};
+    return Parse(word, kWords, "choice of stacks") == 1;
+}
+
 double CheckedFontSize(double size) { return Checked(size, kLeastFontSize, kMostFontSize, "font size"); }
 
 double CheckedLineWidth(double width) {

@@ -24,6 +24,8 @@ inline constexpr double kMostLineWidth = 20.0;
 /// All throw UserError for what is none.
 [[nodiscard]] zrannotations::BalloonShape ParseShape(std::string_view word);
 [[nodiscard]] zrannotations::Terminator ParseTerminator(std::string_view word);
+/// "on" or "off".
+[[nodiscard]] bool ParseStack(std::string_view word);
 [[nodiscard]] double CheckedFontSize(double size);
 [[nodiscard]] double CheckedLineWidth(double width);
 [[nodiscard]] PictureMode ParsePictureMode(std::string_view word);

@@ -135,7 +135,7 @@ void CairoPainter::PaintCallout(const DrawnCallout& callout) {
         if (leader.dot) PaintDisc(*leader.dot);
         if (leader.arrow) PaintArrow(*leader.arrow);
     }
-    PaintBalloon(callout.balloon);
+    for (const DrawnBalloon& balloon : callout.balloons) PaintBalloon(balloon);
     for (const DrawnText& line : callout.label) PaintText(line);
 }
 

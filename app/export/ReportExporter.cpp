@@ -25,6 +25,7 @@ Json CalloutJson(const SheetCallout& callout) {
     if (callout.hasItem) json["itemId"] = callout.itemId;
     json["label"] = callout.label;
     json["box"] = BoxJson(callout.box);
+    if (!callout.stack.empty()) json["stack"] = callout.stack;
     json["style"] = {{"shape", WordOf(callout.look.shape)},
                      {"fontSize", Rounded(callout.look.fontSize)},
                      {"lineWidth", Rounded(callout.look.lineWidth)}};

@@ -122,26 +122,26 @@ DrawnInset DrawInset(const SheetInset& inset, const SheetStyle& style, const Pic
 }
 
 /// The line below bare text, or between the halves of a split balloon.
-std::vector<DrawnLine> DrawRules(const SheetCallout& callout, std::size_t lines, const std::string& color) {
+std::vector<DrawnLine> DrawRules(const CalloutLook& look, const PageBox& box, std::size_t lines,
+                                 const std::string& color) {
     using zrannotations::BalloonShape;
-    const PageBox& box = callout.box;
-    const bool isSplit = callout.look.shape == BalloonShape::Split && lines > 1;
-    if (!isSplit && callout.look.shape != BalloonShape::None) return {};
+    const bool isSplit = look.shape == BalloonShape::Split && lines > 1;
+    if (!isSplit && look.shape != BalloonShape::None) return {};
     const double y = isSplit ? Middle(box.y0, box.y1) : box.y1;
-    return {{{box.x0, y}, {box.x1, y}, callout.look.lineWidth, color, false}};
+    return {{{box.x0, y}, {box.x1, y}, look.lineWidth, color, false}};
 }
 
-DrawnBalloon DrawBalloon(const SheetCallout& callout, std::size_t lines, const std::string& color) {
-    const PageBox& box = callout.box;
+DrawnBalloon DrawBalloon(const CalloutLook& look, const PageBox& box, std::size_t lines,
+                         const std::string& color) {
     DrawnBalloon drawn;
     drawn.box = box;
-    drawn.lineWidth = callout.look.lineWidth;
+    drawn.lineWidth = look.lineWidth;
     drawn.color = color;
-    drawn.rules = DrawRules(callout, lines, color);
-    drawn.corners = CornersOf(callout.look.shape, box);
+    drawn.rules = DrawRules(look, box, lines, color);
+    drawn.corners = CornersOf(look.shape, box);
     if (!drawn.corners.empty()) {
         drawn.outline = BalloonOutline::kCorners;
-    } else if (callout.look.shape == zrannotations::BalloonShape::None) {
+    } else if (look.shape == zrannotations::BalloonShape::None) {
         drawn.outline = BalloonOutline::kNone;
     } else {
         drawn.radius = 0.5 * std::min(box.x1 - box.x0, box.y1 - box.y0);
@@ -149,14 +149,11 @@ DrawnBalloon DrawBalloon(const SheetCallout& callout, std::size_t lines, const s
     return drawn;
 }
 
-DrawnCallout DrawCallout(const SheetCallout& callout, const SheetStyle& style) {
-    const PageBox& box = callout.box;
-    const CalloutLook& look = callout.look;
-    DrawnCallout drawn;
-    for (const SheetLeader& leader : callout.leaders)
-        drawn.leaders.push_back(DrawLeader(leader, style, look.lineWidth));
-    const auto lines = LabelLines(callout.label, look.shape);
-    drawn.balloon = DrawBalloon(callout, lines.size(), style.inkColor);
+/// A balloon and what it says.
+void DrawLabel(const CalloutLook& look, const PageBox& box, const std::string& label,
+               const std::string& color, DrawnCallout& drawn) {
+    const auto lines = LabelLines(label, look.shape);
+    drawn.balloons.push_back(DrawBalloon(look, box, lines.size(), color));
     for (std::size_t i = 0; i < lines.size(); ++i) {
         const double middle = Middle(box.y0, box.y1) + LineOffset(look, i, lines.size());
         drawn.label.push_back({CleanText(lines[i]),
@@ -164,8 +161,19 @@ DrawnCallout DrawCallout(const SheetCallout& callout, const SheetStyle& style) {
                                TextAlign::kMiddle,
                                look.fontSize,
                                false,
-                               style.inkColor});
+                               color});
     }
+}
+
+DrawnCallout DrawCallout(const SheetCallout& callout, const SheetStyle& style) {
+    DrawnCallout drawn;
+    for (const SheetLeader& leader : callout.leaders)
+        drawn.leaders.push_back(DrawLeader(leader, style, callout.look.lineWidth));
+    const std::vector<std::string> one{callout.label};
+    const auto& labels = callout.stack.empty() ? one : callout.stack;
+    const std::vector<PageBox> boxes = BalloonsOf(callout.box, labels.size());
+    for (std::size_t i = 0; i < labels.size(); ++i)
+        DrawLabel(callout.look, boxes[i], labels[i], style.inkColor, drawn);
     return drawn;
 }
 

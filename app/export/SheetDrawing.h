@@ -104,8 +104,8 @@ struct DrawnInset {
 
 struct DrawnCallout {
     std::vector<DrawnLeader> leaders;
-    DrawnBalloon balloon;
-    std::vector<DrawnText> label;  // line by line
+    std::vector<DrawnBalloon> balloons;  // of a stack, from the top; else one
+    std::vector<DrawnText> label;        // line by line
 };
 
 /// The sheet must outlive it.

@@ -186,7 +186,7 @@ void AddCallout(Node parent, const SheetCallout& callout, const DrawnCallout& dr
         if (leader.arrow) AddArrow(leaderGroup, *leader.arrow);
     }
     Node label = AddGroup(group, "label");
-    AddBalloon(label, drawn.balloon);
+    for (const DrawnBalloon& balloon : drawn.balloons) AddBalloon(label, balloon);
     for (const DrawnText& line : drawn.label) AddText(label, line);
 }
 

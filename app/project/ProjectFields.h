@@ -160,6 +160,7 @@ void DescribeFields(Fields& fields, Kind<ProjectStyle>) {
     fields.Optional("terminator", &ProjectStyle::terminator);
     fields.Optional("fontSize", &ProjectStyle::fontSize, kFontSize);
     fields.Optional("lineWidth", &ProjectStyle::lineWidth, kLineWidth);
+    fields.Optional("stacked", &ProjectStyle::stacked);
 }
 
 template <class Fields>

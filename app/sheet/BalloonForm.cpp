@@ -128,6 +128,33 @@ BalloonSize SizeOf(const CalloutLook& look, const std::vector<std::string>& line
     return {width, height};
 }
 
+BalloonSize SizeOfStack(const CalloutLook& look, const std::vector<std::string>& labels) {
+    BalloonSize largest;
+    for (const std::string& label : labels) {
+        const BalloonSize size = SizeOf(look, LabelLines(label, look.shape));
+        largest = {std::max(largest.width, size.width), std::max(largest.height, size.height)};
+    }
+    return {largest.width, largest.height * static_cast<double>(labels.size())};
+}
+
+std::vector<PageBox> BalloonsOf(const PageBox& stack, std::size_t balloons) {
+    const double height = (stack.y1 - stack.y0) / static_cast<double>(balloons);
+    std::vector<PageBox> boxes;
+    boxes.reserve(balloons);
+    for (std::size_t i = 0; i < balloons; ++i) {
+        const double top = stack.y0 + static_cast<double>(i) * height;
+        boxes.push_back({stack.x0, top, stack.x1, top + height});
+    }
+    return boxes;
+}
+
+PageBox NearestBalloon(const PageBox& stack, std::size_t balloons, const PagePoint& anchor) {
+    const double height = (stack.y1 - stack.y0) / static_cast<double>(balloons);
+    const double row =
+        std::clamp(std::floor((anchor.y - stack.y0) / height), 0.0, static_cast<double>(balloons - 1));
+    return {stack.x0, stack.y0 + row * height, stack.x1, stack.y0 + (row + 1.0) * height};
+}
+
 std::vector<PagePoint> CornersOf(BalloonShape shape, const PageBox& box) {
     if (shape == BalloonShape::Box)
         return {{box.x0, box.y0}, {box.x1, box.y0}, {box.x1, box.y1}, {box.x0, box.y1}};

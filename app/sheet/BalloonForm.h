@@ -27,9 +27,16 @@ struct BalloonSize {
 [[nodiscard]] double LineOffset(const CalloutLook& look, std::size_t line, std::size_t lines);
 /// As much as the text needs.
 [[nodiscard]] BalloonSize SizeOf(const CalloutLook& look, const std::vector<std::string>& lines);
+/// Of a balloon for each label, all as large as the largest.
+[[nodiscard]] BalloonSize SizeOfStack(const CalloutLook& look, const std::vector<std::string>& labels);
 
 /// The corners in their order; none for round balloons and bare text.
 [[nodiscard]] std::vector<PagePoint> CornersOf(zrannotations::BalloonShape shape, const PageBox& box);
+
+/// Its balloons from the top, which share the box's height.
+[[nodiscard]] std::vector<PageBox> BalloonsOf(const PageBox& stack, std::size_t balloons);
+/// The balloon of a stack that is nearest to the anchor: from it the leader comes.
+[[nodiscard]] PageBox NearestBalloon(const PageBox& stack, std::size_t balloons, const PagePoint& anchor);
 
 /// Where the line to `anchor` comes from: a point on the balloon's middle line, or where it meets bare text.
 [[nodiscard]] PagePoint LeaderStart(zrannotations::BalloonShape shape, const PageBox& box,

@@ -46,6 +46,23 @@ std::string Dimmed(const std::string& ink, const dg::Color& ground) {
     return fmt::format("#{:02x}{:02x}{:02x}", mix(16, ground.r), mix(8, ground.g), mix(0, ground.b));
 }
 
+/// The labels of a combined callout that is drawn as a stack; labels with lines have no room beside each
+/// other, so they stand in one unless the author chose otherwise.
+std::vector<std::string> StackOf(const Callout& callout, const zrannotations::CalloutStyle& ofDocument) {
+    std::vector<std::string> labels;
+    bool haveLines = false;
+    if (!callout.IsCombined()) return labels;
+    for (const auto& member : callout.CaptureState().members) {
+        const std::string label = member.callout ? member.callout->GetMarkupText().Text() : std::string();
+        if (label.empty()) continue;
+        haveLines = haveLines || label.find('\n') != std::string::npos;
+        labels.push_back(label);
+    }
+    const bool isStacked = callout.GetStyle().stacked.value_or(ofDocument.stacked.value_or(haveLines));
+    if (!isStacked || labels.size() < 2) labels.clear();
+    return labels;
+}
+
 }  // namespace
 
 CalloutPlates::CalloutPlates(const std::vector<du::SmartPtr<Callout>>& callouts,
@@ -69,9 +86,13 @@ CalloutPlates::CalloutPlates(const std::vector<du::SmartPtr<Callout>>& callouts,
         for (unsigned leader = 0; leader < callout->GetLeaderLineCount(false); ++leader) {
             plate.instances.push_back(callout->GetShapeInstanceIdAtPos(leader));
         }
-        const BalloonSize size = SizeOf(plate.look, LabelLines(plate.label, plate.look.shape));
-        Balloon balloon{OnPage(label, figure), OnPage(label, figure), size.width, size.height,
-                        plate.look.shape};
+        plate.stack = StackOf(*callout, ofDocument);
+        const BalloonSize size = plate.stack.empty()
+                                     ? SizeOf(plate.look, LabelLines(plate.label, plate.look.shape))
+                                     : SizeOfStack(plate.look, plate.stack);
+        Balloon balloon{
+            OnPage(label, figure), OnPage(label, figure), size.width,
+            size.height,           plate.look.shape,      std::max<std::size_t>(plate.stack.size(), 1)};
         if (!plate.leaders.empty()) balloon.anchor = plate.leaders.front().anchor;
         m_sources.push_back(callout);
         m_balloons.push_back(balloon);
@@ -126,8 +147,10 @@ void CalloutPlates::EndLeaders(const zrk::PickScene& scene, unsigned threads) {
 void CalloutPlates::Place(SheetCallout& callout) const {
     const Balloon& balloon = m_balloons[static_cast<std::size_t>(&callout - m_callouts.data())];
     callout.box = balloon.Box();
-    for (SheetLeader& leader : callout.leaders)
-        leader.end = LeaderEnd(balloon.shape, callout.box, leader.anchor);
+    for (SheetLeader& leader : callout.leaders) {
+        const PageBox box = NearestBalloon(callout.box, balloon.stacked, leader.anchor);
+        leader.end = LeaderEnd(balloon.shape, box, leader.anchor);
+    }
 }
 
 void CalloutPlates::Tidy(const PageBox& model) {

@@ -100,9 +100,14 @@ double Turn(const PagePoint& a, const PagePoint& b, const PagePoint& c) {
     return (b.x - a.x) * (c.y - a.y) - (b.y - a.y) * (c.x - a.x);
 }
 
+PagePoint StartOf(const Balloon& balloon) {
+    const PageBox box = NearestBalloon(balloon.Box(), balloon.stacked, balloon.anchor);
+    return LeaderStart(balloon.shape, box, balloon.anchor);
+}
+
 bool DoLeadersCross(const Balloon& a, const Balloon& b) {
-    const PagePoint p = LeaderStart(a.shape, a.Box(), a.anchor);
-    const PagePoint q = LeaderStart(b.shape, b.Box(), b.anchor);
+    const PagePoint p = StartOf(a);
+    const PagePoint q = StartOf(b);
     return Turn(p, a.anchor, q) * Turn(p, a.anchor, b.anchor) < 0.0 &&
            Turn(q, b.anchor, p) * Turn(q, b.anchor, a.anchor) < 0.0;
 }

@@ -3,6 +3,7 @@
 
 #pragma once
 
+#include <cstddef>
 #include <vector>
 
 #include "app/sheet/Sheet.h"
@@ -16,6 +17,7 @@ struct Balloon {
     double width = 0.0;
     double height = 0.0;
     zrannotations::BalloonShape shape = zrannotations::BalloonShape::Round;
+    std::size_t stacked = 1;  // so many balloons, one below the other
 
     [[nodiscard]] PageBox Box() const {
         return {centre.x - 0.5 * width, centre.y - 0.5 * height, centre.x + 0.5 * width,

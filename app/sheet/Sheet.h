@@ -34,13 +34,14 @@ struct CalloutLook {
     double lineWidth = 1.25;
 };
 
-/// `box` bounds the balloon.
+/// `box` bounds the balloon, or all of a stack.
 struct SheetCallout {
     std::string id;  // legal XML name, stable from run to run
     bool hasItem = false;
     unsigned int itemId = 0;
     std::string label;  // may have lines
     PageBox box;
+    std::vector<std::string> stack;      // what its balloons say, from the top; none: one that says the label
     std::vector<SheetLeader> leaders;    // those that are drawn
     std::vector<std::string> instances;  // paths of all instances that it stands for
     CalloutLook look{};

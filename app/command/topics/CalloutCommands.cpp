@@ -4,6 +4,7 @@
 
 #include "app/command/SceneNames.h"
 #include "app/command/Session.h"
+#include "app/document/StyleChoices.h"
 #include "app/document/UserError.h"
 #include "app/sheet/Figure.h"
 #include "callouts/events/CalloutsDrawWhenHiddenOperationStep.h"
@@ -18,6 +19,7 @@ using CalloutPtr = Document::CalloutPtr;
 using Callouts = std::vector<CalloutPtr>;
 
 void Combine(Session& session, Arguments& arguments) {
+    const auto stack = arguments.TakeOption("stack");
     const Callouts callouts = FindCallouts(session.Doc(), arguments.TakeSome("CALLOUT"));
     if (callouts.size() < 2) throw UserError("one callout alone cannot be combined; name two or more");
     for (const CalloutPtr& callout : callouts) {
@@ -26,7 +28,11 @@ void Combine(Session& session, Arguments& arguments) {
                             "' is combined already; 'dissolve' it first");
         }
     }
-    zrannotations::CombinedCallout::Combine(callouts, nullptr);
+    const auto combined = zrannotations::CombinedCallout::Combine(callouts, nullptr);
+    if (!stack) return;
+    zrannotations::CalloutStyle style = combined->GetStyle();
+    style.stacked = ParseStack(*stack);
+    combined->SetStyle(style);
 }
 
 void Dissolve(Session& session, Arguments& arguments) {
@@ -64,8 +70,9 @@ void Hidden(Session& session, Arguments& arguments) {
 CommandTopic CalloutCommands() {
     return {
         "Callouts",
-        {{"combine", "CALLOUT CALLOUT...", "put callouts together in one balloon",
-          "CALLOUT is an id or a label; patterns mean all that match. The first one gives place and leaders.",
+        {{"combine", "CALLOUT CALLOUT... [stack=on|off]", "put callouts together in one balloon",
+          "CALLOUT is an id or a label; patterns mean all that match. The first one gives place and leaders. "
+          "stack=on makes a stack of balloons with one leader.",
           "combine 3 4 5", Effect::Changes, "Combine Callouts", Combine},
          {"dissolve", "CALLOUT", "take a combined callout apart", "", "dissolve '3, 4, 5'", Effect::Changes,
           "Dissolve Callout", Dissolve},

@@ -20,18 +20,10 @@ std::vector<Document::SbomPtr> TakeParts(const Document& document, Arguments& ar
     return parts;
 }
 
-void CheckLabelIsFree(const Document& document, const std::string& label) {
-    for (const unsigned id : document.Items()->GetItemIds()) {
-        if (!label.empty() && ItemLabel(document, id) == label) {
-            throw UserError("there is an item '" + label + "' already; choose another label");
-        }
-    }
-}
-
 void Add(Session& session, Arguments& arguments) {
     Document& document = session.Doc();
     const std::string label = arguments.TakeOption("label").value_or("");
-    CheckLabelIsFree(document, label);
+    EditsOf(document).ExpectFree(label);
     auto parts = TakeParts(document, arguments);
     std::erase_if(parts, [](const Document::SbomPtr& part) { return part->CarriesItem(); });
     if (parts.empty())
@@ -53,8 +45,7 @@ void Rename(Session& session, Arguments& arguments) {
     const unsigned id = FindItem(document, arguments.Take("ITEM"));
     const std::string label = arguments.Take("LABEL");
     arguments.ExpectEnd();
-    if (label != ItemLabel(document, id)) CheckLabelIsFree(document, label);
-    document.ItemList().SetLabel(id, label, nullptr);
+    EditsOf(document).Relabel(id, label);
 }
 
 void Tag(Session& session, Arguments& arguments) {
@@ -99,26 +90,25 @@ void List(Session& session, Arguments& arguments) {
 }  // namespace
 
 CommandTopic ItemCommands() {
-    return {
-        "Parts list",
-        {{"item add", "PART... [label=LABEL]", "make one item of parts that are in none",
-          "Without a label it gets the next number.", "item add 'Dowel Pin*' label=A", Effect::Changes,
-          "Add Item", Add},
-         {"item remove", "ITEM...", "take items off the list, their callouts with them",
-          "ITEM is a label, or an id such as '#7'. Combined callouts lose the item only.", "item remove 7",
-          Effect::Changes, "Remove Item", Remove},
-         {"item rename", "ITEM LABEL", "give an item a label of its own",
-          "\"\" gives it the next number again.", "item rename 7 7a", Effect::Changes, "Rename Item", Rename},
-         {"item tag", "ITEM TAG", "give an item a tag", "", "item tag 7 M10", Effect::Changes, "Tag Item",
-          Tag},
-         {"item join", "ITEM PART...", "move parts to an item",
-          "Its callout gains leaders to them; an item that is left without parts goes.",
-          "item join 7 'Washer M10'", Effect::Changes, "Join Item", Join},
-         {"item leave", "ITEM PART...", "take parts out of an item", "", "item leave 7 'Washer M10:2'",
-          Effect::Changes, "Leave Item", Leave},
-         {"item clear", "", "take everything off the list", "", "item clear", Effect::Changes, "Clear Items",
-          Clear},
-         {"item list", "", "list the items", "", "item list", Effect::Reads, "", List}}};
+    return {"Parts list",
+            {{"item add", "PART... [label=LABEL]", "make one item of parts that are in none",
+              "Without a label it gets the next number.", "item add 'Dowel Pin*' label=A", Effect::Changes,
+              "Add Item", Add},
+             {"item remove", "ITEM...", "take items off the list, their callouts with them",
+              "ITEM is a label, or an id such as '#7'. Combined callouts lose the item only.",
+              "item remove 7", Effect::Changes, "Remove Item", Remove},
+             {"item rename", "ITEM LABEL", "give an item a label of its own",
+              "\"\" gives it its number again.", "item rename 7 7a", Effect::Changes, "Rename Item", Rename},
+             {"item tag", "ITEM TAG", "give an item a tag", "", "item tag 7 M10", Effect::Changes, "Tag Item",
+              Tag},
+             {"item join", "ITEM PART...", "move parts to an item",
+              "Its callout gains leaders to them; an item that is left without parts goes.",
+              "item join 7 'Washer M10'", Effect::Changes, "Join Item", Join},
+             {"item leave", "ITEM PART...", "take parts out of an item", "", "item leave 7 'Washer M10:2'",
+              Effect::Changes, "Leave Item", Leave},
+             {"item clear", "", "take everything off the list", "", "item clear", Effect::Changes,
+              "Clear Items", Clear},
+             {"item list", "", "list the items", "", "item list", Effect::Reads, "", List}}};
 }
 
 }  // namespace zrsheet

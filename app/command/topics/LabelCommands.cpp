@@ -7,12 +7,66 @@
 #include "app/command/LabelPlace.h"
 #include "app/command/SceneNames.h"
 #include "app/command/Session.h"
+#include "app/document/ItemEdits.h"
 #include "app/document/UserError.h"
 #include "app/sheet/Figure.h"
 #include "callouts/align/Align.h"
 
 namespace zrsheet {
 namespace {
+
+constexpr std::string_view kBetweenMembers = ", ";
+
+/// The items that the label names, one for each part of it.
+std::vector<unsigned> ItemsOf(const zrannotations::Callout& callout) {
+    std::vector<unsigned> items;
+    const auto add = [&items](const zrannotations::Callout& each) {
+        unsigned id = 0;
+        if (each.GetItemId(id)) items.push_back(id);
+    };
+    if (!callout.IsCombined()) add(callout);
+    for (const auto& member : callout.CaptureState().members) {
+        if (member.callout) add(*member.callout);
+    }
+    return items;
+}
+
+std::vector<std::string> Split(const std::string& text) {
+    std::vector<std::string> parts;
+    std::size_t begin = 0;
+    for (std::size_t end = 0; (end = text.find(kBetweenMembers, begin)) != std::string::npos;) {
+        parts.push_back(text.substr(begin, end - begin));
+        begin = end + kBetweenMembers.size();
+    }
+    parts.push_back(text.substr(begin));
+    return parts;
+}
+
+void Type(Session& session, Arguments& arguments) {
+    Document& document = session.Doc();
+    const std::string name = arguments.Take("CALLOUT");
+    const auto callout = FindCallout(document, name);
+    const std::string text = arguments.Take("TEXT");
+    arguments.ExpectEnd();
+    const std::vector<unsigned> items = ItemsOf(*callout);
+    if (items.empty())
+        throw UserError("'" + name + "' has no item; 'label set' gives a callout a text of its own");
+    const auto labels = items.size() == 1 ? std::vector<std::string>{text} : Split(text);
+    if (labels.size() != items.size()) {
+        throw UserError("'" + name + "' stands for " + std::to_string(items.size()) +
+                        " items; give as many labels, such as '3a, 4, 5'");
+    }
+    ItemEdits edits(document.ItemList(), *document.Engine());
+    for (std::size_t i = 0; i < items.size(); ++i) edits.Relabel(items[i], labels[i]);
+}
+
+/// "{line}" begins a new line, as in templates.
+std::string WithLines(std::string text) {
+    constexpr std::string_view kLine = "{line}";
+    for (std::size_t at = 0; (at = text.find(kLine, at)) != std::string::npos; ++at)
+        text.replace(at, kLine.size(), "\n");
+    return text;
+}
 
 void Set(Session& session, Arguments& arguments) {
     const auto callout = FindCallout(session.Doc(), arguments.Take("CALLOUT"));
@@ -22,7 +76,7 @@ void Set(Session& session, Arguments& arguments) {
     if (callout->IsCombined())
         throw UserError("a combined callout says what its members say; 'dissolve' it first");
     callout->SetCustomCallout(true);
-    callout->SetLegacyText(du::Symbol(text));
+    callout->SetLegacyText(du::Symbol(WithLines(text)));
 }
 
 void Reset(Session& session, Arguments& arguments) {
@@ -90,9 +144,13 @@ void Layout(Session& session, Arguments& arguments) {
 
 CommandTopic LabelCommands() {
     return {"Labels",
-            {{"label set", "CALLOUT TEXT", "give a callout a text of its own",
-              "It stays whatever happens to template, item and part.", "label set 7 'see page 12'",
-              Effect::Changes, "Set Label", Set},
+            {{"label", "CALLOUT TEXT", "type what the item of a callout is called",
+              "In the list and by all callouts of the item, which have their templates' texts around it. '' "
+              "gives back the number. For a combined callout as many labels as it has items: '3a, 4, 5'.",
+              "label 7 7a", Effect::Changes, "Type Label", Type},
+             {"label set", "CALLOUT TEXT", "give a callout a text of its own",
+              "It stays whatever happens to template, item and part. {line} begins a new line.",
+              "label set 7 'see page 12'", Effect::Changes, "Set Label", Set},
              {"label reset", "CALLOUT", "let a callout say again what its template says", "",
               "label reset callout-7", Effect::Changes, "Reset Label", Reset},
              {"label move", "CALLOUT... to|by X,Y", "place labels",

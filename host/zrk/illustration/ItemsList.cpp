@@ -304,6 +304,7 @@ bool ItemsList::SetNumber(unsigned id, unsigned number) {
         const auto entry = m_items.find(id);
         if (entry == m_items.end() || entry->second.number == 0 || number == 0) return false;
         Item& item = entry->second;
+        if (!item.customLabel.empty()) return false;
         if (item.number == number) return true;
         if (!m_numbers.Take(LevelOf(item), number)) return false;
         m_numbers.Free(LevelOf(item), std::exchange(item.number, number));
@@ -388,8 +389,6 @@ void ItemsList::RemoveInstance(unsigned id, const SbomPtr& instance) {
 void ItemsList::SetLabel(unsigned id, const std::string& label) {
     ChangeItem(id, [&](Item& item) {
         if (item.customLabel == label) return false;
-        FreeNumber(item);
-        item.number = 0;
         item.customLabel = label;
         GiveNumber(item);
         return true;

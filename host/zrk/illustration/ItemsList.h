@@ -51,7 +51,7 @@ public:
     /// All of an item but its id. An item gets its number when it is made and keeps it, whatever goes before
     /// or after.
     struct Item {
-        std::string customLabel;  // "" for one that is numbered
+        std::string customLabel;  // "" for one that is called by its number
         unsigned number = 0;      // among the items below the same parent; 0 for none
         unsigned parent = 0;      // the item of the next assembly above that has a label, 0 for none
         bool isItemized = true;
