@@ -127,6 +127,8 @@ public:
     /// Files the callout under the ids of the instances and the insets that its leaders go to. The first
     /// member of a combined callout is not filed: the combined callout stands for it. O(leaders x log n).
     void AddToMap(const CalloutPtr& callout);
+    /// The way back from both, for a callout that was not shown.
+    void TakeBack(const CalloutPtr& callout) { OnRemoveCallout(callout); }
     /// Whether a callout that leads to the instance id shows exactly `text`. Takes no engine lock.
     bool Exists(const std::string& instanceId, const std::string& text) const;
     /// Appends the callouts that carry the item id, in the order of the callout set. O(found).

@@ -3,6 +3,7 @@
 #include <fstream>
 #include <iostream>
 
+#include "app/cli/InterruptKey.h"
 #include "app/cli/ProgressBar.h"
 #include "app/cli/Warning.h"
 #include "app/command/ScriptRunner.h"
@@ -29,7 +30,9 @@ bool RunScript(const RunRequest& request) {
                      [&](std::string_view stage, int percent) { progress.Show(stage, percent); },
                      {},
                      ThreadCount(request.threads),
-                     PrintWarning});
+                     PrintWarning,
+                     InterruptKey::WasPressed});
+    const InterruptKey interrupt;
     if (!request.project.empty()) session.OpenProject(request.project);
     ScriptRunner runner(session, std::cerr);
     const bool isDone = runner.Run(script, request.script.string(), request.keepsGoing);

@@ -5,6 +5,7 @@
 #include <functional>
 #include <iostream>
 
+#include "app/cli/InterruptKey.h"
 #include "app/cli/Warning.h"
 #include "app/command/Completer.h"
 #include "app/command/ScriptRunner.h"
@@ -26,7 +27,7 @@ Shell::Shell(const ShellRequest& request)
       m_session(
           {std::cout, [this](std::string_view stage, int percent) { m_progress.Show(stage, percent); },
            m_isTerminal ? std::bind_front(&Shell::Ask, this) : std::function<Session::Answer(std::string)>(),
-           ThreadCount(request.threads), PrintWarning}) {}
+           ThreadCount(request.threads), PrintWarning, InterruptKey::WasPressed}) {}
 
 Shell::~Shell() = default;
 
@@ -60,7 +61,7 @@ void Shell::RunTerminal() {
     while (!m_session.IsQuitting()) {
         try {
             if (!ReadCommand(words)) words = {{"quit", 0}};
-            if (!words.empty()) Interpreter(CommandTable::Get(), m_session).Execute(words);
+            if (!words.empty()) Execute(words);
         } catch (const UserError& error) {
             std::cout.flush();
             std::cerr << error.what() << std::endl;
@@ -70,7 +71,13 @@ void Shell::RunTerminal() {
     m_editor.reset();
 }
 
-// A command that is interrupted, and an empty line, is no words.
+// A command that waits for an answer of the author's is none that runs on.
+void Shell::Execute(const std::vector<Word>& words) {
+    const InterruptKey interrupt;
+    Interpreter(CommandTable::Get(), m_session).Execute(words);
+}
+
+// A line that is interrupted, and an empty line, is no words.
 bool Shell::ReadCommand(std::vector<Word>& words) {
     WordSplitter splitter;
     std::string line;

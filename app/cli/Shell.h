@@ -26,6 +26,7 @@ private:
     bool RunPipe();
     void RunTerminal();
     void OpenFile();
+    void Execute(const std::vector<Word>& words);
     /// False at the end.
     bool ReadCommand(std::vector<Word>& words);
     [[nodiscard]] std::string Prompt() const;

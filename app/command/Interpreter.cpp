@@ -26,6 +26,7 @@ void Interpreter::Execute(const std::vector<Word>& words) {
 
 void Interpreter::Run(const Command& command, Arguments& arguments) {
     m_session.Progress({}, 0);
+    if (m_session.IsInterrupted()) throw Interrupted();
     if (command.effect == Effect::Changes) {
         Change(command, arguments);
         return;
@@ -39,7 +40,9 @@ void Interpreter::Change(const Command& command, Arguments& arguments) {
     const std::size_t entries = document.Scene()->GetHistory().GetUndoCount();
     zrk::Transaction action(document.Scene(), std::string(command.title));
     command.run(m_session, arguments);
+    if (m_session.IsInterrupted()) throw Interrupted();
     document.Settle();
+    if (m_session.IsInterrupted()) throw Interrupted();
     action.Commit();
     m_session.OnAction(entries);
 }

@@ -17,7 +17,8 @@ public:
     Interpreter(const CommandTable& table, Session& session) : m_table(table), m_session(session) {}
 
     /// A command that changes the illustration is one entry of its history. Throws UserError, whose text
-    /// names the command; nothing is changed then. Requires: at least one word.
+    /// names the command; nothing is changed then, nor when the session is interrupted. Requires: at least
+    /// one word.
     void Execute(const std::vector<Word>& words);
 
 private:

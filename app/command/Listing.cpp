@@ -122,7 +122,9 @@ std::string ListStyles(const Document& document) {
                    style.terminator ? std::string(WordOf(*style.terminator)) : "-",
                    style.fontSize ? Rounded(*style.fontSize, 2) : "-",
                    style.lineWidth ? Rounded(*style.lineWidth, 2) : "-",
-                   !style.stacked ? "-" : *style.stacked ? "on" : "off"});
+                   !style.stacked   ? "-"
+                   : *style.stacked ? "on"
+                                    : "off"});
     };
     add("all", document.Style());
     const auto callouts = document.Callouts();

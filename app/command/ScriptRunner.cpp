@@ -22,6 +22,7 @@ bool ScriptRunner::Run(std::istream& script, const std::string& name, bool keeps
             m_session.Out().flush();
             m_errors << name << ':' << reader.Line() << ": " << error.what() << std::endl;
             isDone = false;
+            if (m_session.IsInterrupted()) break;
         }
     }
     return isDone;

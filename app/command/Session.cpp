@@ -19,6 +19,8 @@ void Session::Progress(std::string_view stage, int percent) const {
     if (m_surroundings.progress) m_surroundings.progress(stage, percent);
 }
 
+bool Session::IsInterrupted() const { return m_surroundings.isInterrupted && m_surroundings.isInterrupted(); }
+
 Document& Session::Doc() const {
     static_cast<void>(OpenedProject());
     return m_project->Doc();

@@ -30,6 +30,7 @@ public:
         unsigned threads = 1;
         std::function<void(const std::string& line)> warn =
             {};  // of what is missing in a model that was read
+        std::function<bool()> isInterrupted = {};  // whether the author gives up the command; any thread
     };
 
     /// The surroundings' stream outlives this.
@@ -41,6 +42,8 @@ public:
     /// Wipes what shows the progress.
     [[nodiscard]] std::ostream& Out() const;
     void Progress(std::string_view stage, int percent) const;
+    /// Whether the command that runs is to give up.
+    [[nodiscard]] bool IsInterrupted() const;
     [[nodiscard]] unsigned Threads() const { return m_surroundings.threads; }
 
     [[nodiscard]] bool HasDocument() const { return m_project != nullptr; }

@@ -35,7 +35,7 @@ public:
     explicit ProgressEvent(const ProgressSink& sink) : m_sink(sink) {}
 
     void OnProgress(unsigned char percent) override {
-        if (m_sink) m_sink(percent);
+        if (m_sink && !m_sink(percent)) Cancel();
     }
 
 private:
@@ -260,6 +260,7 @@ void Document::CreateCallouts(const Patterns& patterns, const ProgressSink& prog
     const du::SmartPtr<zrk::AsyncEvent> event(new ProgressEvent(progress));
     zrcallouts::CalloutGenerator::CreateCallouts(m_engine, std::move(selection), event);
     zrk::World::GetWorld()->GetTaskPool()->WaitIdle();
+    if (event->IsCancelled()) throw Interrupted();
 }
 
 // A check that meets nothing leaves a leader as it was. The same view is to give the same leaders whatever

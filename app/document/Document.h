@@ -22,8 +22,8 @@
 
 namespace zrsheet {
 
-/// From 0 to 100; called on any thread, one at a time.
-using ProgressSink = std::function<void(int percent)>;
+/// From 0 to 100; called on any thread, one at a time. Returns whether the work is to go on.
+using ProgressSink = std::function<bool(int percent)>;
 
 /// Needs a host session; one document at a time. One thread. The callouts component is loaded by its name;
 /// its engine leaves the scene when the document closes. What changes while a zrk::Transaction is open on the
@@ -116,7 +116,8 @@ public:
     void SetPlacedByHand(const CalloutPtr& callout, bool isPlaced);
 
     /// Creates the callouts of all listed parts that match and have none, in the task pool, and waits (see
-    /// CalloutUpdate.h). Throws UserError when nothing matches.
+    /// CalloutUpdate.h). Throws UserError when nothing matches, and Interrupted when the sink says so; then
+    /// there are none.
     void CreateCallouts(const Patterns& patterns, const ProgressSink& progress);
     /// Waits for the task pool, answers the picks that find the leaders' ends, and checks anew which leaders
     /// are covered when parts or the camera changed.

@@ -12,4 +12,10 @@ public:
     using std::runtime_error::runtime_error;
 };
 
+/// The author does not want to wait for the end.
+class Interrupted : public UserError {
+public:
+    Interrupted() : UserError("interrupted; nothing was changed") {}
+};
+
 }  // namespace zrsheet

@@ -150,7 +150,10 @@ Sheet MakeSheet(Assembly assembly, const SheetOptions& options, const StageSink&
     document.Items()->Renumber(OrderedItems(document, options.order, options.corner));
     FrameModel(document, options.view);
     const double load = watch.Lap();
-    document.CreateCallouts(options.selection, [&sink](int percent) { sink("Creating callouts", percent); });
+    document.CreateCallouts(options.selection, [&sink](int percent) {
+        sink("Creating callouts", percent);
+        return true;
+    });
     const double create = watch.Lap();
     sink("Finding what is seen", 0);
     document.Settle();

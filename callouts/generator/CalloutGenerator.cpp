@@ -159,6 +159,12 @@ void CalloutGenerator::FinalizeCallouts(const std::vector<CalloutPtr>& callouts)
     }
 }
 
+void CalloutGenerator::Withdraw(const OperationPtr& operation) {
+    for (const auto& callout : m_createdCallouts) m_callouts->TakeBack(callout);
+    m_createdCallouts.clear();
+    operation->Undo();
+}
+
 void CalloutGenerator::PerformLayout() {
     Layout(m_callouts, du::DynamicCast<zrk::ShapeView>(m_view)).Execute(m_createdCallouts);
 }

@@ -47,7 +47,8 @@ public:
                                const du::SmartPtr<zrk::AsyncEvent>& event);
 
     /// Creates the callouts for the selection, one pass for each component, property value or item that its
-    /// parts fall into, and shows them as one recorded operation. O(instances x log instances).
+    /// parts fall into, and shows them as one recorded operation. When the event is cancelled before all are
+    /// made, none is. O(instances x log instances).
     void AddOnSelected(const Selection& selection, const du::SmartPtr<zrk::AsyncEvent>& event);
     /// The same for callouts that the user is about to place: they are laid out, but neither labelled nor
     /// shown nor recorded. An empty operation is made; what the item list needed is a step of it.
@@ -101,6 +102,8 @@ protected:
                                                   bool leafOrWeld);
 
     void FinalizeCallouts(const std::vector<CalloutPtr>& callouts);
+    /// Forgets what was created, and takes back what the operation did to the item list.
+    void Withdraw(const OperationPtr& operation);
     void PerformLayout();
     void ShowCallouts(const std::set<CalloutPtr>& callouts, const OperationPtr& operation);
     void ShowCallouts(const std::vector<CalloutPtr>& callouts, const OperationPtr& operation);

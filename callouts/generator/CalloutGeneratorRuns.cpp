@@ -136,6 +136,10 @@ void CalloutGenerator::AddOnSelected(const Selection& selection, const du::Smart
     ProgressReport progress(event, m_variantsCount, selection.size());
     for (unsigned int pass = 0; pass < m_variantsCount; ++pass) {
         progress.BeginPass();
+        if (event && event->IsCancelled()) {
+            Withdraw(operation);
+            return;
+        }
         AddOnSelectedCategory(TakeCurrentRun(runs));
         NextCategory();
     }

@@ -61,8 +61,10 @@ void CreateAndTell(Session& session, const std::function<void()>& create) {
 }
 
 void CreateForParts(Session& session, const Names& patterns) {
-    session.Doc().CreateCallouts(patterns,
-                                 [&](int percent) { session.Progress("Creating callouts", percent); });
+    session.Doc().CreateCallouts(patterns, [&](int percent) {
+        session.Progress("Creating callouts", percent);
+        return !session.IsInterrupted();
+    });
 }
 
 /// Those that are named, else those that are selected; each pattern matches something.

@@ -8,7 +8,8 @@
 
 namespace zrk {
 
-/// Complete and Progress may be called from any thread; the virtual operations run on the calling one.
+/// Complete, Cancel and Progress may be called from any thread; the virtual operations run on the calling
+/// one.
 class BaseAsyncEvent : public dom::Observer {
 public:
     ~BaseAsyncEvent() override;
@@ -23,10 +24,14 @@ public:
     /// The first call completes the event, then its manager drops it; later calls do nothing.
     void Complete(int status = 0);
     void Progress(unsigned char percent) { OnProgress(percent); }
+    /// Asks whoever works for the event to give up; the event completes as always.
+    void Cancel() { m_isCancelled.store(true, std::memory_order_relaxed); }
+    bool IsCancelled() const { return m_isCancelled.load(std::memory_order_relaxed); }
     bool IsCompleted() const { return m_isCompleted.load(std::memory_order_acquire); }
 
 private:
     std::atomic<bool> m_isCompleted{false};
+    std::atomic<bool> m_isCancelled{false};
 };
 
 }  // namespace zrk

@@ -56,6 +56,25 @@ TEST_F(SessionTest, AsksBeforeChangesAreLost) {
     EXPECT_FALSE(m_session->IsModified());
 }
 
+// Wherever the author loses patience, while callouts are made or after.
+TEST_F(SessionTest, ChangesNothingWhenInterrupted) {
+    int patience = 0;
+    m_session.reset();
+    m_session = std::make_unique<Session>(
+        Session::Surroundings{m_out, {}, {}, 2, {}, [&patience] { return patience >= 0 && --patience < 0; }});
+    patience = -1;
+    RunOnRig("create Pin\n");
+    const std::string before = Dump();
+    for (const int calls : {1, 2, 3}) {
+        patience = calls;
+        EXPECT_TRUE(Run("create\n").ends_with("s:1: command 'create': interrupted; nothing was changed\n"))
+            << calls << m_out.str();
+        patience = -1;
+        EXPECT_EQ(Dump(), before) << calls;
+    }
+    EXPECT_TRUE(Run("create").starts_with("1 callout created"));
+}
+
 TEST_F(SessionTest, KeepsTheDocumentWhenAnotherCannotBeOpened) {
     Write("damaged.zrsheet", "{");
     RunOnRig("hide Pin\nsave a.zrsheet\n");

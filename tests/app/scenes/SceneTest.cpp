@@ -52,10 +52,11 @@ protected:
         m_script = Read(ScriptOf(GetParam()).string());
         Write("script.zrs", m_script);
         Write("sample.glb", SampleBytes());
-        constexpr const char* kOthers = "as1-oc-214.glb";
-        if (m_script.find(kOthers) == std::string::npos) return true;
-        if (!fs::exists(ModelByOthers(kOthers))) return false;
-        fs::copy(ModelByOthers(kOthers), In(kOthers));
+        for (const char* others : {"as1-oc-214.glb", "as1_x32_scale.glb"}) {
+            if (m_script.find(others) == std::string::npos) continue;
+            if (!fs::exists(ModelByOthers(others))) return false;
+            fs::copy(ModelByOthers(others), In(others));
+        }
         return true;
     }
 

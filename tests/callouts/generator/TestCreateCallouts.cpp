@@ -63,6 +63,38 @@ TEST_F(CreateCallouts, TakesTheSelectionOverAndCompletesEvenWithNothingToDo) {
     EXPECT_EQ(UndoCount(), 0U);
 }
 
+/// Gives up when it hears of progress for the so-manyth time.
+class ImpatientEvent : public zrk::AsyncEvent {
+public:
+    explicit ImpatientEvent(int patience) : m_patience(patience) {}
+    void OnProgress(unsigned char) override {
+        if (--m_patience == 0) Cancel();
+    }
+
+private:
+    int m_patience;
+};
+
+TEST_F(CreateCallouts, LeavesNothingBehindWhenCancelled) {
+    UseTemplate({ItemLabel()});
+    AddGrid();
+    for (const int patience : {1, 4}) {
+        const du::SmartPtr<zrk::AsyncEvent> event(new ImpatientEvent(patience));
+        CalloutGenerator::CreateCallouts(m_engine, Select(m_grid), event);
+        WaitForPool();
+        EXPECT_TRUE(event->IsCompleted());
+        EXPECT_EQ(Dump(), "");
+        EXPECT_EQ(UndoCount(), 0U);
+        EXPECT_TRUE(m_engine->GetItemsList()->GetZrkItemList()->GetItemIds().empty());
+        Callouts::CalloutSet registered;
+        m_engine->GetCalloutSetForSbomInstance(m_grid.front().sbom, registered);
+        EXPECT_TRUE(registered.empty()) << patience;
+    }
+    Start(m_grid);
+    WaitForPool();
+    EXPECT_EQ(Shown().size(), static_cast<std::size_t>(kParts)) << "none is taken for there already";
+}
+
 TEST_F(CreateCallouts, EndsLeadersOnTheirPartsSurfaces) {
     m_engine->SetTemplate(MakeTemplate({ItemLabel()}));
     AddGrid();
