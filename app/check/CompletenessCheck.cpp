@@ -78,7 +78,7 @@ private:
     void CheckParts() {
         const auto isPart = [](const SbomPtr& instance) { return !instance->HasChildren(); };
         for (const SbomPtr& instance : m_document.Model().Instances()) {
-            if (isPart(instance) && HasItem(instance)) OpenAbove(instance);
+            if (isPart(instance) && HasNumberedItem(instance)) OpenAbove(instance);
         }
         for (const SbomPtr& instance : m_document.Model().Instances()) {
             if (!isPart(instance) || HasItem(instance) || !IsInScene(instance) || IsStoodFor(instance))
@@ -91,6 +91,11 @@ private:
     bool HasItem(const SbomPtr& instance) const {
         unsigned id = 0;
         return m_document.Items()->GetItemIdForInstance(instance, id);
+    }
+
+    bool HasNumberedItem(const SbomPtr& instance) const {
+        unsigned id = 0;
+        return m_document.Items()->GetItemIdForInstance(instance, id) && m_document.Items()->GetItemized(id);
     }
 
     bool IsInScene(const SbomPtr& instance) const {

@@ -107,6 +107,25 @@ std::vector<Document::SbomPtr> FindInstances(const Document& document, const Nam
     return document.FindInstances(patterns);
 }
 
+std::vector<Document::SbomPtr> Topmost(const std::vector<Document::SbomPtr>& found) {
+    std::vector<Document::SbomPtr> topmost;
+    const std::set<Document::SbomPtr> all(found.begin(), found.end());
+    for (const auto& instance : found) {
+        Document::SbomPtr parent;
+        instance->GetParent(parent);
+        if (!all.contains(parent)) topmost.push_back(instance);
+    }
+    return topmost;
+}
+
+std::vector<Document::SbomPtr> FindAssemblies(const Document& document, const Names& patterns,
+                                              const std::string& what) {
+    auto assemblies = Topmost(FindInstances(document, patterns));
+    std::erase_if(assemblies, [](const auto& instance) { return !instance->HasChildren(); });
+    if (assemblies.empty()) throw UserError("these are parts; a " + what + " is an assembly");
+    return assemblies;
+}
+
 std::vector<Document::ShapePtr> FindShapes(const Document& document, const Names& patterns) {
     for (const std::string& pattern : patterns) {
         if (document.FindShapes({pattern}).empty()) throw NoPart(pattern);

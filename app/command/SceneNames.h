@@ -35,6 +35,11 @@ using Names = std::vector<std::string>;
 [[nodiscard]] Document::CalloutPtr FindCallout(const Document& document, const std::string& name);
 /// The parts and assemblies that match; each pattern matches something.
 [[nodiscard]] std::vector<Document::SbomPtr> FindInstances(const Document& document, const Names& patterns);
+/// What a pattern calls itself, without what is inside of it.
+[[nodiscard]] std::vector<Document::SbomPtr> Topmost(const std::vector<Document::SbomPtr>& found);
+/// The topmost assemblies that match, to make a `what` of them: at least one.
+[[nodiscard]] std::vector<Document::SbomPtr> FindAssemblies(const Document& document, const Names& patterns,
+                                                            const std::string& what);
 /// The parts in the scene that match; each pattern matches one.
 [[nodiscard]] std::vector<Document::ShapePtr> FindShapes(const Document& document, const Names& patterns);
 

@@ -4,6 +4,8 @@
 #include <map>
 #include <string>
 
+#include "app/document/Kits.h"
+
 namespace zrsheet {
 namespace {
 
@@ -55,9 +57,12 @@ std::vector<CalloutUpdate::SbomPtr> CalloutUpdate::Missing(const std::vector<Sbo
     const auto& engine = m_document.Engine();
     if (!engine->GetTemplate()->RequiresItemList()) return MissingOfTemplate(instances);
     std::map<unsigned, std::vector<SbomPtr>> byItem;
+    std::set<SbomPtr> known;
     for (const SbomPtr& instance : instances) {
         unsigned id = 0;
-        if (m_document.Items()->GetItemIdForInstance(instance, id)) byItem[id].push_back(instance);
+        const SbomPtr standIn = StandIn(*m_document.Items(), instance);
+        if (!standIn || !known.insert(standIn).second) continue;
+        if (m_document.Items()->GetItemIdForInstance(standIn, id)) byItem[id].push_back(standIn);
     }
     std::vector<SbomPtr> missing;
     for (auto& [id, members] : byItem) {

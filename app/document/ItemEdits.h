@@ -18,7 +18,8 @@ public:
     /// Both outlive this.
     ItemEdits(zritemlist::ItemList& list, zrcallouts::Callouts& engine) : m_list(list), m_engine(engine) {}
 
-    /// The item goes, its callouts first; a combined callout only loses it, and dissolves when one is left.
+    /// The item goes, its callouts first, and with a kit its contents; a combined callout only loses it, and
+    /// dissolves when one is left.
     void Delete(unsigned id);
     /// All items go, and every callout that has one.
     void Clear();
@@ -39,11 +40,23 @@ public:
     /// They are assemblies again, and their parts are listed: with equal ones where the list is flat.
     void Unweld(const std::vector<SbomPtr>& welds);
 
+    /// Each of the assemblies, and all that are equal to it, is a kit from now on (see Kits.h). Throws
+    /// UserError for one in a kit or weld.
+    void MakeKits(const std::vector<SbomPtr>& assemblies);
+    /// They and their equals are no kits any more; their parts are listed again: with equal ones where the
+    /// list is flat, else with whatever is missing in the product.
+    void Unpack(const std::vector<SbomPtr>& kits);
+
 private:
     zritemlist::ItemList::OperationPtr OpenOperation() const;
     void SetWeld(const SbomPtr& assembly, bool isWeld);
     void LeaveOrDelete(const SbomPtr& instance);
     void List(const SbomPtr& instance);
+    /// The item of equal parts; false when there is none.
+    bool FindEqual(const SbomPtr& instance, unsigned& id) const;
+    /// Below the assembly, by itself or, where the list is hierarchical, with its own item.
+    void ListBelow(const SbomPtr& assembly);
+    void ListContents(const std::vector<SbomPtr>& kits);
     void RemoveLeaderless(unsigned id);
 
     zritemlist::ItemList& m_list;

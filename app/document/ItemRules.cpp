@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "app/document/InstancePattern.h"
+#include "app/document/Kits.h"
 
 namespace zrsheet {
 namespace {
@@ -52,7 +53,8 @@ bool IsWanted(const Document& document, unsigned id, const ItemRules& rules) {
     const SbomInstance* product = document.Model().Root().get();
     const auto instances = document.Items()->GetOrderedInstances(id);
     return std::any_of(instances.begin(), instances.end(), [&](const auto& instance) {
-        return IsOnLevel(*instance, product, rules.level) && !IsSkipped(document, *instance, rules);
+        return !IsInKit(*document.Items(), *instance) && IsOnLevel(*instance, product, rules.level) &&
+               !IsSkipped(document, *instance, rules);
     });
 }
 

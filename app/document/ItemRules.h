@@ -28,7 +28,8 @@ struct ItemRules {
 };
 
 /// Lists what is missing and makes items take part in numbering, or not, as the rules say. Items that the
-/// author made stay as they are. Each change can be undone. O(instances x patterns).
+/// author made stay as they are, and nothing in a kit takes part. Each change can be undone. O(instances x
+/// patterns).
 void UpdateItems(Document& document, const ItemRules& rules);
 
 }  // namespace zrsheet

@@ -41,10 +41,10 @@ struct SheetCallout {
     unsigned int itemId = 0;
     std::string label;  // may have lines
     PageBox box;
-    std::vector<std::string> stack;      // what its balloons say, from the top; none: one that says the label
     std::vector<SheetLeader> leaders;    // those that are drawn
     std::vector<std::string> instances;  // paths of all instances that it stands for
     CalloutLook look{};
+    std::vector<std::string> stack{};  // what its balloons say, from the top; none: one that says the label
 };
 
 struct SheetCircle {

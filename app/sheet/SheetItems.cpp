@@ -2,6 +2,7 @@
 
 #include <utility>
 
+#include "app/document/Kits.h"
 #include "app/document/ProductModel.h"
 
 namespace zrsheet {
@@ -25,6 +26,11 @@ SheetItem ItemOf(const zrk::illustration::ItemsList& items, unsigned id, bool is
     return item;
 }
 
+bool IsContentOfKit(const zrk::illustration::ItemsList& items, unsigned id) {
+    const auto instances = items.GetOrderedInstances(id);
+    return !instances.empty() && IsInKit(items, *instances.front());
+}
+
 }  // namespace
 
 std::vector<SheetItem> ListedItems(const zrk::illustration::ItemsList& items) {
@@ -33,7 +39,9 @@ std::vector<SheetItem> ListedItems(const zrk::illustration::ItemsList& items) {
     std::vector<SheetItem> listed;
     for (const unsigned id : items.GetItemIds()) {
         SheetItem item = ItemOf(items, id, numbering.hierarchical);
-        if (!item.label.empty()) listed.push_back(std::move(item));
+        const bool isContent = item.label.empty() && IsContentOfKit(items, id);
+        if (isContent && !numbering.hierarchical) item.level = 1;
+        if (isContent || !item.label.empty()) listed.push_back(std::move(item));
     }
     return listed;
 }

@@ -28,7 +28,7 @@ struct CalloutStyle {
     std::optional<Terminator> terminator;
     std::optional<double> fontSize;   // pixels of the page
     std::optional<double> lineWidth;  // of the balloon, in pixels of the page; leaders go with it
-    std::optional<bool> stacked;      // a combined callout: a balloon for each member, one below the other
+    std::optional<bool> stacked{};    // a combined callout: a balloon for each member, one below the other
 
     friend bool operator==(const CalloutStyle&, const CalloutStyle&) = default;
 };

@@ -9,11 +9,13 @@
 #include "app/command/SceneNames.h"
 #include "app/command/Session.h"
 #include "app/document/CalloutUpdate.h"
+#include "app/document/Kits.h"
 #include "app/document/UserError.h"
 #include "app/sheet/Figure.h"
 #include "callouts/generator/CalloutGenerator.h"
 #include "zrk/annotation/AnnoSet.h"
 #include "zrk/operation/History.h"
+#include "zrk/scene/PickScene.h"
 
 namespace zrsheet {
 namespace {
@@ -136,6 +138,47 @@ void CreateOnSymbols(Session& session, Arguments& arguments) {
     CreateAndTell(session, [&] { zrcallouts::CalloutGenerator(document.Engine()).AddOnSymbols(instances); });
 }
 
+/// What is seen at the pixel of the picture.
+zrk::PickResult SeenAt(const Document& document, const PagePoint& pixel) {
+    dg::Camera3D camera;
+    document.View()->GetCamera(camera);
+    const auto seen = document.Scene()->GetPickScene()->Pick(camera.PixelRay(pixel.x, pixel.y), du::Flags());
+    if (seen.empty())
+        throw UserError("there is no part at that pixel; 'list callouts' shows pixels of labels");
+    return seen.front();
+}
+
+/// A callout of the author's own making, which the engine numbers and admits.
+void CreateAt(Session& session, Arguments& arguments) {
+    Document& document = session.Doc();
+    const PagePoint pixel = arguments.TakePoint("X,Y");
+    const bool isPlaced = arguments.TakeKeyword("to");
+    const PagePoint place = isPlaced ? arguments.TakePoint("X,Y") : PagePoint();
+    arguments.ExpectEnd();
+    const zrk::PickResult seen = SeenAt(document, pixel);
+    const auto shape = du::DynamicCast<zrk::ShapeInstance>(seen.GetObject());
+    du::SmartPtr<zrk::Instance> instance;
+    dg::Location location;
+    shape->GetInstance(instance);
+    shape->GetLocation(location);
+    const CalloutPtr callout(new zrannotations::Callout);
+    const Document::SbomPtr part(instance->GetSbomInstance());
+    const Document::SbomPtr standIn = part ? StandIn(*document.Items(), part) : part;
+    if (part && !standIn) throw UserError("the part takes no part in numbering; 'item update' says which do");
+    callout->Initialize(document.Engine()->GetTemplate(), shape, false, standIn != part ? standIn : nullptr);
+    callout->SetAnchor(seen.GetPoint() * location.GetXform().Invert(), 0);
+    du::SmartPtr<zrk::Operation> operation = document.Scene()->GetHistory().GetOpenOperation();
+    const std::size_t before = document.Callouts().size();
+    zrcallouts::CalloutGenerator(document.Engine()).AddCallouts({callout}, operation);
+    if (document.Callouts().size() == before) throw UserError("this part has that callout already");
+    if (!isPlaced) {
+        LayOutLabels(document, {callout});
+        return;
+    }
+    PlaceLabel(document, callout, place);
+    document.SetPlacedByHand(callout, true);
+}
+
 zrcallouts::CalloutGenerator::Selection SelectionOf(const std::vector<Document::SbomPtr>& instances) {
     zrcallouts::CalloutGenerator::Selection selection;
     for (const auto& instance : instances) {
@@ -176,6 +219,9 @@ CommandTopic CreationCommands() {
               "where it is; where instances share a balloon, it gains leaders to new ones. With a template "
               "of properties alone, such as {property:Material}, there is a callout for each value.",
               "create 'Hex Bolt*' leaders=all", Effect::Changes, "Create Callouts", Create},
+             {"create at", "X,Y [to X,Y]", "create a callout for what is seen at a pixel of the picture",
+              "Its leader ends there. The label is placed at the second pixel, or where there is room.",
+              "create at 640,500 to 900,620", Effect::Changes, "Create Callout", CreateAt},
              {"create items", "ITEM... [template=TEMPLATE]", "create callouts for items of the list",
               "With that template from now on; callouts that the items have already take it.",
               "create items 4 7 template=count", Effect::Changes, "Create Callouts", CreateForItems},

@@ -1,5 +1,7 @@
 #include "app/command/topics/ItemCommands.h"
 
+#include <array>
+
 #include "app/command/Listing.h"
 #include "app/command/SceneNames.h"
 #include "app/command/Session.h"
@@ -77,6 +79,18 @@ void Leave(Session& session, Arguments& arguments) {
     RemoveEmptyItems(document);
 }
 
+void Kit(Session& session, Arguments& arguments) {
+    static constexpr std::array<std::string_view, 2> kStates{"off", "on"};
+    const Document& document = session.Doc();
+    const bool isOn = arguments.TakeOneOf(kStates) == "on";
+    const auto assemblies = FindAssemblies(document, arguments.TakeSome("PART"), "kit");
+    if (isOn) {
+        EditsOf(document).MakeKits(assemblies);
+    } else {
+        EditsOf(document).Unpack(assemblies);
+    }
+}
+
 void Clear(Session& session, Arguments& arguments) {
     arguments.ExpectEnd();
     EditsOf(session.Doc()).Clear();
@@ -90,25 +104,31 @@ void List(Session& session, Arguments& arguments) {
 }  // namespace
 
 CommandTopic ItemCommands() {
-    return {"Parts list",
-            {{"item add", "PART... [label=LABEL]", "make one item of parts that are in none",
-              "Without a label it gets the next number.", "item add 'Dowel Pin*' label=A", Effect::Changes,
-              "Add Item", Add},
-             {"item remove", "ITEM...", "take items off the list, their callouts with them",
-              "ITEM is a label, or an id such as '#7'. Combined callouts lose the item only.",
-              "item remove 7", Effect::Changes, "Remove Item", Remove},
-             {"item rename", "ITEM LABEL", "give an item a label of its own",
-              "\"\" gives it its number again.", "item rename 7 7a", Effect::Changes, "Rename Item", Rename},
-             {"item tag", "ITEM TAG", "give an item a tag", "", "item tag 7 M10", Effect::Changes, "Tag Item",
-              Tag},
-             {"item join", "ITEM PART...", "move parts to an item",
-              "Its callout gains leaders to them; an item that is left without parts goes.",
-              "item join 7 'Washer M10'", Effect::Changes, "Join Item", Join},
-             {"item leave", "ITEM PART...", "take parts out of an item", "", "item leave 7 'Washer M10:2'",
-              Effect::Changes, "Leave Item", Leave},
-             {"item clear", "", "take everything off the list", "", "item clear", Effect::Changes,
-              "Clear Items", Clear},
-             {"item list", "", "list the items", "", "item list", Effect::Reads, "", List}}};
+    return {
+        "Parts list",
+        {{"item add", "PART... [label=LABEL]", "make one item of parts that are in none",
+          "Without a label it gets the next number.", "item add 'Dowel Pin*' label=A", Effect::Changes,
+          "Add Item", Add},
+         {"item remove", "ITEM...", "take items off the list, their callouts with them",
+          "ITEM is a label, or an id such as '#7'. Combined callouts lose the item only.", "item remove 7",
+          Effect::Changes, "Remove Item", Remove},
+         {"item rename", "ITEM LABEL", "give an item a label of its own", "\"\" gives it its number again.",
+          "item rename 7 7a", Effect::Changes, "Rename Item", Rename},
+         {"item tag", "ITEM TAG", "give an item a tag", "", "item tag 7 M10", Effect::Changes, "Tag Item",
+          Tag},
+         {"item join", "ITEM PART...", "move parts to an item",
+          "Its callout gains leaders to them; an item that is left without parts goes.",
+          "item join 7 'Washer M10'", Effect::Changes, "Join Item", Join},
+         {"item leave", "ITEM PART...", "take parts out of an item", "", "item leave 7 'Washer M10:2'",
+          Effect::Changes, "Leave Item", Leave},
+         {"item kit", "on|off PART...", "let assemblies be kits",
+          "A kit is ordered, numbered and called out as one, and so are all assemblies that are equal to it. "
+          "What is in it is listed below it, with quantities but without numbers and callouts of its own, "
+          "whatever 'item update' says. off lists its parts as others.",
+          "item kit on '/Housing Assembly/Inspection Cover Assembly'", Effect::Changes, "Mark Kit", Kit},
+         {"item clear", "", "take everything off the list", "", "item clear", Effect::Changes, "Clear Items",
+          Clear},
+         {"item list", "", "list the items", "", "item list", Effect::Reads, "", List}}};
 }
 
 }  // namespace zrsheet

@@ -56,18 +56,6 @@ void Remove(Session& session, Arguments& arguments) {
     }
 }
 
-/// What the pattern calls itself, without what is inside of it.
-std::vector<Document::SbomPtr> Topmost(const std::vector<Document::SbomPtr>& found) {
-    std::vector<Document::SbomPtr> topmost;
-    const std::set<Document::SbomPtr> all(found.begin(), found.end());
-    for (const auto& instance : found) {
-        Document::SbomPtr parent;
-        instance->GetParent(parent);
-        if (!all.contains(parent)) topmost.push_back(instance);
-    }
-    return topmost;
-}
-
 void Rename(Session& session, Arguments& arguments) {
     Document& document = session.Doc();
     const Names patterns = arguments.TakeSome("PART", {"to"});
@@ -88,9 +76,7 @@ void Weld(Session& session, Arguments& arguments) {
     static constexpr std::array<std::string_view, 2> kStates{"off", "on"};
     Document& document = session.Doc();
     const bool isOn = arguments.TakeOneOf(kStates) == "on";
-    std::vector<Document::SbomPtr> assemblies = Topmost(FindInstances(document, arguments.TakeSome("PART")));
-    std::erase_if(assemblies, [](const auto& instance) { return !instance->HasChildren(); });
-    if (assemblies.empty()) throw UserError("these are parts; a weld is an assembly");
+    const auto assemblies = FindAssemblies(document, arguments.TakeSome("PART"), "weld");
     ItemEdits edits(document.ItemList(), *document.Engine());
     if (isOn) {
         edits.Weld(assemblies);

@@ -15,7 +15,7 @@ TEST_F(ScriptErrors, SayWhatIsWrongAndWhatToDo) {
     const std::vector<Row> rows{
         {"frob", "'frob' is no command; 'help' lists them"},
         {"item frob 3",
-         "command 'item': it goes on with one of add, clear, join, leave, list, lock, number, remove, "
+         "command 'item': it goes on with one of add, clear, join, kit, leave, list, lock, number, remove, "
          "rename, tag, "
          "unlock, update, "
          "not with "
