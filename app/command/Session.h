@@ -29,7 +29,7 @@ public:
         std::function<Answer(const std::string& question)> ask;             // empty: nobody is there to ask
         unsigned threads = 1;
         std::function<void(const std::string& line)> warn =
-            {};  // of what is missing in a model that was read
+            {};                                    // of what is missing in a model that was read
         std::function<bool()> isInterrupted = {};  // whether the author gives up the command; any thread
     };
 
