@@ -34,6 +34,11 @@ bool AnchorPixel(const Callout& callout, unsigned position, const dg::Camera3D& 
     return true;
 }
 
+/// Whether all that the callout leads to is out of sight: on the page its balloon would point at nothing.
+bool LeadsNowhere(const Callout& callout) {
+    return callout.GetLeaderLineCount(false) > 0 && callout.GetDrawnLeaders().empty();
+}
+
 /// The ink with most of the ground mixed in, "#rrggbb".
 std::string Dimmed(const std::string& ink, const dg::Color& ground) {
     constexpr double kGroundShare = 0.6;
@@ -184,10 +189,18 @@ void CalloutPlates::StoreLabels() const {
 
 std::vector<PageBox> CalloutPlates::Boxes() const {
     std::vector<PageBox> boxes;
-    for (const SheetCallout& callout : m_callouts) boxes.push_back(callout.box);
+    for (std::size_t i = 0; i < m_callouts.size(); ++i) {
+        if (!LeadsNowhere(*m_sources[i])) boxes.push_back(m_callouts[i].box);
+    }
     return boxes;
 }
 
-std::vector<SheetCallout> CalloutPlates::Take() { return std::move(m_callouts); }
+std::vector<SheetCallout> CalloutPlates::Take() {
+    std::vector<SheetCallout> shown;
+    for (std::size_t i = 0; i < m_callouts.size(); ++i) {
+        if (!LeadsNowhere(*m_sources[i])) shown.push_back(std::move(m_callouts[i]));
+    }
+    return shown;
+}
 
 }  // namespace zrsheet

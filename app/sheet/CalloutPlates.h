@@ -30,6 +30,9 @@ public:
     void Move(const PagePoint& move);
     /// Moves the callouts' labels to where the balloons are now.
     void StoreLabels() const;
+
+    /// Of what the page shows: a callout whose parts are all hidden or gone is placed like the others, so
+    /// that it stands well once they are back, but until then its balloon would point at nothing.
     [[nodiscard]] std::vector<PageBox> Boxes() const;
     [[nodiscard]] std::vector<SheetCallout> Take();
 

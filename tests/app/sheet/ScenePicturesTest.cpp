@@ -132,6 +132,18 @@ TEST_F(ScenePictures, ALeaderThroughAGlassEndsWhereTheGlassShowsItsEnd) {
     EXPECT_TRUE(Plate("2").leaders.empty());
 }
 
+TEST_F(ScenePictures, ACalloutWhosePartIsHiddenKeepsItsPlaceForLater) {
+    const auto shown = PlatesOf(1).Take();
+    ASSERT_EQ(shown.size(), 2U);
+    const auto part = m_document.Callouts()[1]->GetShapeInstanceAtPos(0);
+    m_document.Scene()->SetVisible(part, false);
+    CalloutPlates plates = PlatesOf(1);
+    EXPECT_EQ(plates.Boxes().size(), 1U);
+    EXPECT_EQ(plates.Take().size(), 1U);
+    m_document.Scene()->SetVisible(part, true);
+    EXPECT_EQ(PlatesOf(1).Take()[1].box.x0, shown[1].box.x0);
+}
+
 // Covered leaders keep the tone between the ink and the ground that they are seen on.
 TEST_F(ScenePictures, CoveredLeadersAreDashedAndTakeOnTheGround) {
     struct Case {
