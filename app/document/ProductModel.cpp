@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cfloat>
 #include <map>
+#include <optional>
 #include <utility>
 
 #include "app/document/Structure.h"
@@ -23,6 +24,18 @@ constexpr const char* kNameProperty = "Name";
 
 dg::Location LocationOf(const AssemblyNode& node) { return dg::Location(dg::DMat44(node.matrix)); }
 
+/// Where a drawing has lines: not where faces go over into each other.
+std::optional<zrg::Shape::Creases> CreasesOf(const AssemblyPart& part) {
+    if (part.edges.empty()) return std::nullopt;
+    zrg::Shape::Creases creases;
+    for (const AssemblyEdge& edge : part.edges) {
+        if (edge.isSmooth) continue;
+        for (std::size_t i = 1; i < edge.vertices.size(); ++i)
+            creases.insert(creases.end(), {edge.vertices[i - 1], edge.vertices[i]});
+    }
+    return creases;
+}
+
 /// Makes each part's definition once, when it is first met.
 class Components {
 public:
@@ -42,7 +55,9 @@ private:
     du::SmartPtr<zrk::Shape> ShapeOf(const AssemblyNode& node) {
         if (node.part < 0) return nullptr;
         AssemblyPart& part = m_assembly.parts[static_cast<std::size_t>(node.part)];
-        return new zrk::Shape(new zrg::Shape(std::move(part.positions), std::move(part.indices)));
+        auto creases = CreasesOf(part);
+        return new zrk::Shape(
+            new zrg::Shape(std::move(part.positions), std::move(part.indices), std::move(creases)));
     }
 
     Assembly& m_assembly;

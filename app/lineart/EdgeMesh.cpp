@@ -63,16 +63,24 @@ double AngleBetween(const dg::DVec3& a, const dg::DVec3& b) {
 }  // namespace
 
 EdgeMesh::EdgeMesh(const zrg::Shape& shape, double creaseAngle) {
-    TakeFaces(shape);
+    const VertexNumbers numbers = TakeFaces(shape);
     FindEdges();
     LevelSlivers();
-    FindSharpEdges(creaseAngle);
+    if (shape.GetCreases()) {
+        TakeSharpEdges(*shape.GetCreases(), numbers);
+    } else {
+        FindSharpEdges(creaseAngle);
+    }
+    m_isFaceted = std::all_of(m_edges.begin(), m_edges.end(), [this](const Edge& edge) {
+        return edge.isSharp ||
+               m_faceNormals[edge.faces[0]].Cross(m_faceNormals[edge.faces[1]]).Length() <= kFlat;
+    });
     TurnOutwards();
     SmoothNormals(creaseAngle);
     ChainSharpEdges();
 }
 
-void EdgeMesh::TakeFaces(const zrg::Shape& shape) {
+EdgeMesh::VertexNumbers EdgeMesh::TakeFaces(const zrg::Shape& shape) {
     const auto positions = shape.GetPositions();
     std::vector<Place> places(positions.size() / 3);
     m_vertices.resize(places.size());
@@ -88,7 +96,7 @@ void EdgeMesh::TakeFaces(const zrg::Shape& shape) {
         }
     }
     m_size = places.empty() ? 0.0 : (high - low).Length();
-    const std::vector<std::uint32_t> welded = WeldVertices(places);
+    VertexNumbers welded = WeldVertices(places);
     const auto indices = shape.GetIndices();
     m_faces.resize(shape.GetTriangleCount());
     m_faceNormals.resize(m_faces.size());
@@ -101,8 +109,10 @@ void EdgeMesh::TakeFaces(const zrg::Shape& shape) {
         m_faceNormals[i] = normal.Normalized();
         m_faceAreas[i] = 0.5 * normal.Length();
     }
+    return welded;
 }
 
+// In the order of their vertices, the lower one first.
 void EdgeMesh::FindEdges() {
     struct Side {
         std::uint32_t low;
@@ -161,17 +171,29 @@ void EdgeMesh::LevelSlivers() {
     }
 }
 
+// A crease is the file's word for it, however little the faces turn; and elsewhere they may turn as much as
+// coarse triangles make them.
+void EdgeMesh::TakeSharpEdges(const zrg::Shape::Creases& creases, const VertexNumbers& numbers) {
+    const auto ends = [](std::uint32_t a, std::uint32_t b) {
+        return std::pair(std::min(a, b), std::max(a, b));
+    };
+    for (Edge& edge : m_edges) edge.isSharp = edge.isMany || edge.faces[1] == kNone;
+    for (std::size_t i = 0; i + 1 < creases.size(); i += 2) {
+        const auto wanted = ends(numbers[creases[i]], numbers[creases[i + 1]]);
+        const auto found = std::lower_bound(
+            m_edges.begin(), m_edges.end(), wanted,
+            [&](const Edge& edge, const auto& pair) { return ends(edge.from, edge.to) < pair; });
+        if (found != m_edges.end() && ends(found->from, found->to) == wanted) found->isSharp = true;
+    }
+}
+
 void EdgeMesh::FindSharpEdges(double creaseAngle) {
     const double creaseCosine = std::cos(creaseAngle * std::numbers::pi / 180.0);
     for (Edge& edge : m_edges) {
-        if (edge.isMany || edge.faces[1] == kNone) {
-            edge.isSharp = true;
-            continue;
-        }
-        const dg::DVec3& a = m_faceNormals[edge.faces[0]];
-        const dg::DVec3 b = m_faceNormals[edge.faces[1]] * (edge.isTwisted ? -1.0 : 1.0);
-        edge.isSharp = a.Dot(b) < creaseCosine;
-        if (!edge.isSharp && a.Cross(b).Length() > kFlat) m_isFaceted = false;
+        edge.isSharp =
+            edge.isMany || edge.faces[1] == kNone ||
+            m_faceNormals[edge.faces[0]].Dot(m_faceNormals[edge.faces[1]]) * (edge.isTwisted ? -1.0 : 1.0) <
+                creaseCosine;
     }
 }
 

@@ -40,7 +40,8 @@ public:
         bool IsClosed() const { return vertices.size() > 2 && vertices.front() == vertices.back(); }
     };
 
-    /// `creaseAngle` in degrees: smooth edges turn less. Cost: n log n of the triangles.
+    /// `creaseAngle` in degrees: smooth edges turn less, unless the shape tells which edges are creases.
+    /// Cost: n log n of the triangles.
     EdgeMesh(const zrg::Shape& shape, double creaseAngle);
 
     const std::vector<dg::DPoint3D>& Vertices() const { return m_vertices; }
@@ -61,9 +62,13 @@ public:
     double Size() const { return m_size; }
 
 private:
-    void TakeFaces(const zrg::Shape& shape);
+    using VertexNumbers = std::vector<std::uint32_t>;
+
+    /// Returns the number of the vertex that stands for each of the shape's.
+    VertexNumbers TakeFaces(const zrg::Shape& shape);
     void FindEdges();
     void LevelSlivers();
+    void TakeSharpEdges(const zrg::Shape::Creases& creases, const VertexNumbers& numbers);
     void FindSharpEdges(double creaseAngle);
     void TurnOutwards();
     void SmoothNormals(double creaseAngle);

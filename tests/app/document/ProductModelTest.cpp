@@ -1,5 +1,6 @@
 #include "app/document/ProductModel.h"
 
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -59,6 +60,23 @@ TEST(ProductModel, FillsTheViewWhateverTheDirection) {
     }
     model.LookAt(ParseViewDirection("0.1,-20,0.3"), 300, 900, 10.0);
     ExpectTight(model, 300, 900, 10.0);
+}
+
+// Lines are drawn where a CAD file's faces crease, and where it knows triangles only by their angles.
+TEST(ProductModel, KeepsCreasesButNoSmoothEdges) {
+    AssemblyMaker maker;
+    const int told = maker.Box("Told", 1, 2, 3);
+    maker.Node("a", -1, told);
+    maker.Node("b", -1, maker.Box("Untold", 3, 2, 1));
+    Assembly assembly = maker.Get();
+    assembly.parts[static_cast<std::size_t>(told)].edges = {
+        {false, {0, 1, 3}}, {true, {1, 5}}, {false, {4, 5}}};
+    const zrkapp::illustration::HostSession session(1);
+    const ProductModel model(std::move(assembly));
+    std::vector<std::optional<zrg::Shape::Creases>> found;
+    for (const auto& part : model.Scene()->GetShapeInstances())
+        found.push_back(part->GetShape()->GetShapeData()->GetCreases());
+    EXPECT_THAT(found, testing::UnorderedElementsAre(zrg::Shape::Creases{0, 1, 1, 3, 4, 5}, std::nullopt));
 }
 
 // Parts in places that other assemblies moved and turned stand where the file put them.

@@ -89,6 +89,38 @@ TEST(LineArt, DrawsADrumAsTwoEllipsesAndTwoStraightLines) {
     EXPECT_GT(length, 1.5 * ellipse + straight - 12.0) << "the rim and the contour are one where they touch";
 }
 
+/// A drum whose rims are creases, and so many uprights of its mantle.
+ShapePtr CreasedDrum(int sides, std::uint32_t uprights) {
+    const ShapePtr drum = Drum(100.0, 120, sides);
+    const auto count = static_cast<std::uint32_t>(sides);
+    zrg::Shape::Creases creases;
+    for (std::uint32_t i = 0; i < count; ++i) {
+        const std::uint32_t low = 2 + 2 * i;
+        const std::uint32_t next = 2 + 2 * ((i + 1) % count);
+        creases.insert(creases.end(), {low, next, low + 1, next + 1});
+        if (i < uprights) creases.insert(creases.end(), {low + 1, low});
+    }
+    return ShapePtr(new zrg::Shape({drum->GetPositions().begin(), drum->GetPositions().end()},
+                                   {drum->GetIndices().begin(), drum->GetIndices().end()},
+                                   std::move(creases)));
+}
+
+// However much facets turn in what the file knows to be one face, and however little where it knows two.
+TEST(LineArt, BelievesTheFileWhereFacesCrease) {
+    const auto uprights = [](const ShapePtr& shape) {
+        ArtStage stage;
+        stage.Add(shape, Turned({1, 0, 0}, -90, {0, -60, 0}));
+        stage.LookFrom({0, 0.5, std::sqrt(0.75)});
+        const auto strokes = stage.Strokes();
+        return std::count_if(strokes.begin(), strokes.end(), [](const Stroke& stroke) {
+            return stroke.Length() > 60.0 && std::abs(stroke.from.x - stroke.to.x) < 1.0;
+        });
+    };
+    EXPECT_EQ(uprights(Drum(100.0, 120, 8)), 5) << "nothing is told, and five of the corners are seen";
+    EXPECT_EQ(uprights(CreasedDrum(8, 0)), 2) << "the contours";
+    EXPECT_EQ(uprights(CreasedDrum(36, 36)), 18 + 1) << "half of them";
+}
+
 // The tip of a rim and the contour that begins there come from different rules.
 TEST(LineArt, LeavesNoGapInTheOutlineOfARoundPart) {
     for (const int sides : {16, 24, 37}) {
