@@ -251,15 +251,16 @@ void AddModelLines(Node parent, const DrawnModel& model) {
     }
 }
 
-void AddHotspots(Node parent, const Sheet& sheet, IdTable& ids) {
-    if (sheet.hotspots.empty()) return;
+void AddHotspots(Node parent, const std::vector<SheetHotspot>& hotspots, const PageBox& box,
+                 const std::string& prefix, IdTable& ids) {
+    if (hotspots.empty()) return;
     Node group = AddGroup(parent, "hotspots");
-    Set(group, "transform", "translate(" + Number(sheet.figure.x0) + " " + Number(sheet.figure.y0) + ")");
-    for (const SheetHotspot& hotspot : sheet.hotspots) {
+    Set(group, "transform", "translate(" + Number(box.x0) + " " + Number(box.y0) + ")");
+    for (const SheetHotspot& hotspot : hotspots) {
         PathText path;
         for (const auto& ring : hotspot.rings) path.Add(ring, true);
         Node node = AddPath(group, "hotspot", path);
-        Set(node, "id", ids.Take("", hotspot.id));
+        Set(node, "id", ids.Take(prefix, hotspot.id));
         if (hotspot.hasItem) {
             Set(node, "data-item", std::to_string(hotspot.itemId));
             Set(node, "data-label", CleanText(hotspot.label));
@@ -298,7 +299,7 @@ void AddFigure(Node svg, const Sheet& sheet, const DrawnModel& model, IdTable& i
     if (sheet.look.mode == PictureMode::Line && !isPlain) AddGround(svg, sheet, ids);
     if (!sheet.picture.pixels.empty()) Set(AddImage(svg, sheet.picture, sheet.figure), "class", "picture");
     Node group = AddGroup(svg, ("model " + std::string(WordOf(sheet.look.mode))).c_str());
-    AddHotspots(group, sheet, ids);
+    AddHotspots(group, sheet.hotspots, sheet.figure, "", ids);
     AddModelLines(group, model);
 }
 
@@ -334,7 +335,7 @@ void AddRing(Node parent, const DrawnRing& ring) {
     Set(node, "stroke-width", ring.width);
 }
 
-void AddInset(Node svg, const SheetInset& inset, const DrawnInset& drawn, IdTable& ids) {
+void AddInset(Node svg, const SheetInset& inset, const DrawnInset& drawn, PictureMode mode, IdTable& ids) {
     Node group = AddGroup(svg, "inset");
     const std::string id = ids.Take("inset-", inset.id);
     Set(group, "id", id);
@@ -346,9 +347,10 @@ void AddInset(Node svg, const SheetInset& inset, const DrawnInset& drawn, IdTabl
         const std::string clipId = ids.Take("inset-", id + "-clip");
         Set(clip, "id", clipId);
         AddCircle(clip, drawn.outline.circle);
-        Node view = AddGroup(group, "view");
+        Node view = AddGroup(group, ("view " + std::string(WordOf(mode))).c_str());
         Set(view, "clip-path", "url(#" + clipId + ")");
         if (!inset.picture.pixels.empty()) AddImage(view, inset.picture, inset.box);
+        AddHotspots(view, inset.hotspots, inset.box, id + "-", ids);
         AddModelLines(view, drawn.model);
     }
     AddRing(group, drawn.outline);
@@ -392,7 +394,7 @@ std::string SvgText(const Sheet& sheet) {
     AddFigure(svg, sheet, drawing.model, ids);
     AddText(svg, drawing.title);
     for (std::size_t i = 0; i < sheet.insets.size(); ++i)
-        AddInset(svg, sheet.insets[i], drawing.insets[i], ids);
+        AddInset(svg, sheet.insets[i], drawing.insets[i], sheet.look.mode, ids);
     Node callouts = AddGroup(svg, "callouts");
     for (std::size_t i = 0; i < sheet.callouts.size(); ++i) {
         AddCallout(callouts, sheet.callouts[i], drawing.callouts[i],

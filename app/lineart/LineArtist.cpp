@@ -1,10 +1,13 @@
 #include "app/lineart/LineArtist.h"
 
 #include <algorithm>
+#include <array>
+#include <cmath>
 #include <cstddef>
 #include <map>
 #include <memory>
 #include <optional>
+#include <tuple>
 #include <utility>
 
 #include "app/lineart/AreaMap.h"
@@ -18,6 +21,32 @@
 
 namespace zrsheet {
 namespace {
+
+// Shares of the first part's size to which the second may be elsewhere.
+constexpr double kGrain = 1e-6;
+
+using Layout = std::array<std::int64_t, 12>;
+
+/// How the second part stands to the first. Of a product that is there many times, what its parts have in
+/// common needs finding once.
+Layout LayoutOf(const PlacedMesh& a, const PlacedMesh& b) {
+    const dg::DMat44 toFirst = b.ToWorld() * a.ToWorld().Invert();
+    const double unit = kGrain * std::max(a.Mesh().Size(), 1e-300);
+    Layout layout{};
+    for (std::size_t i = 0; i < layout.size(); ++i) {
+        const double reach = i < 9 ? b.Mesh().Size() : 1.0;
+        layout[i] = std::llround(toFirst(i / 3, i % 3) * reach / unit);
+    }
+    return layout;
+}
+
+std::vector<Curve> Moved(std::vector<Curve> curves, const dg::DMat44& move, std::uint32_t placement) {
+    for (Curve& curve : curves) {
+        curve.placement = placement;
+        for (CurvePoint& point : curve.points) point.place = point.drawn = point.place * move;
+    }
+    return curves;
+}
 
 template <class T>
 std::vector<T> Flattened(std::vector<std::vector<T>> lists) {
@@ -66,12 +95,27 @@ void LineArtist::FindCrossings() {
     ParallelFor(trees.size(), m_threads, [&](std::size_t i) {
         if (isNeeded[i]) trees[i] = std::make_unique<TriangleTree>(m_meshes[i]);
     });
+    std::map<std::tuple<std::uint32_t, std::uint32_t, Layout>, std::size_t> places;
+    std::vector<std::size_t> firsts;  // of the pairs: the first that is alike
+    std::vector<std::size_t> different;
+    for (const auto& [a, b] : pairs) {
+        const std::tuple key(m_meshNumbers[a], m_meshNumbers[b], LayoutOf(m_placed[a], m_placed[b]));
+        const auto [place, isNew] = places.try_emplace(key, firsts.size());
+        if (isNew) different.push_back(firsts.size());
+        firsts.push_back(place->second);
+    }
     std::vector<std::vector<Curve>> found(pairs.size());
-    ParallelFor(pairs.size(), m_threads, [&](std::size_t i) {
-        const auto [a, b] = pairs[i];
-        found[i] =
+    ParallelFor(different.size(), m_threads, [&](std::size_t i) {
+        const auto [a, b] = pairs[different[i]];
+        found[different[i]] =
             CrossingCurves(m_placed[a], *trees[m_meshNumbers[a]], m_placed[b], *trees[m_meshNumbers[b]], a);
     });
+    for (std::size_t i = 0; i < pairs.size(); ++i) {
+        if (firsts[i] == i) continue;
+        const std::uint32_t a = pairs[i].first;
+        const dg::DMat44 move = m_placed[pairs[firsts[i]].first].ToWorld().Invert() * m_placed[a].ToWorld();
+        found[i] = Moved(found[firsts[i]], move, a);
+    }
     m_crossings = Flattened(std::move(found));
 }
 

@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <numeric>
 #include <string>
+#include <utility>
 
 #include "app/render/PartPicture.h"
 #include "zrannotations/Inset.h"
@@ -19,7 +20,8 @@ PagePoint OnPage(const dg::DPoint3D& pixel, const PageBox& figure) {
 
 /// Only the pixels around the glass are drawn. The box is laid on whole pixels of the view, as its picture
 /// is.
-void TakePicture(const Inset& inset, const ScenePainter& painter, const PageBox& figure, SheetInset& out) {
+void TakePicture(const Inset& inset, const ScenePainter& painter, const PageBox& figure,
+                 const HotspotSource& hotspotsOf, SheetInset& out) {
     const Inset::Glass glass = inset.GetGlass();
     const double left = std::floor(glass.centre.x - glass.radius);
     const double top = std::floor(glass.centre.y - glass.radius);
@@ -31,7 +33,9 @@ void TakePicture(const Inset& inset, const ScenePainter& painter, const PageBox&
     dg::Camera3D window = magnifier.Magnified({left, top, 0.0}, {0.0, 0.0, 0.0}, 1.0);
     window.SetViewport(static_cast<int>(width), static_cast<int>(height));
     out.picture = painter.Shade(window);
-    out.lines = painter.Draw(window).lines;
+    LineArt art = painter.Draw(window);
+    out.lines = std::move(art.lines);
+    out.hotspots = hotspotsOf(std::move(art.areas));
 }
 
 }  // namespace
@@ -71,7 +75,7 @@ LineArt ScenePainter::Draw(const dg::Camera3D& camera) const {
 }
 
 std::vector<SheetInset> InsetsOf(const zrk::AnnoSet& annotations, const ScenePainter& painter,
-                                 const PageBox& figure) {
+                                 const PageBox& figure, const HotspotSource& hotspotsOf) {
     std::vector<SheetInset> insets;
     int number = 0;
     for (const auto& annotation : annotations.GetAnnotations()) {
@@ -85,7 +89,7 @@ std::vector<SheetInset> InsetsOf(const zrk::AnnoSet& annotations, const ScenePai
         taken.factor = static_cast<double>(glass.factor);
         taken.glass = {OnPage(glass.centre, figure), glass.radius};
         taken.source = {OnPage(glass.source, figure), glass.radius / taken.factor};
-        TakePicture(*inset, painter, figure, taken);
+        TakePicture(*inset, painter, figure, hotspotsOf, taken);
     }
     return insets;
 }

@@ -2,6 +2,7 @@
 
 #pragma once
 
+#include <functional>
 #include <vector>
 
 #include "app/document/PictureChoice.h"
@@ -38,9 +39,12 @@ private:
     LineArtist m_artist;
 };
 
+/// Tells which parts areas belong to.
+using HotspotSource = std::function<std::vector<SheetHotspot>(std::vector<VisibleArea>)>;
+
 /// The glasses among the annotations that are visible. `figure` is where the view's picture lies on the page.
 /// An inset's id counts all insets of the scene, so that it stays when others are hidden.
 [[nodiscard]] std::vector<SheetInset> InsetsOf(const zrk::AnnoSet& annotations, const ScenePainter& painter,
-                                               const PageBox& figure);
+                                               const PageBox& figure, const HotspotSource& hotspotsOf);
 
 }  // namespace zrsheet

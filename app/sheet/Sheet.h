@@ -52,17 +52,6 @@ struct SheetCircle {
     double radius = 0.0;
 };
 
-/// A round glass over the picture: it shows what lies inside `source` of it, `factor` times as large.
-struct SheetInset {
-    std::string id;  // legal XML name, stable from run to run
-    SheetCircle glass;
-    SheetCircle source;
-    double factor = 1.0;
-    PageBox box;  // of `picture` and `lines`; it holds the glass
-    Raster picture;
-    std::vector<ArtLine> lines;  // in pixels from the box's corner
-};
-
 /// What is seen of a part: where readers may point at it.
 struct SheetHotspot {
     std::string id;  // legal XML name; stays when parts are renamed, turned or hidden
@@ -71,7 +60,19 @@ struct SheetHotspot {
     std::string label;                         // of the item
     std::string name;                          // of the part, or of the symbol
     std::string instance;                      // path of the part's instance; empty for a symbol
-    std::vector<std::vector<ArtPoint>> rings;  // even-odd; in pixels from the figure's corner
+    std::vector<std::vector<ArtPoint>> rings;  // even-odd; in pixels from the corner of the figure or inset
+};
+
+/// A round glass over the picture: it shows what lies inside `source` of it, `factor` times as large.
+struct SheetInset {
+    std::string id;  // legal XML name, stable from run to run
+    SheetCircle glass;
+    SheetCircle source;
+    double factor = 1.0;
+    PageBox box;  // of all that follows; it holds the glass
+    Raster picture;
+    std::vector<ArtLine> lines;  // in pixels from the box's corner
+    std::vector<SheetHotspot> hotspots;
 };
 
 /// What the picture lies on: one colour at the top, another at the bottom.

@@ -69,10 +69,13 @@ void TakePictures(const Document& document, const dg::Camera3D& camera, const Pa
     sheet.picture = painter.Shade(camera);
     LineArt art = painter.Draw(camera);
     sheet.lines = std::move(art.lines);
-    sheet.hotspots = HotspotsOf(document, *scene, std::move(art.areas));
+    const auto hotspotsOf = [&](std::vector<VisibleArea> areas) {
+        return HotspotsOf(document, *scene, std::move(areas));
+    };
+    sheet.hotspots = hotspotsOf(std::move(art.areas));
     du::SmartPtr<zrk::AnnoSet> annotations;
     document.Scene()->GetAnnoSet(annotations);
-    sheet.insets = InsetsOf(*annotations, painter, figure);
+    sheet.insets = InsetsOf(*annotations, painter, figure, hotspotsOf);
 }
 
 SheetModel Describe(const ProductModel& model, const PageBox& figure) {

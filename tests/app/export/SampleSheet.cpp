@@ -21,8 +21,13 @@ SheetCallout Screws() {
 
 /// Half over the picture, half beside it.
 SheetInset Glass() {
-    return {"inset-1", {{200, 130}, 20},     {{130, 145}, 5},
-            4.0,       {180, 110, 220, 150}, {40, 40, std::vector<std::uint8_t>(40 * 40 * 3, 120)},
+    return {"inset-1",
+            {{200, 130}, 20},
+            {{130, 145}, 5},
+            4.0,
+            {180, 110, 220, 150},
+            {40, 40, std::vector<std::uint8_t>(40 * 40 * 3, 120)},
+            {},
             {}};
 }
 

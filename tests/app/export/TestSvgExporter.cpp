@@ -128,7 +128,8 @@ TEST(SvgExporter, DrawsAGlassCutToItsCircleAndTiedToItsSource) {
     const pugi::xml_node group = svg.Find("/svg/g[@id='inset-1' and @class='inset']");
     EXPECT_EQ(svg.Find("/svg/image[@class='picture']/following-sibling::g[@class='inset']"), group);
     EXPECT_EQ(svg.Find("/svg/g[@class='callouts']/preceding-sibling::g[@class='inset']"), group);
-    const std::string clip = svg.Find("//g[@id='inset-1']/g[@class='view']").attribute("clip-path").value();
+    const std::string clip =
+        svg.Find("//g[@id='inset-1']/g[starts-with(@class,'view')]").attribute("clip-path").value();
     EXPECT_EQ(clip, "url(#" + svg.All("//clipPath/@id").at(0) + ")");
     EXPECT_EQ(Value(svg.Find("//clipPath/circle"), "r"), inset.glass.radius);
     EXPECT_EQ(svg.All("//g[@id='inset-1']/line").size(), 4U) << "a white and a black one on both sides";
@@ -149,6 +150,7 @@ TEST(SvgExporter, DrawsLinesAndHotspotsByClassesOnly) {
                    {LineKind::Outline, 0, {{5, 5}, {4, 7}}, false}};
     sheet.insets[0].picture = {};
     sheet.insets[0].lines = {{LineKind::Edge, 0, {{0, 0}, {40, 40}}, false}};
+    sheet.insets[0].hotspots = {{"part-1-1", true, 1, "1", "Pump", "/Pump", {{{0, 0}, {9, 0}, {9, 9}}}}};
     sheet.hotspots = {{"part-1-1", true, 1, "1", "<Pump> & Co", "/Pump", {{{10, 10}, {30, 10}, {30, 25}}}},
                       {"a b", false, 0, "", "arrow", "", {{{0, 0}, {1, 0}, {1, 1}}}}};
     const ReadSvg svg(sheet);
@@ -158,11 +160,13 @@ TEST(SvgExporter, DrawsLinesAndHotspotsByClassesOnly) {
     EXPECT_THAT(svg.All((lines + "/path/@d").c_str()),
                 ElementsAre("m1 1 8 0", "m10 10 20 0 0 15.5zm-5-5-1 2"));
     EXPECT_EQ(svg.All((lines + "/@transform").c_str()).at(0), "translate(100 40)");
-    EXPECT_THAT(svg.All("//g[@class='hotspots']/path/@id"), ElementsAre("part-1-1", "a_b"));
+    EXPECT_THAT(svg.All("//g[@class='hotspots']/path/@id"),
+                ElementsAre("part-1-1", "a_b", "inset-1-part-1-1"));
     EXPECT_THAT(svg.All("//path[@id='part-1-1']/@*"),
                 ElementsAre("hotspot", "m10 10 20 0 0 15z", "part-1-1", "1", "1", "<Pump> & Co", "/Pump"));
-    EXPECT_THAT(svg.All("//path/title"), ElementsAre("1  <Pump> & Co", "arrow"));
-    EXPECT_EQ(svg.All("//g[@class='view']/g[@class='model-lines']/path/@d").at(0), "m0 0 40 40");
+    EXPECT_THAT(svg.All("//path/title"), ElementsAre("1  <Pump> & Co", "arrow", "1  Pump"));
+    EXPECT_EQ(svg.All("//g[@class='view line']/g[@class='hotspots']/@transform").at(0), "translate(180 110)");
+    EXPECT_EQ(svg.All("//g[starts-with(@class,'view')]/g[@class='model-lines']/path/@d").at(0), "m0 0 40 40");
     EXPECT_TRUE(svg.All("//path/@stroke | //path/@fill | //path/@style").empty());
     const std::string css = svg.All("/svg/style").at(0);
     EXPECT_THAT(css, HasSubstr(".outline{stroke-width:1.89}"));

@@ -7,6 +7,7 @@
 
 #include "app/document/Document.h"
 #include "app/sheet/CalloutPlates.h"
+#include "app/sheet/Hotspots.h"
 #include "tests/app/document/AssemblyMaker.h"
 #include "zrannotations/Inset.h"
 #include "zrkapp/illustration/HostSession.h"
@@ -53,7 +54,8 @@ protected:
     }
     std::vector<SheetInset> Insets(PictureMode mode) const {
         const auto scene = m_document.Scene()->GetPickScene();
-        return InsetsOf(*AnnoSet(), ScenePainter(*scene, {mode}, PictureStyle(), 1), kFigure);
+        return InsetsOf(*AnnoSet(), ScenePainter(*scene, {mode}, PictureStyle(), 1), kFigure,
+                        [&](auto areas) { return HotspotsOf(m_document, *scene, std::move(areas)); });
     }
     CalloutPlates PlatesOf(unsigned threads) const {
         CalloutPlates plates(m_document.Callouts(), m_document.Style(), kFigure, {});
@@ -114,6 +116,10 @@ TEST_F(ScenePictures, AGlassHasLinesAsTheAuthorWantsThem) {
         EXPECT_TRUE(std::any_of(insets[0].lines.begin(), insets[0].lines.end(), [&](const ArtLine& line) {
             return std::any_of(line.points.begin(), line.points.end(), corner);
         }));
+        ASSERT_EQ(insets[0].hotspots.size(), 1U) << "of the box; the pin is outside";
+        EXPECT_EQ(insets[0].hotspots[0].id, "part-1-1");
+        const auto& rings = insets[0].hotspots[0].rings;
+        EXPECT_TRUE(std::any_of(rings[0].begin(), rings[0].end(), corner)) << "where the glass shows it";
     }
 }
 
