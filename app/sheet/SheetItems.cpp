@@ -1,5 +1,8 @@
 #include "app/sheet/SheetItems.h"
 
+#include <algorithm>
+#include <limits>
+#include <map>
 #include <utility>
 
 #include "app/document/Kits.h"
@@ -31,19 +34,60 @@ bool IsContentOfKit(const zrk::illustration::ItemsList& items, unsigned id) {
     return !instances.empty() && IsInKit(items, *instances.front());
 }
 
+/// Where items belong among the others.
+class Places {
+public:
+    Places(const zrk::illustration::ItemsList& items, bool isHierarchical)
+        : m_items(items), m_isHierarchical(isHierarchical) {}
+
+    /// The numbers of the items above it, and its own; what has none comes last.
+    const std::vector<unsigned>& Of(unsigned id) {
+        const auto [place, isNew] = m_known.try_emplace(id);
+        if (!isNew) return place->second;
+        const auto item = m_items.Capture(id);
+        if (item && item->parent != 0 && m_isHierarchical) place->second = Of(item->parent);
+        const unsigned number = item ? item->number : 0;
+        place->second.push_back(number == 0 ? std::numeric_limits<unsigned>::max() : number);
+        return place->second;
+    }
+
+private:
+    const zrk::illustration::ItemsList& m_items;
+    bool m_isHierarchical;
+    std::map<unsigned, std::vector<unsigned>> m_known;
+};
+
+/// A row, and where it belongs: the contents of a kit stay below it.
+struct Row {
+    SheetItem item;
+    std::vector<unsigned> numbers;
+};
+
+std::vector<SheetItem> Sorted(std::vector<Row> rows) {
+    std::stable_sort(rows.begin(), rows.end(),
+                     [](const Row& a, const Row& b) { return a.numbers < b.numbers; });
+    std::vector<SheetItem> sorted;
+    sorted.reserve(rows.size());
+    for (Row& row : rows) sorted.push_back(std::move(row.item));
+    return sorted;
+}
+
 }  // namespace
 
 std::vector<SheetItem> ListedItems(const zrk::illustration::ItemsList& items) {
     zrk::illustration::ItemsList::Numbering numbering;
     items.GetNumberingSettings(numbering);
-    std::vector<SheetItem> listed;
+    std::vector<Row> rows;
+    Places places(items, numbering.hierarchical);
+    std::vector<unsigned> ofKit;
     for (const unsigned id : items.GetItemIds()) {
         SheetItem item = ItemOf(items, id, numbering.hierarchical);
         const bool isContent = item.label.empty() && IsContentOfKit(items, id);
         if (isContent && !numbering.hierarchical) item.level = 1;
-        if (isContent || !item.label.empty()) listed.push_back(std::move(item));
+        if (!isContent) ofKit = places.Of(id);
+        if (isContent || !item.label.empty()) rows.push_back({std::move(item), ofKit});
     }
-    return listed;
+    return Sorted(std::move(rows));
 }
 
 }  // namespace zrsheet

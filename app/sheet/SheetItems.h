@@ -9,7 +9,8 @@
 
 namespace zrsheet {
 
-/// In list order, without those that have no label as they take no part. O(items and their instances).
+/// By number, whatever the order of the structure, without items that have no label as they take no part; the
+/// contents of a kit follow it. O(n log n) in the items, and their instances.
 [[nodiscard]] std::vector<SheetItem> ListedItems(const zrk::illustration::ItemsList& items);
 
 }  // namespace zrsheet
