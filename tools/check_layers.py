@@ -35,17 +35,18 @@ HOST = ["du", "dp", "dg", "zrg", "dom", "zrk", "zrk/illustration", "zrkapp/illus
 COMPONENT = ["callouts", "callouts/align", "callouts/generator", "callouts/dll"]
 ONLY = {
     "app/file": [],
+    "app/text": ["du"],
     "app/import": ["app/file"],
     "app/sample": ["app/import"],
     "app/render": ["du", "dp", "dg", "zrg"],
     "app/lineart": ["du", "dp", "dg", "zrg", "app/render"],
     "app/document": HOST + COMPONENT + ["app/import"],
     "app/project": HOST + COMPONENT + ["app/file", "app/import", "app/document"],
-    "app/check": HOST + COMPONENT + ["app/document", "app/project"],
+    "app/check": HOST + COMPONENT + ["app/text", "app/document", "app/project"],
     "app/sheet": HOST + COMPONENT + ["app/import", "app/document", "app/render", "app/lineart"],
     "app/export": ["app/file", "app/document", "app/import", "app/render", "app/lineart", "app/sheet"],
-    "app/command": HOST + COMPONENT + ["app/file", "app/import", "app/document", "app/project", "app/check", "app/sheet", "app/export"],
-    "app/cli": HOST + ["app/file", "app/import", "app/document", "app/project", "app/check", "app/render", "app/sheet", "app/export", "app/command"],
+    "app/command": HOST + COMPONENT + ["app/file", "app/text", "app/import", "app/document", "app/project", "app/check", "app/sheet", "app/export"],
+    "app/cli": HOST + ["app/file", "app/text", "app/import", "app/document", "app/project", "app/check", "app/render", "app/sheet", "app/export", "app/command"],
 }
 
 ANYTHING = ["tests", "bench"]

@@ -8,6 +8,7 @@
 #include <utility>
 
 #include "app/document/CalloutIds.h"
+#include "app/text/ProgramText.h"
 
 namespace zrsheet {
 namespace {
@@ -38,7 +39,7 @@ private:
         std::string label;
         bool isCustom = false;
         m_document.Items()->GetLabel(item.id, label, isCustom);
-        const std::string where = "item " + label + " (#" + std::to_string(item.id) + NameOf(item) + ")";
+        const std::string where = WhereIs(item, label);
         if (item.instances.empty()) {
             Report({FindingKind::ItemWithoutParts, where, item.id, "", ""});
         } else if (item.itemized && !HasCallout(item)) {
@@ -46,16 +47,28 @@ private:
         }
         for (const std::string& path : item.instances) {
             if (m_lost.contains(path))
-                Report({FindingKind::ItemWithLostPart, where + ", " + path, item.id, "", path});
+                Report({FindingKind::ItemWithLostPart,
+                        Text("where-part-of", {{"item", where}, {"part", path}}), item.id, "", path});
         }
         if (item.itemized && !m_labels.insert(label).second)
             Report({FindingKind::DuplicateLabel, where, item.id, "", ""});
     }
 
+    std::string WhereIs(const ProjectItem& item, const std::string& label) const {
+        const std::string id = std::to_string(item.id);
+        const std::string name = NameOf(item);
+        if (name.empty()) return Text("where-nameless-item", {{"label", label}, {"id", id}});
+        return Text("where-item", {{"label", label}, {"id", id}, {"name", name}});
+    }
+
+    static std::string WhereLeads(const std::string& callout, const std::string& part) {
+        return Text("where-leader", {{"callout", callout}, {"part", part}});
+    }
+
     std::string NameOf(const ProjectItem& item) const {
         for (const std::string& path : item.instances) {
             const auto part = m_parts.find(path);
-            if (part != m_parts.end()) return ", " + ProductModel::NameOf(*part->second);
+            if (part != m_parts.end()) return ProductModel::NameOf(*part->second);
         }
         return "";
     }
@@ -135,7 +148,7 @@ private:
         for (const unsigned position : drawn) {
             if (!callout.IsHiddenAsDashedAtPos(position)) continue;
             const std::string path = callout.GetShapeInstanceIdAtPos(position);
-            Report({FindingKind::HiddenAnchor, id + " to " + path, 0, id, path});
+            Report({FindingKind::HiddenAnchor, WhereLeads(id, path), 0, id, path});
         }
     }
 
@@ -154,7 +167,7 @@ private:
             const bool isRemoved = part != m_parts.end() && !IsInScene(part->second);
             if ((!isRemoved && !m_lost.contains(path)) || !told.insert(path).second) continue;
             const auto kind = isRemoved ? FindingKind::LeaderToRemovedPart : FindingKind::LeaderToLostPart;
-            Report({kind, id + " to " + path, 0, id, path});
+            Report({kind, WhereLeads(id, path), 0, id, path});
         }
         return !told.empty();
     }

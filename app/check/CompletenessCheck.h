@@ -17,7 +17,8 @@ namespace zrsheet {
 /// Requires: the document has settled. O((parts + leaders) x log n).
 [[nodiscard]] std::vector<Finding> CheckCompleteness(const Project& project);
 
-/// The findings for programs, ending with a new line.
+/// The findings for programs, ending with a new line; kinds are the same words in every language, the texts
+/// for people are not.
 [[nodiscard]] std::string FindingsJson(const std::vector<Finding>& findings);
 
 }  // namespace zrsheet

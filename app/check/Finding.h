@@ -23,7 +23,7 @@ enum class FindingKind {
 
 struct Finding {
     FindingKind kind = FindingKind::ItemWithoutCallout;
-    std::string where;    // for people
+    std::string where;    // for people, in the language that the program speaks
     unsigned item = 0;    // 0: not about an item
     std::string callout;  // "": not about a callout
     std::string part;     // a path; "": not about a part
@@ -33,9 +33,9 @@ struct Finding {
 
 /// For programs: "item-without-callout".
 [[nodiscard]] std::string_view WordFor(FindingKind kind);
-/// For people: "item without callout".
-[[nodiscard]] std::string_view ProblemOf(FindingKind kind);
-/// What to do about it.
-[[nodiscard]] std::string_view RemedyFor(FindingKind kind);
+/// For people, in the language that the program speaks: "item without callout".
+[[nodiscard]] std::string ProblemOf(FindingKind kind);
+/// What to do about it, in the same language.
+[[nodiscard]] std::string RemedyFor(FindingKind kind);
 
 }  // namespace zrsheet

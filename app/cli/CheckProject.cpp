@@ -17,7 +17,10 @@ bool CheckProject(const CheckRequest& request) {
                      [&](std::string_view stage, int percent) { progress.Show(stage, percent); },
                      {},
                      ThreadCount(request.threads),
-                     PrintWarning});
+                     PrintWarning,
+                     {},
+                     request.language.value_or("en"),
+                     request.language.has_value()});
     session.OpenProject(request.project, request.model);
     const auto findings = CheckCompleteness(session.OpenedProject());
     session.Out() << (request.asJson ? FindingsJson(findings) : ListFindings(findings)) << std::flush;

@@ -290,16 +290,27 @@ void DefineList(CLI::App& make, SheetOptions& options, RawOptions& raw) {
         ->capture_default_str();
 }
 
+void DefineLanguage(CLI::App& command, std::optional<std::string>& language) {
+    command
+        .add_option("--language", language,
+                    "Of messages and of sheets that are begun: en, de, fr, es or\nja. Without it messages "
+                    "follow the sheet")
+        ->type_name("LANGUAGE")
+        ->check(CLI::IsMember({"en", "de", "fr", "es", "ja"}).description(""));
+}
+
 void DefineRun(CLI::App& run, RunRequest& request) {
     run.add_option("SCRIPT", request.script, "The script")->type_name("")->required();
     run.add_option("PROJECT", request.project, "A project to open first")->type_name("");
     run.add_flag("--keep-going", request.keepsGoing, "Do the rest of the script after a command that failed");
+    DefineLanguage(run, request.language);
     DefineThreads(run, request.threads);
     run.footer(kRunExamples);
 }
 
 void DefineShell(CLI::App& shell, ShellRequest& request) {
     shell.add_option("FILE", request.file, "A project (.zrsheet) or a model to begin with")->type_name("");
+    DefineLanguage(shell, request.language);
     DefineThreads(shell, request.threads);
     shell.footer(kShellExamples);
 }
@@ -308,6 +319,7 @@ void DefineCheck(CLI::App& check, CheckRequest& request) {
     check.add_option("PROJECT", request.project, "A project (.zrsheet)")->type_name("")->required();
     check.add_option("--model", request.model, "Where its model is now")->type_name("MODEL");
     check.add_flag("--json", request.asJson, "For programs: a JSON object instead of lines");
+    DefineLanguage(check, request.language);
     DefineThreads(check, request.threads);
     check.footer(kCheckExamples);
 }

@@ -31,7 +31,9 @@ bool RunScript(const RunRequest& request) {
                      {},
                      ThreadCount(request.threads),
                      PrintWarning,
-                     InterruptKey::WasPressed});
+                     InterruptKey::WasPressed,
+                     request.language.value_or("en"),
+                     request.language.has_value()});
     const InterruptKey interrupt;
     if (!request.project.empty()) session.OpenProject(request.project);
     ScriptRunner runner(session, std::cerr);

@@ -2,8 +2,12 @@
 
 #include <unistd.h>
 
+#include <algorithm>
+#include <cstdlib>
 #include <functional>
 #include <iostream>
+#include <iterator>
+#include <sstream>
 
 #include "app/cli/InterruptKey.h"
 #include "app/cli/Warning.h"
@@ -12,12 +16,33 @@
 #include "app/command/WordSplitter.h"
 #include "app/document/UserError.h"
 #include "app/sheet/SheetMaker.h"
+#include "app/text/ProgramText.h"
+#include "du/Localizer.h"
 
 namespace zrsheet {
 namespace {
 
-constexpr const char* kGreeting = "'help' lists the commands, 'quit' ends.\n";
 constexpr const char* kContinued = "... ";
+
+/// That which the machine is set to speak; English if the program has no texts in it. "de_AT.UTF-8" is
+/// German.
+std::string LanguageOfMachine() {
+    for (const char* name : {"LC_ALL", "LC_MESSAGES", "LANG"}) {
+        const char* value = std::getenv(name);
+        if (value == nullptr || *value == '\0') continue;
+        const std::string locale(value);
+        const std::string language = locale.substr(0, locale.find_first_of("_.@"));
+        return du::Localizer::HasLanguage(language) ? language : "en";
+    }
+    return "en";
+}
+
+/// Whether it is one of the words of that text.
+bool IsAnswer(const std::string& answer, const char* id) {
+    std::istringstream words(Text(id));
+    const std::istream_iterator<std::string> end;
+    return std::find(std::istream_iterator<std::string>(words), end, answer) != end;
+}
 
 }  // namespace
 
@@ -27,7 +52,9 @@ Shell::Shell(const ShellRequest& request)
       m_session(
           {std::cout, [this](std::string_view stage, int percent) { m_progress.Show(stage, percent); },
            m_isTerminal ? std::bind_front(&Shell::Ask, this) : std::function<Session::Answer(std::string)>(),
-           ThreadCount(request.threads), PrintWarning, InterruptKey::WasPressed}) {}
+           ThreadCount(request.threads), PrintWarning, InterruptKey::WasPressed,
+           request.language.value_or(m_isTerminal ? LanguageOfMachine() : "en"),
+           request.language.has_value()}) {}
 
 Shell::~Shell() = default;
 
@@ -56,7 +83,7 @@ void Shell::RunTerminal() {
     const Completer completer(CommandTable::Get(), m_session);
     m_editor = std::make_unique<LineEditor>(
         HistoryFile(), [&completer](std::string_view line) { return completer.Complete(line); });
-    std::cout << kGreeting << std::flush;
+    std::cout << Text("greeting") << std::endl;
     std::vector<Word> words;
     while (!m_session.IsQuitting()) {
         try {
@@ -102,11 +129,12 @@ std::string Shell::Prompt() const {
 }
 
 Session::Answer Shell::Ask(const std::string& question) {
+    const std::string prompt = question + " " + Text("answers");
     std::string answer;
-    while (m_editor->Read(question + " (y)es, (n)o, (c)ancel: ", answer) == LineEditor::Outcome::Line) {
-        if (answer == "y" || answer == "yes") return Session::Answer::Save;
-        if (answer == "n" || answer == "no") return Session::Answer::Discard;
-        if (answer == "c" || answer == "cancel") break;
+    while (m_editor->Read(prompt, answer) == LineEditor::Outcome::Line) {
+        if (IsAnswer(answer, "answers-yes")) return Session::Answer::Save;
+        if (IsAnswer(answer, "answers-no")) return Session::Answer::Discard;
+        if (IsAnswer(answer, "answers-cancel")) break;
     }
     return Session::Answer::Cancel;
 }

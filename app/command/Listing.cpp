@@ -8,6 +8,7 @@
 #include "app/command/TextTable.h"
 #include "app/document/CalloutIds.h"
 #include "app/document/StyleChoices.h"
+#include "app/text/ProgramText.h"
 
 namespace zrsheet {
 namespace {
@@ -40,10 +41,16 @@ std::string InOneLine(std::string label) {
     return label;
 }
 
-std::string YesOrNo(bool is) { return is ? "yes" : "no"; }
+TextTable Titled(const std::vector<const char*>& ids) {
+    TextTable::Row titles;
+    for (const char* id : ids) titles.push_back(Text(id));
+    return TextTable(titles);
+}
+
+std::string YesOrNo(bool is) { return Text(is ? "yes" : "no"); }
 
 std::string Counted(const TextTable& table, const char* nothing) {
-    return table.IsEmpty() ? std::string(nothing) + "\n" : table.Text();
+    return table.IsEmpty() ? Text(nothing) + "\n" : table.Text();
 }
 
 std::string ItemOf(const Document& document, const Document::SbomPtr& instance) {
@@ -56,10 +63,11 @@ std::string LeadersText(const zrannotations::Callout& callout) {
     const auto drawn = callout.GetDrawnLeaders();
     std::size_t dashed = 0;
     for (const unsigned position : drawn) dashed += callout.IsHiddenAsDashedAtPos(position) ? 1 : 0;
+    const std::size_t all = callout.GetLeaderLineCount(true);
     std::string text = std::to_string(drawn.size());
-    const unsigned all = callout.GetLeaderLineCount(true);
-    if (all != drawn.size()) text += " of " + std::to_string(all);
-    if (dashed > 0) text += ", " + (drawn.size() > 1 ? std::to_string(dashed) + " " : "") + "dashed";
+    if (all != drawn.size()) text = Text("leaders-some", {{"drawn", drawn.size()}, {"all", all}});
+    if (dashed > 0)
+        text = Text("leaders-dashed", {{"leaders", text}, {"drawn", drawn.size()}, {"dashed", dashed}});
     return text;
 }
 
@@ -76,21 +84,22 @@ std::string IndicationOf(const Document& document, const zrannotations::Callout&
 }  // namespace
 
 std::string ListParts(const Document& document, const Names& patterns) {
-    TextTable table({"part", "item", "state", "place", "name"});
+    TextTable table = Titled({"column-part", "column-item", "column-state", "column-place", "column-name"});
     for (const auto& instance :
          patterns.empty() ? document.FindInstances({}) : FindInstances(document, patterns)) {
         if (instance->HasChildren()) continue;
         Document::ShapePtr shape;
         document.Scene()->GetShapeInstance(instance->GetEbomInstance(), shape);
-        const std::string state = !shape ? "removed" : shape->IsVisible() ? "shown" : "hidden";
+        const std::string state = Text(!shape ? "removed" : shape->IsVisible() ? "shown" : "hidden");
         table.Add({instance->GetIdentifier().Text(), ItemOf(document, instance), state,
                    shape ? PlaceText(*shape) : "-", ProductModel::NameOf(*instance)});
     }
-    return Counted(table, "no parts");
+    return Counted(table, "no-parts");
 }
 
 std::string ListItems(const Document& document) {
-    TextTable table({"item", "id", "quantity", "tag", "indicated", "name"});
+    TextTable table = Titled(
+        {"column-item", "column-id", "column-quantity", "column-tag", "column-indicated", "column-name"});
     const auto& items = document.Items();
     for (const unsigned id : items->GetItemIds()) {
         const auto instances = items->GetOrderedInstances(id);
@@ -99,11 +108,12 @@ std::string ListItems(const Document& document) {
                    tag.empty() ? "-" : tag, YesOrNo(items->IsIndicated(id)),
                    instances.empty() ? "-" : ProductModel::NameOf(*instances.front())});
     }
-    return Counted(table, "no items");
+    return Counted(table, "no-items");
 }
 
 std::string ListCallouts(const Document& document) {
-    TextTable table({"callout", "label", "place", "leaders", "indicated", "to"});
+    TextTable table = Titled({"column-callout", "column-label", "column-place", "column-leaders",
+                              "column-indicated", "column-to"});
     const auto callouts = document.Callouts();
     const auto ids = CalloutIds(callouts);
     for (std::size_t i = 0; i < callouts.size(); ++i) {
@@ -112,11 +122,12 @@ std::string ListCallouts(const Document& document) {
                    LeadersText(*callouts[i]), IndicationOf(document, *callouts[i]),
                    FirstTarget(*callouts[i])});
     }
-    return Counted(table, "no callouts");
+    return Counted(table, "no-callouts");
 }
 
 std::string ListStyles(const Document& document) {
-    TextTable table({"callout", "shape", "terminator", "size", "line", "stack"});
+    TextTable table = Titled({"column-callout", "column-shape", "column-terminator", "column-size",
+                              "column-line", "column-stack"});
     const auto add = [&table](const std::string& name, const zrannotations::CalloutStyle& style) {
         table.Add({name, style.shape ? std::string(WordOf(*style.shape)) : "-",
                    style.terminator ? std::string(WordOf(*style.terminator)) : "-",
@@ -126,7 +137,7 @@ std::string ListStyles(const Document& document) {
                    : *style.stacked ? "on"
                                     : "off"});
     };
-    add("all", document.Style());
+    add(Text("all-callouts"), document.Style());
     const auto callouts = document.Callouts();
     const auto ids = CalloutIds(callouts);
     for (std::size_t i = 0; i < callouts.size(); ++i) {
@@ -137,50 +148,51 @@ std::string ListStyles(const Document& document) {
 }
 
 std::string ListTemplates(const Document& document) {
-    TextTable table({"template", "in use", "text"});
+    TextTable table = Titled({"column-template", "column-in-use", "column-text"});
     for (const std::string& name : document.Templates().Names()) {
         table.Add({name, YesOrNo(name == document.CurrentTemplate()), document.Templates().Get(name)->text});
     }
-    return Counted(table, "no templates");
+    return Counted(table, "no-templates");
 }
 
 std::string ListInsets(const Document& document) {
-    TextTable table({"inset", "of", "at", "radius", "factor", "state", "callouts"});
+    TextTable table = Titled({"column-inset", "column-of", "column-at", "column-radius", "column-factor",
+                              "column-state", "column-callouts"});
     const auto insets = document.Insets();
     for (std::size_t i = 0; i < insets.size(); ++i) {
         const auto glass = insets[i]->GetGlass();
         table.Add({InsetName(i), PixelText(glass.source.x, glass.source.y),
                    PixelText(glass.centre.x, glass.centre.y), Rounded(glass.radius, 2),
-                   Rounded(static_cast<double>(glass.factor), 3), insets[i]->IsVisible() ? "shown" : "hidden",
+                   Rounded(static_cast<double>(glass.factor), 3),
+                   Text(insets[i]->IsVisible() ? "shown" : "hidden"),
                    std::to_string(document.Engine()->SnapshotInset(insets[i]).size())});
     }
-    return Counted(table, "no insets");
+    return Counted(table, "no-insets");
 }
 
 std::string ListSymbols(const Document& document) {
-    TextTable table({"symbol", "shape", "state", "place"});
+    TextTable table = Titled({"column-symbol", "column-shape", "column-state", "column-place"});
     for (const auto& symbol : Symbols(document)) {
         du::SmartPtr<zrk::Instance> instance;
         symbol->GetInstance(instance);
         table.Add({SymbolName(*symbol), instance->GetComponentNode()->GetObjectName(),
-                   symbol->IsVisible() ? "shown" : "hidden", PlaceText(*symbol)});
+                   Text(symbol->IsVisible() ? "shown" : "hidden"), PlaceText(*symbol)});
     }
-    return Counted(table, "no symbols");
+    return Counted(table, "no-symbols");
 }
 
 std::string ListOrphans(const Project& project) {
-    TextTable table({"part"});
+    TextTable table = Titled({"column-part"});
     for (const std::string& path : project.Orphans()) table.Add({path});
-    return Counted(table, "no orphans");
+    return Counted(table, "no-orphans");
 }
 
 std::string ListFindings(const std::vector<Finding>& findings) {
-    TextTable table({"finding", "where", "what to do"});
+    TextTable table = Titled({"column-finding", "column-where", "column-remedy"});
     for (const Finding& finding : findings) {
-        table.Add(
-            {std::string(ProblemOf(finding.kind)), finding.where, std::string(RemedyFor(finding.kind))});
+        table.Add({ProblemOf(finding.kind), finding.where, RemedyFor(finding.kind)});
     }
-    return Counted(table, "nothing found");
+    return Counted(table, "no-findings");
 }
 
 }  // namespace zrsheet

@@ -2,6 +2,7 @@
 
 #include "app/command/TextTable.h"
 #include "app/document/UserError.h"
+#include "app/text/ProgramText.h"
 
 namespace zrsheet {
 namespace {
@@ -30,6 +31,9 @@ UTF-8 text, one command a line:
 - **A change** is one entry of the history, whatever it does; a command that fails changes nothing. A message says
   `FILE:LINE: command 'NAME': what is wrong; what to do`. `run` stops there with exit code 2; with `--keep-going` it does
   the rest first.
+- **Messages** are in the language of the sheet, which `language` chooses, or of `--language`, in which `import` begins
+  sheets too and which holds until `language` chooses another; without both, in English. At a terminal the shell begins in
+  the language of the machine (`LC_ALL`, `LC_MESSAGES`, `LANG`). Complaints, and the details of `help`, are in English.
 - **Unsaved changes** are never lost silently: `open`, `import` and `quit` ask at a terminal and fail in a script, unless
   `discard` is said; a script that ends with unsaved changes says so.
 )";
@@ -50,10 +54,12 @@ std::string Sentence(const Command& command) {
     return text;
 }
 
+std::string SummaryOf(const Command& command) { return CommandText(command.name, command.summary); }
+
 std::string About(const Command& command) {
-    std::string text = command.Usage() + "\n    " + std::string(command.summary) + "\n";
+    std::string text = command.Usage() + "\n    " + SummaryOf(command) + "\n";
     if (!command.details.empty()) text += "    " + std::string(command.details) + "\n";
-    return text + "    Example: " + std::string(command.example) + "\n";
+    return text + "    " + Text("help-example", {{"command", command.example}}) + "\n";
 }
 
 }  // namespace
@@ -61,13 +67,13 @@ std::string About(const Command& command) {
 std::string HelpOverview(const CommandTable& table) {
     std::string text;
     for (const CommandTopic& topic : table.Topics()) {
-        TextTable lines({std::string(topic.title) + ":", ""});
+        TextTable lines({CommandText(topic.title, topic.title) + ":", ""});
         for (const Command& command : topic.commands) {
-            lines.Add({"  " + std::string(command.name), std::string(command.summary)});
+            lines.Add({"  " + std::string(command.name), SummaryOf(command)});
         }
         text += lines.Text();
     }
-    return text + "'help COMMAND' tells how a command is used.\n";
+    return text + Text("help-hint") + "\n";
 }
 
 std::string HelpFor(const CommandTable& table, const std::string& name) {

@@ -6,12 +6,17 @@
 #include "app/import/OpenModel.h"
 #include "app/project/ProjectFile.h"
 #include "app/sheet/Figure.h"
+#include "app/text/ProgramText.h"
+#include "du/Localizer.h"
 #include "zrk/operation/History.h"
 
 namespace zrsheet {
 
 Session::Session(Surroundings surroundings)
-    : m_surroundings(std::move(surroundings)), m_host(m_surroundings.threads) {}
+    : m_surroundings(std::move(surroundings)), m_host(m_surroundings.threads) {
+    du::Localizer::SetLanguage(m_surroundings.language);
+    SetSpokenLanguage(m_surroundings.keepsLanguage ? m_surroundings.language : "");
+}
 
 Session::~Session() = default;
 
@@ -37,7 +42,7 @@ std::ostream& Session::Out() const {
 }
 
 Assembly Session::ReadModel(const std::filesystem::path& model) const {
-    Progress("Reading the model", 0);
+    Progress(Text("stage-model"), 0);
     Assembly assembly =
         OpenModel(model, [this](std::string_view stage, int percent) { Progress(stage, percent); });
     for (const std::string& warning : assembly.warnings) {
@@ -53,13 +58,14 @@ void Session::ImportModel(const std::filesystem::path& model, const Document::Se
     Assembly assembly = ReadModel(model);
     Close();
     m_project = std::make_unique<Project>(std::move(assembly), model, settings);
+    Doc().SetLanguage(m_surroundings.language);
     FrameModel(Doc(), ViewDirection());
     Doc().Settle();
     MarkSaved({});
 }
 
 void Session::OpenProject(const std::filesystem::path& file, const std::filesystem::path& model) {
-    Progress("Reading the project", 0);
+    Progress(Text("stage-project"), 0);
     const ProjectData saved = LoadProject(file);
     const std::filesystem::path found = model.empty() ? FindModel(saved.model, file) : model;
     Assembly assembly = ReadModel(found);
@@ -96,7 +102,7 @@ bool Session::MayClose() {
         throw UserError("there are unsaved changes; 'save FILE' first, or end the command with 'discard'");
     }
     const std::string name = m_file.empty() ? Doc().Model().Name() : m_file.string();
-    const Answer answer = m_surroundings.ask("Save the changes to " + name + "?");
+    const Answer answer = m_surroundings.ask(Text("ask-save", {{"name", name}}));
     if (answer == Answer::Save) Save(m_file);
     return answer != Answer::Cancel;
 }

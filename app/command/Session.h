@@ -31,6 +31,8 @@ public:
         std::function<void(const std::string& line)> warn =
             {};                                    // of what is missing in a model that was read
         std::function<bool()> isInterrupted = {};  // whether the author gives up the command; any thread
+        std::string language = "en";  // of illustrations that are begun, and spoken until one is open
+        bool keepsLanguage = false;   // speaks it whatever is open, until 'language' chooses another
     };
 
     /// The surroundings' stream outlives this.

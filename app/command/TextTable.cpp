@@ -1,13 +1,25 @@
 #include "app/command/TextTable.h"
 
+#include <unicode/uchar.h>
+#include <unicode/unistr.h>
+
 #include <algorithm>
 
 namespace zrsheet {
 namespace {
 
+std::size_t ColumnsOf(UChar32 character) {
+    if (u_charType(character) == U_NON_SPACING_MARK) return 0;
+    const int width = u_getIntPropertyValue(character, UCHAR_EAST_ASIAN_WIDTH);
+    return width == U_EA_WIDE || width == U_EA_FULLWIDTH ? 2 : 1;
+}
+
 std::size_t WidthOf(const std::string& text) {
-    return static_cast<std::size_t>(std::count_if(
-        text.begin(), text.end(), [](char c) { return (static_cast<unsigned char>(c) & 0xC0U) != 0x80U; }));
+    const auto characters = icu::UnicodeString::fromUTF8(text);
+    std::size_t width = 0;
+    for (int i = 0; i < characters.length(); i = characters.moveIndex32(i, 1))
+        width += ColumnsOf(characters.char32At(i));
+    return width;
 }
 
 }  // namespace

@@ -16,7 +16,8 @@ public:
     /// Requires: as many cells as there are titles.
     void Add(Row row) { m_rows.push_back(std::move(row)); }
     [[nodiscard]] bool IsEmpty() const { return m_rows.size() == 1; }
-    /// Two spaces between columns, none at the ends of lines. Widths are counted in characters.
+    /// Two spaces between columns, none at the ends of lines. Widths are those at a terminal, where
+    /// ideographs take two places.
     [[nodiscard]] std::string Text() const;
 
 private:

@@ -70,10 +70,14 @@ bool FindRegistered(const Catalogues& all, const std::string& module, const std:
 Localizer::Localizer(const std::string& module) : m_module(module) {}
 
 std::string Localizer::LocalizeMessage(const std::string& id, int) const {
+    return LocalizeMessageIn(GetLanguage(), id);
+}
+
+std::string Localizer::LocalizeMessageIn(const std::string& wanted, const std::string& id) const {
     Catalogues& all = All();
     const std::lock_guard hold(all.mutex);
     // Left to itself the library would show an unknown language in that of the machine.
-    const std::string language = HasLanguage(all.language) ? all.language : kEnglish;
+    const std::string language = HasLanguage(wanted) ? wanted : kEnglish;
     std::string text;
     if (FindRegistered(all, m_module, language, id, text)) return text;
     UErrorCode status = U_ZERO_ERROR;

@@ -16,6 +16,8 @@ public:
     /// The message in the current language, else in English. When there is none, actionOnFailure 0 gives "".
     /// Never throws.
     std::string LocalizeMessage(const std::string& id, int actionOnFailure = 0) const;
+    /// The same in that language, whatever the current one is.
+    std::string LocalizeMessageIn(const std::string& language, const std::string& id) const;
 
     /// "en", "de", "fr", "es", "ja"; an unknown language shows English.
     static void SetLanguage(const std::string& language);

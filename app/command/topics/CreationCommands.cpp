@@ -12,6 +12,7 @@
 #include "app/document/Kits.h"
 #include "app/document/UserError.h"
 #include "app/sheet/Figure.h"
+#include "app/text/ProgramText.h"
 #include "callouts/generator/CalloutGenerator.h"
 #include "zrk/annotation/AnnoSet.h"
 #include "zrk/operation/History.h"
@@ -56,15 +57,14 @@ void CreateAndTell(Session& session, const std::function<void()>& create) {
     LayOutLabels(document, created);
     const std::size_t orphaned = CalloutUpdate(document).Orphaned().size();
     const std::size_t kept = before.size() - std::min(orphaned, before.size());
-    session.Out() << created.size() << (created.size() == 1 ? " callout created" : " callouts created");
-    if (kept > 0) session.Out() << ", " << kept << " kept";
-    if (orphaned > 0) session.Out() << ", " << orphaned << " orphaned ('check' names them)";
-    session.Out() << "\n";
+    session.Out() << Text("callouts-created",
+                          {{"created", created.size()}, {"kept", kept}, {"orphaned", orphaned}})
+                  << "\n";
 }
 
 void CreateForParts(Session& session, const Names& patterns) {
     session.Doc().CreateCallouts(patterns, [&](int percent) {
-        session.Progress("Creating callouts", percent);
+        session.Progress(Text("stage-callouts"), percent);
         return !session.IsInterrupted();
     });
 }
@@ -92,7 +92,7 @@ void Reset(Session& session, Arguments& arguments) {
     document.Scene()->GetAnnoSet(annoSet);
     const Callouts removed = CalloutUpdate(document).Automatic(instances);
     for (const CalloutPtr& callout : removed) annoSet->RemoveAnnotationWithDependencies(callout, nullptr);
-    session.Out() << removed.size() << (removed.size() == 1 ? " callout removed\n" : " callouts removed\n");
+    session.Out() << Text("callouts-removed", {{"removed", removed.size()}}) << "\n";
     CreateAndTell(session, [&] { CreateForParts(session, patterns); });
 }
 

@@ -8,6 +8,7 @@
 #include "app/export/ReportExporter.h"
 #include "app/file/AtomicFile.h"
 #include "app/sheet/SheetMaker.h"
+#include "app/text/ProgramText.h"
 
 namespace zrsheet {
 namespace {
@@ -25,16 +26,22 @@ void Import(Session& session, Arguments& arguments) {
     if (!MayReplace(session, discards)) return;
     session.ImportModel(model, settings);
     const ProductModel& product = session.Doc().Model();
-    session.Out() << product.Name() << ": " << product.LeafCount() << " instances of " << product.PartCount()
-                  << " parts\n";
+    session.Out() << Text("imported", {{"name", product.Name()},
+                                       {"instances", product.LeafCount()},
+                                       {"parts", product.PartCount()}})
+                  << "\n";
 }
 
 /// How the model differs from the one that was saved.
 void ReportChanges(const ModelChanges& changes, std::ostream& out) {
-    for (const std::string& path : changes.missing) out << "missing in the model: " << path << "\n";
-    for (const auto& move : changes.moved) out << "found as " << move.to << ": " << move.from << "\n";
-    for (const std::string& path : changes.found) out << "back in the model: " << path << "\n";
-    for (const std::string& path : changes.added) out << "new in the model: " << path << "\n";
+    const auto tell = [&out](const char* id, const std::vector<std::string>& paths) {
+        for (const std::string& path : paths) out << Text(id, {{"part", path}}) << "\n";
+    };
+    tell("model-missing", changes.missing);
+    for (const auto& move : changes.moved)
+        out << Text("model-moved", {{"to", move.to}, {"from", move.from}}) << "\n";
+    tell("model-found", changes.found);
+    tell("model-added", changes.added);
 }
 
 void Open(Session& session, Arguments& arguments) {
@@ -64,7 +71,7 @@ void CheckExport(const std::string& file) {
 }
 
 Sheet Draw(Session& session) {
-    session.Progress("Drawing the picture", 0);
+    session.Progress(Text("stage-picture"), 0);
     return DrawSheet(session.Doc(), session.Threads());
 }
 

@@ -2,6 +2,7 @@
 
 #include "app/command/Session.h"
 #include "app/document/UserError.h"
+#include "app/text/ProgramText.h"
 #include "zrk/operation/History.h"
 
 namespace zrsheet {
@@ -23,11 +24,15 @@ int TakeCount(Arguments& arguments, const std::string& verb, std::size_t possibl
                     " to " + verb);
 }
 
+void Tell(const Session& session, const char* what, const std::string& entry) {
+    session.Out() << Text(what, {{"change", CommandText(entry, entry)}}) << "\n";
+}
+
 void Undo(Session& session, Arguments& arguments) {
     zrk::History& history = session.Doc().Scene()->GetHistory();
     const int count = TakeCount(arguments, "undo", history.GetUndoCount());
     for (int i = 0; i < count; ++i) {
-        session.Out() << "undone: " << history.GetUndoName() << "\n";
+        Tell(session, "undone", history.GetUndoName());
         session.Doc().Undo();
     }
 }
@@ -37,16 +42,16 @@ void Redo(Session& session, Arguments& arguments) {
     const int count = TakeCount(arguments, "redo", history.GetRedoCount());
     for (int i = 0; i < count; ++i) {
         session.Doc().Redo();
-        session.Out() << "done again: " << history.GetUndoName() << "\n";
+        Tell(session, "done-again", history.GetUndoName());
     }
 }
 
 void List(Session& session, Arguments& arguments) {
     arguments.ExpectEnd();
     const zrk::History& history = session.Doc().Scene()->GetHistory();
-    for (const std::string& name : history.GetUndoNames()) session.Out() << name << "\n";
-    for (const std::string& name : history.GetRedoNames()) session.Out() << "(undone) " << name << "\n";
-    if (history.GetUndoCount() + history.GetRedoCount() == 0) session.Out() << "no changes\n";
+    for (const std::string& name : history.GetUndoNames()) session.Out() << CommandText(name, name) << "\n";
+    for (const std::string& name : history.GetRedoNames()) Tell(session, "taken-back", name);
+    if (history.GetUndoCount() + history.GetRedoCount() == 0) session.Out() << Text("no-changes") << "\n";
 }
 
 }  // namespace

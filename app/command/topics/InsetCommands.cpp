@@ -3,6 +3,7 @@
 #include "app/command/SceneNames.h"
 #include "app/command/Session.h"
 #include "app/document/UserError.h"
+#include "app/text/ProgramText.h"
 #include "zrk/annotation/AnnoSet.h"
 
 namespace zrsheet {
@@ -47,7 +48,7 @@ void Add(Session& session, Arguments& arguments) {
     arguments.ExpectEnd();
     AnnoSetOf(document)->AddAnnotationToSet(InsetPtr(new zrannotations::Inset(document.View(), glass)),
                                             nullptr);
-    session.Out() << InsetName(document.Insets().size() - 1) << " added\n";
+    session.Out() << Text("added", {{"name", InsetName(document.Insets().size() - 1)}}) << "\n";
 }
 
 InsetPtr TakeInset(const Document& document, Arguments& arguments) {

@@ -7,6 +7,7 @@
 #include "app/command/Session.h"
 #include "app/document/ItemEdits.h"
 #include "app/document/UserError.h"
+#include "app/text/ProgramText.h"
 
 namespace zrsheet {
 namespace {
@@ -31,8 +32,8 @@ void Add(Session& session, Arguments& arguments) {
     if (parts.empty())
         throw UserError("all of these parts are items already; 'item join' moves them to another");
     const unsigned id = document.ItemList().AddItem(parts, label, true, true, nullptr);
-    session.Out() << "item " << ItemLabel(document, id) << ": " << parts.size()
-                  << (parts.size() == 1 ? " part\n" : " parts\n");
+    session.Out() << Text("item-parts", {{"label", ItemLabel(document, id)}, {"parts", parts.size()}})
+                  << "\n";
 }
 
 void Remove(Session& session, Arguments& arguments) {

@@ -9,6 +9,7 @@
 #include "app/document/ItemOrder.h"
 #include "app/document/ItemRules.h"
 #include "app/document/UserError.h"
+#include "app/text/ProgramText.h"
 
 namespace zrsheet {
 namespace {
@@ -115,7 +116,9 @@ void Update(Session& session, Arguments& arguments) {
     const auto ids = items->GetItemIds();
     const auto numbered =
         std::count_if(ids.begin(), ids.end(), [&items](unsigned id) { return items->GetItemized(id); });
-    session.Out() << numbered << " of " << ids.size() << " items take part\n";
+    session.Out() << Text("items-numbered",
+                          {{"numbered", static_cast<std::size_t>(numbered)}, {"all", ids.size()}})
+                  << "\n";
 }
 
 }  // namespace

@@ -9,6 +9,7 @@
 #include "app/document/ViewDirection.h"
 #include "app/sheet/Figure.h"
 #include "app/sheet/PageLayout.h"
+#include "app/text/ProgramText.h"
 
 namespace zrsheet {
 namespace {
@@ -81,6 +82,7 @@ void SetLanguage(Session& session, Arguments& arguments) {
     const std::string language = arguments.Take("LANGUAGE");
     arguments.ExpectEnd();
     session.Doc().SetLanguage(language);
+    SetSpokenLanguage("");
 }
 
 /// "white" ... or six hexadecimal digits.
@@ -152,7 +154,9 @@ CommandTopic PictureCommands() {
           "outline is the width of the parts' outlines in millimetres on paper; other lines are half as "
           "wide.",
           "picture style=line hidden=yes outline=0.35", Effect::Changes, "Choose Picture", ChoosePicture},
-         {"language", "LANGUAGE", "choose the language of the sheet's own texts", "en, de, fr, es or ja.",
+         {"language", "LANGUAGE", "choose the language of sheet and messages",
+          "en, de, fr, es or ja. Texts of the sheet, translated templates with all their callouts, and what "
+          "commands print follow at once, and follow when it is undone.",
           "language de", Effect::Changes, "Set Language", SetLanguage}}};
 }
 

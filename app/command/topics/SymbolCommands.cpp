@@ -4,6 +4,7 @@
 #include "app/command/Session.h"
 #include "app/document/SymbolShapes.h"
 #include "app/document/UserError.h"
+#include "app/text/ProgramText.h"
 #include "zrannotations/SymbolAnnotation.h"
 #include "zrk/annotation/AnnoSet.h"
 
@@ -28,7 +29,7 @@ void Add(Session& session, Arguments& arguments) {
     document.Scene()->GetAnnoSet(annoSet);
     annoSet->AddAnnotationToSet(new zrannotations::SymbolAnnotation(instance), nullptr);
     document.Scene()->CreateShapeInstance(instance);
-    session.Out() << name << " added\n";
+    session.Out() << Text("added", {{"name", name}}) << "\n";
 }
 
 du::SmartPtr<zrk::Annotation> AnnotationOf(const zrk::AnnoSet& annoSet,

@@ -45,6 +45,21 @@ TEST_F(RunScript, CheckingEndsWithACodeOfItsOwn) {
     EXPECT_EQ(Run({"check", "done.zrsheet", "--model", "moved.gltf"}).exitCode, 0);
 }
 
+TEST_F(RunScript, SpeaksAsItIsToldUntilTheSheetChooses) {
+    Write("wedge.gltf", SmallModel());
+    Write("make.zrs", "import wedge.gltf\nsave french.zrsheet\nlanguage es\nsave spanish.zrsheet\n");
+    EXPECT_EQ(Run({"run", "--language", "fr", "make.zrs"}).out, "wedge : 1 occurrence de 1 pièce\n");
+    Write("look.zrs", "create\nlanguage de\nundo\nundo\n");
+    EXPECT_EQ(Run({"run", "look.zrs", "french.zrsheet", "--language", "ja"}).out,
+              "バルーンを1個作成\nzurückgenommen: Sprache wählen\nannulé : Créer des repères\n");
+    EXPECT_EQ(Run({"check", "french.zrsheet", "--language", "de"}).out.substr(0, 6), "Befund");
+    EXPECT_EQ(Run({"check", "spanish.zrsheet"}).out.substr(0, 8), "hallazgo");
+    const std::string json = Run({"check", "spanish.zrsheet", "--json"}).out;
+    EXPECT_NE(json.find("\"kind\": \"item-without-callout\""), std::string::npos) << json;
+    EXPECT_NE(json.find("\"problem\": \"posición sin llamada\""), std::string::npos) << json;
+    ExpectRefused({"check", "french.zrsheet", "--language", "it"}, "it");
+}
+
 TEST_F(RunScript, HelpReadsLikeAManual) {
     for (const std::vector<std::string>& words :
          {std::vector<std::string>{"run", "SCRIPT", "PROJECT", "--keep-going", "FILE:LINE", "Exit codes",

@@ -19,7 +19,7 @@ TEST_F(Shell, DoesWhatComesThroughAPipe) {
     const CliResult result = Run({"shell"}, In("commands"));
     EXPECT_EQ(result.exitCode, 2) << "a command failed";
     EXPECT_EQ(result.out,
-              "wedge: 1 instances of 1 parts\n"
+              "wedge: 1 instance of 1 part\n"
               "part    item  state   place  name\n"
               "/Wedge  1     hidden  0,0,0  Wedge\n");
     EXPECT_EQ(
@@ -63,6 +63,26 @@ TEST_F(Shell, CompletesAndAsksAtATerminal) {
     EXPECT_TRUE(isAsked) << shell.Rest();
     shell.Type("n\r");
     EXPECT_EQ(shell.ExitCode(), 0);
+}
+
+TEST_F(Shell, SpeaksTheLanguageOfTheMachineAtATerminalOnly) {
+    TerminalSession shell(In("."), {"shell"}, "de_AT.UTF-8");
+    EXPECT_SHOWN(shell, "'quit' beendet");
+    shell.Type("import wedge.gltf\r");
+    EXPECT_SHOWN(shell, "wedge: 1 Vorkommen von 1 Teil");
+    shell.Type("hide Wedge\r");
+    EXPECT_SHOWN(shell, "wedge*> ");
+    shell.Type("quit\r");
+    EXPECT_SHOWN(shell, "wedge speichern? (j)a, (n)ein, (a)bbrechen: ");
+    shell.Type("j\r");
+    EXPECT_SHOWN(shell, "the illustration has no file yet");
+    shell.Type("language es\r");
+    shell.Type("list parts\r");
+    EXPECT_SHOWN(shell, "denominación");
+    setenv("LC_ALL", "de_AT.UTF-8", 1);
+    Write("commands", "import wedge.gltf\n");
+    EXPECT_EQ(Run({"shell"}, In("commands")).out, "wedge: 1 instance of 1 part\n");
+    unsetenv("LC_ALL");
 }
 
 TEST_F(Shell, GivesUpTheLineWhenInterrupted) {

@@ -16,11 +16,13 @@ namespace {
 constexpr int kNotStarted = 127;
 constexpr std::chrono::seconds kPatience{10};
 
-void Execute(const std::string& folder, const std::vector<std::string>& arguments) {
+void Execute(const std::string& folder, const std::vector<std::string>& arguments,
+             const std::string& locale) {
     std::vector<char*> argv{const_cast<char*>(ZR_SHEET)};
     for (const auto& argument : arguments) argv.push_back(const_cast<char*>(argument.c_str()));
     argv.push_back(nullptr);
     setenv("TERM", "dumb", 1);
+    setenv("LC_ALL", locale.c_str(), 1);
     setenv("HOME", folder.c_str(), 1);
     setenv("XDG_STATE_HOME", (folder + "/state").c_str(), 1);
     if (chdir(folder.c_str()) == 0) execv(argv[0], argv.data());
@@ -29,10 +31,11 @@ void Execute(const std::string& folder, const std::vector<std::string>& argument
 
 }  // namespace
 
-TerminalSession::TerminalSession(const std::string& folder, const std::vector<std::string>& arguments) {
+TerminalSession::TerminalSession(const std::string& folder, const std::vector<std::string>& arguments,
+                                 const std::string& locale) {
     const winsize size{40, 200, 0, 0};
     m_child = forkpty(&m_terminal, nullptr, nullptr, &size);
-    if (m_child == 0) Execute(folder, arguments);
+    if (m_child == 0) Execute(folder, arguments, locale);
 }
 
 TerminalSession::~TerminalSession() {

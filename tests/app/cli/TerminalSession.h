@@ -13,7 +13,8 @@ namespace zrsheet {
 class TerminalSession {
 public:
     /// Starts the program in the folder; history and home lie there too.
-    TerminalSession(const std::string& folder, const std::vector<std::string>& arguments);
+    TerminalSession(const std::string& folder, const std::vector<std::string>& arguments,
+                    const std::string& locale = "C");
     TerminalSession(const TerminalSession&) = delete;
     TerminalSession& operator=(const TerminalSession&) = delete;
     /// Kills it if it still runs.
