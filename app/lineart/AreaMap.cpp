@@ -69,30 +69,34 @@ AreaMap::AreaMap(const zrg::RayScene& scene, const dg::Camera3D& camera, std::sp
 void AreaMap::FillRow(const zrg::RayScene& scene, const dg::Camera3D& camera, int blockRow,
                       const std::vector<bool>& hasLine) {
     const int top = blockRow * kBlock;
-    const int bottom = std::min(top + kBlock, m_height);
     std::vector<zrg::RayHit> upper(static_cast<std::size_t>(m_blocks) + 1);
     std::vector<zrg::RayHit> lower(upper.size());
     scene.NearestRow(camera, PixelOf(0), PixelOf(top), kBlockPixels, upper);
     scene.NearestRow(camera, PixelOf(0), PixelOf(top + kBlock), kBlockPixels, lower);
-    std::array<zrg::RayHit, kBlock> hits;
-    for (int block = 0; block < m_blocks; ++block) {
+    const auto isPlain = [&](int block) {
         const auto i = static_cast<std::size_t>(block);
         const std::uint32_t first = upper[i].placement;
-        const bool isPlain =
-            !hasLine[static_cast<std::size_t>(blockRow) * static_cast<std::size_t>(m_blocks) + i] &&
-            upper[i + 1].placement == first && lower[i].placement == first && lower[i + 1].placement == first;
-        const int left = block * kBlock;
-        const auto width = static_cast<std::size_t>(std::min(kBlock, m_width - left));
-        for (int y = top; y < bottom; ++y) {
+        return !hasLine[static_cast<std::size_t>(blockRow) * static_cast<std::size_t>(m_blocks) + i] &&
+               upper[i + 1].placement == first && lower[i].placement == first &&
+               lower[i + 1].placement == first;
+    };
+    // Blocks side by side that must be asked closely are asked together.
+    for (int block = 0; block < m_blocks;) {
+        const int from = block++;
+        const bool isFirstPlain = isPlain(from);
+        while (!isFirstPlain && block < m_blocks && !isPlain(block)) ++block;
+        const int left = from * kBlock;
+        const auto width = static_cast<std::size_t>(std::min(block * kBlock, m_width) - left);
+        std::vector<zrg::RayHit> hits(isFirstPlain ? 0 : width);
+        for (int y = top; y < std::min(top + kBlock, m_height); ++y) {
             auto* row = &m_placements[static_cast<std::size_t>(y) * static_cast<std::size_t>(m_width) +
                                       static_cast<std::size_t>(left)];
-            if (isPlain) {
-                std::fill_n(row, width, first);
+            if (isFirstPlain) {
+                std::fill_n(row, width, upper[static_cast<std::size_t>(from)].placement);
                 continue;
             }
-            const auto taken = std::span(hits).first(width);
-            scene.NearestRow(camera, PixelOf(left), PixelOf(y), 1.0 / kSamples, taken);
-            std::transform(taken.begin(), taken.end(), row, [](const auto& hit) { return hit.placement; });
+            scene.NearestRow(camera, PixelOf(left), PixelOf(y), 1.0 / kSamples, hits);
+            std::transform(hits.begin(), hits.end(), row, [](const auto& hit) { return hit.placement; });
         }
     }
 }

@@ -2,17 +2,21 @@
 
 #include <algorithm>
 #include <cmath>
+#include <map>
 #include <numbers>
 #include <numeric>
 #include <tuple>
 
 #include "app/lineart/ChainBuilder.h"
+#include "app/lineart/SharpEdges.h"
 
 namespace zrsheet {
 namespace {
 
 // Shares of the shape's size. A triangle less high has no normal worth the name.
 constexpr double kSliver = 1e-6;
+// Vertices at borders that are nearer to each other are one.
+constexpr double kCrack = 1e-4;
 // An edge that turns less, in sine, lies in a plane.
 constexpr double kFlat = 1e-4;
 // How much further than the crease angle the mean around a corner may turn away from the face. Where it does,
@@ -56,6 +60,43 @@ std::vector<std::uint32_t> WeldVertices(const std::vector<Place>& places) {
     return first;
 }
 
+/// Finds vertices that are as good as in one place.
+class PlaceFinder {
+public:
+    PlaceFinder(const std::vector<dg::DPoint3D>& vertices, double reach)
+        : m_vertices(vertices), m_reach(reach) {}
+
+    /// The first of those asked for so far that lies within reach; else the vertex itself.
+    std::uint32_t FirstAt(std::uint32_t vertex) {
+        const dg::DPoint3D& place = m_vertices[vertex];
+        for (int i = 0; i < 27; ++i) {
+            const auto cell = m_cells.find(CellOf(place, {i % 3 - 1, i / 3 % 3 - 1, i / 9 - 1}));
+            if (cell == m_cells.end()) continue;
+            for (const std::uint32_t other : cell->second) {
+                if ((m_vertices[other] - place).Length() <= m_reach) return other;
+            }
+        }
+        m_cells[CellOf(place, {})].push_back(vertex);
+        return vertex;
+    }
+
+private:
+    using Cell = std::array<std::int64_t, 3>;
+
+    Cell CellOf(const dg::DPoint3D& place, const std::array<int, 3>& beside) const {
+        Cell cell{};
+        for (int axis = 0; axis < 3; ++axis) {
+            const auto i = static_cast<std::size_t>(axis);
+            cell[i] = static_cast<std::int64_t>(std::floor(place[axis] / m_reach)) + beside[i];
+        }
+        return cell;
+    }
+
+    const std::vector<dg::DPoint3D>& m_vertices;
+    double m_reach;
+    std::map<Cell, std::vector<std::uint32_t>> m_cells;
+};
+
 double AngleBetween(const dg::DVec3& a, const dg::DVec3& b) {
     return std::atan2(a.Cross(b).Length(), a.Dot(b));
 }
@@ -63,13 +104,14 @@ double AngleBetween(const dg::DVec3& a, const dg::DVec3& b) {
 }  // namespace
 
 EdgeMesh::EdgeMesh(const zrg::Shape& shape, double creaseAngle) {
-    const VertexNumbers numbers = TakeFaces(shape);
+    VertexNumbers numbers = TakeFaces(shape);
     FindEdges();
+    CloseCracks(numbers);
     LevelSlivers();
     if (shape.GetCreases()) {
         TakeSharpEdges(*shape.GetCreases(), numbers);
     } else {
-        FindSharpEdges(creaseAngle);
+        GuessSharpEdges(creaseAngle);
     }
     m_isFaceted = std::all_of(m_edges.begin(), m_edges.end(), [this](const Edge& edge) {
         return edge.isSharp ||
@@ -149,6 +191,33 @@ void EdgeMesh::FindEdges() {
     }
 }
 
+// Files that have each face by itself round its border now this way, now that.
+void EdgeMesh::CloseCracks(VertexNumbers& numbers) {
+    VertexNumbers border;
+    for (const Edge& edge : m_edges) {
+        if (edge.faces[1] == kNone) border.insert(border.end(), {edge.from, edge.to});
+    }
+    if (border.empty()) return;
+    std::sort(border.begin(), border.end());
+    border.erase(std::unique(border.begin(), border.end()), border.end());
+    VertexNumbers same(m_vertices.size());
+    std::iota(same.begin(), same.end(), 0U);
+    PlaceFinder finder(m_vertices, kCrack * m_size);
+    for (const std::uint32_t vertex : border) same[vertex] = finder.FirstAt(vertex);
+    for (const Face& face : m_faces) {
+        const auto& [a, b, c] = face.vertices;
+        if (same[a] != same[b] && same[b] != same[c] && same[c] != same[a]) continue;
+        for (const std::uint32_t vertex : face.vertices)
+            same[vertex] = vertex;  // nothing would be left of it
+    }
+    for (Face& face : m_faces) {
+        for (std::uint32_t& vertex : face.vertices) vertex = same[vertex];
+    }
+    for (std::uint32_t& number : numbers) number = same[number];
+    m_edges.clear();
+    FindEdges();
+}
+
 // A sliver goes with the face beyond its longest edge, which is where it lies in the surface.
 void EdgeMesh::LevelSlivers() {
     const std::vector<dg::DVec3> own = m_faceNormals;
@@ -187,14 +256,19 @@ void EdgeMesh::TakeSharpEdges(const zrg::Shape::Creases& creases, const VertexNu
     }
 }
 
-void EdgeMesh::FindSharpEdges(double creaseAngle) {
-    const double creaseCosine = std::cos(creaseAngle * std::numbers::pi / 180.0);
-    for (Edge& edge : m_edges) {
-        edge.isSharp =
-            edge.isMany || edge.faces[1] == kNone ||
-            m_faceNormals[edge.faces[0]].Dot(m_faceNormals[edge.faces[1]]) * (edge.isTwisted ? -1.0 : 1.0) <
-                creaseCosine;
+void EdgeMesh::GuessSharpEdges(double creaseAngle) {
+    std::vector<TurningEdge> turning;
+    turning.reserve(m_edges.size());
+    for (const Edge& edge : m_edges) {
+        const bool isOpen = edge.isMany || edge.faces[1] == kNone;
+        const double turn = isOpen
+                                ? std::numbers::pi
+                                : AngleBetween(m_faceNormals[edge.faces[0]],
+                                               m_faceNormals[edge.faces[1]] * (edge.isTwisted ? -1.0 : 1.0));
+        turning.push_back({edge.from, edge.to, turn});
     }
+    const std::vector<bool> isSharp = FindSharpEdges(turning, m_vertices, creaseAngle);
+    for (std::size_t i = 0; i < m_edges.size(); ++i) m_edges[i].isSharp = isSharp[i];
 }
 
 // The volume under the faces tells the inside from the outside.

@@ -67,9 +67,10 @@ private:
     /// Returns the number of the vertex that stands for each of the shape's.
     VertexNumbers TakeFaces(const zrg::Shape& shape);
     void FindEdges();
+    void CloseCracks(VertexNumbers& numbers);
     void LevelSlivers();
     void TakeSharpEdges(const zrg::Shape::Creases& creases, const VertexNumbers& numbers);
-    void FindSharpEdges(double creaseAngle);
+    void GuessSharpEdges(double creaseAngle);
     void TurnOutwards();
     void SmoothNormals(double creaseAngle);
     void ChainSharpEdges();

@@ -155,7 +155,7 @@ public:
 
     void NearestRow(const dg::Camera3D& camera, double x, double y, double step, std::span<RayHit> hits,
                     std::uint32_t mask) const {
-        std::array<RTCRayHit, kStream> stream{};
+        std::array<RTCRayHit, kStream> stream;
         std::array<dg::Ray, kStream> rays;
         for (std::size_t first = 0; first < hits.size(); first += kStream) {
             const std::size_t count = std::min(kStream, hits.size() - first);
