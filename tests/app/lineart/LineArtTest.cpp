@@ -214,6 +214,26 @@ TEST(LineArt, DrawsWherePartsRunThroughEachOther) {
     }
 }
 
+// What the first copy of a product tells about the others must be moved to them, and turned.
+TEST(LineArt, DrawsWhereTheCopiesOfAProductRunThroughEachOther) {
+    const auto crossings = [](const std::vector<dg::Location>& copies) {
+        ArtStage stage;
+        const ShapePtr slab = Box({-80, -60, -40}, {80, 60, 40});
+        const ShapePtr post = Box({-20, -20, 0}, {30, 10, 90});
+        for (const dg::Location& copy : copies) {
+            stage.Add(slab, copy);
+            stage.Add(post, copy);
+        }
+        stage.LookFrom({0.5, 0.6, 1.0}, 0.8);
+        return stage.LengthOf(LineKind::Crossing);
+    };
+    const dg::Location first = Turned({0, 0, 1}, 20, {-120, 10, 0});
+    const dg::Location second = Turned({0.2, 0, 1}, 100, {110, -10, 0});
+    const double alone = crossings({second});
+    EXPECT_GT(alone, 40.0);
+    EXPECT_NEAR(crossings({first, second}), crossings({first}) + alone, 0.5);
+}
+
 // Parts that touch have the lines of their edges, and a pin in its hole those of its rim: no more.
 TEST(LineArt, DrawsNothingWherePartsOnlyTouch) {
     ArtStage stage;
