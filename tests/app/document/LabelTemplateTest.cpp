@@ -69,7 +69,7 @@ TEST(LabelTemplate, RefusesTranslationsThatNameNoPlaceholder) {
         }
     };
     for (const char* good : {"{1} von {0}", "{0}{0}", "von", "{1}"}) EXPECT_TRUE(isTaken(good)) << good;
-    for (const char* bad : {"", "{2}", "{-1}", "{item}", "{}", "{0", "0}", "{{0}}", "{0 }"})
+    for (const char* bad : {"", "{2}", "{-1}", "{item}", "{}", "{0", "0}", "{{0}}", "{0 }", "}0}"})
         EXPECT_FALSE(isTaken(bad)) << bad;
 }
 

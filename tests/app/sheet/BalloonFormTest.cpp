@@ -79,7 +79,7 @@ TEST(BalloonForm, LeadersLeaveOnTheOutlineAndStayOffTheText) {
 
 TEST(BalloonForm, TheCalloutsOwnStyleBeatsTheDocuments) {
     const SheetStyle usual;
-    const CalloutStyle ofDocument{BalloonShape::Box, {}, 20.0, {}};
+    const CalloutStyle ofDocument{BalloonShape::Box, {}, 20.0, 2.0};
     const struct {
         CalloutStyle own;
         CalloutStyle ofDocument;
@@ -87,7 +87,7 @@ TEST(BalloonForm, TheCalloutsOwnStyleBeatsTheDocuments) {
         CalloutLook look;
     } rows[] = {{{}, {}, "1", {BalloonShape::Round, usual.fontSize, usual.balloonWidth}},
                 {{}, {}, "1\n2", {BalloonShape::Split, usual.fontSize, usual.balloonWidth}},
-                {{}, ofDocument, "1\n2", {BalloonShape::Box, 20.0, usual.balloonWidth}},
+                {{}, ofDocument, "1\n2", {BalloonShape::Box, 20.0, 2.0}},
                 {{BalloonShape::Round, {}, {}, 3.0}, ofDocument, "1\n2", {BalloonShape::Round, 20.0, 3.0}}};
     for (const auto& row : rows) {
         const CalloutLook look = LookOf(row.own, row.ofDocument, usual, row.label);
