@@ -44,7 +44,8 @@ ONLY = {
     "app/project": HOST + COMPONENT + ["app/file", "app/import", "app/document"],
     "app/check": HOST + COMPONENT + ["app/text", "app/document", "app/project"],
     "app/sheet": HOST + COMPONENT + ["app/import", "app/document", "app/render", "app/lineart"],
-    "app/export": ["app/file", "app/document", "app/import", "app/render", "app/lineart", "app/sheet"],
+    "app/catalogue": ["du", "dp", "dg", "zrg", "app/file", "app/document", "app/render", "app/lineart", "app/sheet"],
+    "app/export": ["app/file", "app/catalogue", "app/document", "app/import", "app/render", "app/lineart", "app/sheet"],
     "app/command": HOST + COMPONENT + ["app/file", "app/text", "app/import", "app/document", "app/project", "app/check", "app/sheet", "app/export"],
     "app/cli": HOST + ["app/file", "app/text", "app/import", "app/document", "app/project", "app/check", "app/render", "app/sheet", "app/export", "app/command"],
 }

@@ -26,6 +26,13 @@ for set_name in "$@"; do
         *) fail "unknown set '$set_name' (build, test, lint)" ;;
     esac
 done
+# Programs that may have come from elsewhere than Debian.
+for set_name in "$@"; do
+    case "$set_name" in
+        build) command -v npm >/dev/null || wanted+=(nodejs npm) ;;
+        test) command -v chromium >/dev/null || wanted+=(chromium) ;;
+    esac
+done
 
 command -v dpkg-query >/dev/null || fail "this needs Debian's packages (no dpkg-query found)"
 missing=()

@@ -4,6 +4,7 @@
 #include <array>
 #include <string>
 
+#include "app/catalogue/CatalogueHtml.h"
 #include "app/export/CsvExporter.h"
 #include "app/export/ExportError.h"
 #include "app/export/JsonExporter.h"
@@ -14,7 +15,7 @@
 namespace zrsheet {
 namespace {
 
-constexpr std::array<std::string_view, 4> kExtensions{".svg", ".png", ".json", ".csv"};
+constexpr std::array<std::string_view, 5> kExtensions{".svg", ".png", ".html", ".json", ".csv"};
 
 std::string ExtensionOf(const std::filesystem::path& path) {
     std::string extension = path.extension().string();
@@ -26,6 +27,7 @@ std::string ExtensionOf(const std::filesystem::path& path) {
 std::string ContentFor(const Sheet& sheet, const std::string& extension, const ExportOptions& options) {
     if (extension == ".svg") return SvgText(sheet);
     if (extension == ".png") return PngBytes(sheet, options.pngScale);
+    if (extension == ".html") return CatalogueHtml(sheet, SvgText(sheet));
     if (extension == ".json") return JsonText(sheet);
     return CsvText(sheet);
 }

@@ -14,7 +14,7 @@ struct ExportOptions {
     int pngScale = 1;  // picture pixels of a PNG per page pixel, at least 1
 };
 
-/// The known extensions with their dots, for help texts: ".svg", ".png", ".json", ".csv".
+/// The known extensions with their dots, for help texts: ".svg" and so on.
 [[nodiscard]] std::span<const std::string_view> ExportExtensions();
 
 /// Is the extension known? Upper and lower case are alike.

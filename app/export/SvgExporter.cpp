@@ -5,16 +5,15 @@
 #include <charconv>
 #include <cmath>
 #include <cstddef>
-#include <cstdint>
 #include <map>
 #include <pugixml.hpp>
 #include <set>
 #include <sstream>
-#include <string_view>
 #include <utility>
 
 #include "app/document/StyleChoices.h"
 #include "app/export/SheetDrawing.h"
+#include "app/file/Base64.h"
 #include "app/render/CleanText.h"
 #include "app/render/TextMetrics.h"
 
@@ -29,23 +28,6 @@ std::string Number(double value) {
     const double rounded = std::round(value * 100.0) / 100.0 + 0.0;
     const auto end = std::to_chars(digits.data(), digits.data() + digits.size(), rounded).ptr;
     return {digits.data(), end};
-}
-
-std::string Base64(std::string_view bytes) {
-    constexpr std::string_view kDigits = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/";
-    std::string text;
-    text.reserve((bytes.size() + 2) / 3 * 4);
-    for (std::size_t i = 0; i < bytes.size(); i += 3) {
-        std::uint32_t group = 0;
-        for (std::size_t k = 0; k < 3; ++k) {
-            group = (group << 8U) | (i + k < bytes.size() ? static_cast<unsigned char>(bytes[i + k]) : 0U);
-        }
-        for (std::size_t k = 0; k < 4; ++k) {
-            text +=
-                i + k <= bytes.size() ? kDigits[(group >> (18U - 6U * static_cast<unsigned>(k))) & 63U] : '=';
-        }
-    }
-    return text;
 }
 
 void Set(Node node, const char* name, const std::string& value) {

@@ -22,13 +22,17 @@ PagePoint OnPage(const dg::DPoint3D& pixel, const PageBox& figure) {
     return {figure.x0 + pixel.x, figure.y0 + pixel.y};
 }
 
-/// Where the leader ends; false when that lies outside the glass that it leads through.
-bool AnchorPixel(const Callout& callout, unsigned position, const dg::Camera3D& camera, dg::DPoint3D& pixel) {
+dg::DPoint3D AnchorInWorld(const Callout& callout, unsigned position) {
     dg::DPoint3D point;
     dg::Location location;
     callout.GetAnchorAtPos(position, point);
     callout.GetInstanceLocationAtPos(location, position);
-    const dg::DPoint3D world = point * location;
+    return point * location;
+}
+
+/// Where the leader ends; false when that lies outside the glass that it leads through.
+bool AnchorPixel(const Callout& callout, unsigned position, const dg::DPoint3D& world,
+                 const dg::Camera3D& camera, dg::DPoint3D& pixel) {
     if (const auto inset = callout.GetInsetAtPos(position)) return inset->GetObjectPtToScreenPt(world, pixel);
     pixel = world * camera.GetWorldToPixel();
     return true;
@@ -111,8 +115,10 @@ void CalloutPlates::AddLeaders(SheetCallout& plate, const Callout& callout, cons
     auto& sources = m_leaders.emplace_back();
     for (const unsigned position : callout.GetDrawnLeaders()) {
         dg::DPoint3D pixel;
-        if (!AnchorPixel(callout, position, camera, pixel)) continue;
+        const dg::DPoint3D world = AnchorInWorld(callout, position);
+        if (!AnchorPixel(callout, position, world, camera, pixel)) continue;
         SheetLeader leader;
+        leader.place = {world.x, world.y, world.z};
         leader.anchor = OnPage(pixel, m_figure);
         leader.instance = callout.GetShapeInstanceIdAtPos(position);
         leader.visible = !callout.IsHiddenAsDashedAtPos(position);

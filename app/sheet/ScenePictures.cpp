@@ -1,5 +1,8 @@
 #include "app/sheet/ScenePictures.h"
 
+#include <fmt/format.h>
+
+#include <algorithm>
 #include <cmath>
 #include <cstdint>
 #include <numeric>
@@ -46,6 +49,13 @@ std::vector<dg::Color> ColorsOf(const zrk::PickScene& scene, const ProductModel&
     colors.reserve(scene.GetParts().size());
     for (const auto& part : scene.GetParts()) colors.push_back(model.ColorOf(*part));
     return colors;
+}
+
+std::string CssColor(const dg::Color& color) {
+    const auto channel = [](float value) {
+        return std::lround(255.0 * std::clamp(static_cast<double>(value), 0.0, 1.0));
+    };
+    return fmt::format("#{:02x}{:02x}{:02x}", channel(color.r), channel(color.g), channel(color.b));
 }
 
 ScenePainter::ScenePainter(const zrk::PickScene& scene, const PictureChoice& choice,

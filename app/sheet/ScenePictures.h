@@ -3,6 +3,7 @@
 #pragma once
 
 #include <functional>
+#include <string>
 #include <vector>
 
 #include "app/document/PictureChoice.h"
@@ -18,6 +19,9 @@ namespace zrsheet {
 
 /// Of each part of the scene; empty if the model gives none a colour.
 [[nodiscard]] std::vector<dg::Color> ColorsOf(const zrk::PickScene& scene, const ProductModel& model);
+
+/// "#rrggbb".
+[[nodiscard]] std::string CssColor(const dg::Color& color);
 
 /// Takes pictures of the parts that are visible, as the author wants them drawn.
 class ScenePainter {

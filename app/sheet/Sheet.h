@@ -3,6 +3,7 @@
 
 #pragma once
 
+#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <map>
@@ -13,7 +14,10 @@
 #include "app/document/PictureChoice.h"
 #include "app/lineart/LineArt.h"
 #include "app/render/Raster.h"
+#include "dg/DMat44.h"
+#include "du/ConstSmartPtr.h"
 #include "zrannotations/CalloutStyle.h"
+#include "zrg/Shape.h"
 
 namespace zrsheet {
 
@@ -25,6 +29,7 @@ struct SheetLeader {
     bool visible = true;   // false: drawn dashed
     std::string color = "#000000";
     zrannotations::Terminator terminator = zrannotations::Terminator::Dot;  // never Auto
+    std::array<double, 3> place{};                                          // the anchor in the model
 };
 
 /// How a callout is drawn.
@@ -52,14 +57,18 @@ struct SheetCircle {
     double radius = 0.0;
 };
 
-/// What is seen of a part: where readers may point at it.
-struct SheetHotspot {
+/// One of the model's parts, as picture and list name it.
+struct SheetPart {
     std::string id;  // legal XML name; stays when parts are renamed, turned or hidden
     bool hasItem = false;
     unsigned int itemId = 0;
-    std::string label;                         // of the item
-    std::string name;                          // of the part, or of the symbol
-    std::string instance;                      // path of the part's instance; empty for a symbol
+    std::string label;     // of the item
+    std::string name;      // of the part, or of the symbol
+    std::string instance;  // path of the part's instance; empty for a symbol
+};
+
+/// What is seen of a part: where readers may point at it.
+struct SheetHotspot : SheetPart {
     std::vector<std::vector<ArtPoint>> rings;  // even-odd; in pixels from the corner of the figure or inset
 };
 
@@ -73,6 +82,19 @@ struct SheetInset {
     Raster picture;
     std::vector<ArtLine> lines;  // in pixels from the box's corner
     std::vector<SheetHotspot> hotspots;
+};
+
+/// A part that is shown, to be looked at from any side.
+struct SheetSolid : SheetPart {
+    du::ConstSmartPtr<zrg::Shape> shape;  // shared by equal parts
+    dg::DMat44 toWorld;
+    std::string color;  // "#rrggbb"; empty if the model's file gives none
+};
+
+/// How the picture looks at the model.
+struct SheetCamera {
+    std::array<double, 3> look{0.0, 0.0, -1.0};  // both in the model, of any length
+    std::array<double, 3> up{0.0, 1.0, 0.0};
 };
 
 /// What the picture lies on: one colour at the top, another at the bottom.
@@ -157,6 +179,8 @@ struct Sheet {
     Raster picture;              // empty where everything is vectors
     std::vector<ArtLine> lines;  // in pixels from the figure's corner
     std::vector<SheetHotspot> hotspots;
+    std::vector<SheetSolid> solids;
+    SheetCamera camera;
     SheetModel model;
     std::vector<SheetInset> insets;  // those that are visible, later ones over earlier ones
     std::vector<SheetCallout> callouts;

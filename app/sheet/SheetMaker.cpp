@@ -1,7 +1,5 @@
 #include "app/sheet/SheetMaker.h"
 
-#include <fmt/format.h>
-
 #include <algorithm>
 #include <chrono>
 #include <cmath>
@@ -16,6 +14,7 @@
 #include "app/sheet/PartsTable.h"
 #include "app/sheet/ScenePictures.h"
 #include "app/sheet/SheetItems.h"
+#include "app/sheet/Solids.h"
 #include "zrk/annotation/AnnoSet.h"
 #include "zrk/scene/PickScene.h"
 #include "zrkapp/illustration/HostSession.h"
@@ -47,14 +46,6 @@ void Shift(SheetInset& inset, const PagePoint& move) {
     Shift(inset.box, move);
 }
 
-/// "#rrggbb".
-std::string CssColor(const dg::Color& color) {
-    const auto channel = [](float value) {
-        return std::lround(255.0 * std::clamp(static_cast<double>(value), 0.0, 1.0));
-    };
-    return fmt::format("#{:02x}{:02x}{:02x}", channel(color.r), channel(color.g), channel(color.b));
-}
-
 /// The picture and the glasses over it.
 void TakePictures(const Document& document, const dg::Camera3D& camera, const PageBox& figure,
                   unsigned threads, Sheet& sheet) {
@@ -73,6 +64,8 @@ void TakePictures(const Document& document, const dg::Camera3D& camera, const Pa
         return HotspotsOf(document, *scene, std::move(areas));
     };
     sheet.hotspots = hotspotsOf(std::move(art.areas));
+    sheet.solids = SolidsOf(document, *scene);
+    sheet.camera = CameraOf(camera);
     du::SmartPtr<zrk::AnnoSet> annotations;
     document.Scene()->GetAnnoSet(annotations);
     sheet.insets = InsetsOf(*annotations, painter, figure, hotspotsOf);

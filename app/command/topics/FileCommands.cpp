@@ -116,7 +116,7 @@ CommandTopic FileCommands() {
           "state at every moment.",
           "save pump.zrsheet", Effect::Reads, "", Save},
          {"export", "FILE...", "write the sheet",
-          "The extension chooses the format: .svg, .png, .json or .csv. All are written or none.",
+          "The extension chooses the format: .svg, .png, .html, .json or .csv. All are written or none.",
           "export pump.svg pump.csv", Effect::Reads, "", Export},
          {"report", "FILE", "write where everything stands on the page, for programs",
           "A JSON file; places are page pixels.", "report pump.json", Effect::Reads, "", Report},
