@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include "app/document/ListColumn.h"
 #include "app/document/StyleChoices.h"
 #include "app/document/UserError.h"
 #include "app/export/ExportSheet.h"
@@ -115,7 +116,11 @@ struct RawOptions {
     std::string view = "iso";
     std::string picture = "line";
     double outline = PictureChoice().outline;
-    std::string size = "1600x1000";
+    std::optional<std::string> size;
+    std::string paper = "none";
+    std::string turn = "landscape";
+    std::string list = "sheet";
+    std::string columns;
     std::string numbering = "flat";
     std::optional<std::string> shape;
     std::optional<std::string> terminator;
@@ -160,10 +165,10 @@ void DefinePicture(CLI::App& make, SheetOptions& options, RawOptions& raw) {
         ->type_name("VIEW")
         ->group("Picture")
         ->capture_default_str();
-    make.add_option("--size", raw.size, "The page in pixels; it grows when callouts or list need more")
+    make.add_option("--size", raw.size,
+                    "The page in pixels, 1600x1000 if not given; it grows when callouts\nor list need more")
         ->type_name("WxH")
-        ->group("Picture")
-        ->capture_default_str();
+        ->group("Picture");
     make.add_option("--style", raw.picture,
                     "How the model is drawn: line (lines on white parts, nothing but\nvectors), shaded (a "
                     "raster) or both (lines over shaded parts)")
@@ -177,6 +182,22 @@ void DefinePicture(CLI::App& make, SheetOptions& options, RawOptions& raw) {
         ->group("Picture")
         ->capture_default_str();
     DefineThreads(make, options.threads)->group("Picture");
+}
+
+void DefinePaper(CLI::App& make, SheetOptions& options, RawOptions& raw) {
+    const auto add = [&make](const std::string& name, std::string& value, const std::string& type,
+                             const std::string& help) {
+        make.add_option(name, value, help)->type_name(type)->group("Paper");
+    };
+    add("--page", raw.paper, "PAPER",
+        "Paper for all outputs: a4, a3 or letter, with a frame and a title\nblock. Without it only PDF is on "
+        "paper, on A4, unless --size is\ngiven");
+    add("--orientation", raw.turn, "KIND", "landscape (the default) or portrait");
+    add("--list", raw.list, "PLACE",
+        "The parts list on paper: on the sheet as far as it fits (the\ndefault), on a page of its own, or "
+        "none");
+    add("--title", options.paper.title, "TEXT", "The title; else it is the model's name");
+    add("--date", options.paper.date, "TEXT", "For the title block; none is shown else");
 }
 
 void DefineCallouts(CLI::App& make, SheetOptions& options, RawOptions& raw) {
@@ -283,6 +304,11 @@ void DefineList(CLI::App& make, SheetOptions& options, RawOptions& raw) {
         ->check(CLI::IsMember({"flat", "hierarchical"}).description(""))
         ->capture_default_str();
     DefineNumbers(make, options, raw);
+    make.add_option("--columns", raw.columns,
+                    "Columns of the list: item, quantity, name, tag, level,\nproperty:NAME, with commas "
+                    "between")
+        ->type_name("COLUMNS")
+        ->group("Parts list");
     make.add_option("--language", options.language, "Of the sheet's own texts: en, de, fr, es or ja")
         ->type_name("LANGUAGE")
         ->group("Parts list")
@@ -327,9 +353,14 @@ void DefineCheck(CLI::App& check, CheckRequest& request) {
 void Interpret(const RawOptions& raw, MakeRequest& request) {
     SheetOptions& options = request.options;
     options.view = ParseViewDirection(raw.view);
-    ReadSize(raw.size, options);
+    request.hasSize = raw.size.has_value();
+    if (raw.size) ReadSize(*raw.size, options);
     options.picture.mode = ParsePictureMode(raw.picture);
     options.picture.outline = CheckedOutline(raw.outline);
+    options.paper.size = ParsePaperSize(raw.paper);
+    options.paper.turn = ParsePaperTurn(raw.turn);
+    options.paper.list = ParseListPlace(raw.list);
+    if (!raw.columns.empty()) options.paper.listColumns = ParseListColumns(raw.columns);
     options.numbering.hierarchical = raw.numbering == "hierarchical";
     for (const std::string& rule : raw.skipped) options.rules.Skip(rule);
     if (raw.combine) options.leaders = LeaderChoice::All;
@@ -357,6 +388,7 @@ void DefineMake(CLI::App& make, MakeRequest& request, RawOptions& raw) {
     make.footer(kExamples);
     DefineFiles(make, request);
     DefinePicture(make, request.options, raw);
+    DefinePaper(make, request.options, raw);
     DefineCallouts(make, request.options, raw);
     DefineList(make, request.options, raw);
 }

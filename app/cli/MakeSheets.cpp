@@ -1,7 +1,9 @@
 #include "app/cli/MakeSheets.h"
 
+#include <algorithm>
 #include <chrono>
 #include <utility>
+#include <vector>
 
 #include "app/cli/ProgressBar.h"
 #include "app/cli/Warning.h"
@@ -24,6 +26,27 @@ void CheckTargets(const MakeRequest& request) {
     if (!request.report.empty()) CheckTarget(request.report);
 }
 
+bool IsPrint(const std::filesystem::path& file) { return HasExtension(file, ".pdf"); }
+
+/// Who asks for no page in particular gets PDF on paper, beside other files with a sheet of its own.
+SheetOptions WithPrint(const MakeRequest& request) {
+    SheetOptions options = request.options;
+    const auto& outputs = request.outputs;
+    const bool isFree = options.paper.size == PaperSize::None && !request.hasSize;
+    if (!isFree || std::none_of(outputs.begin(), outputs.end(), IsPrint)) return options;
+    const bool isAll = request.report.empty() && std::all_of(outputs.begin(), outputs.end(), IsPrint);
+    (isAll ? options.paper.size : options.print) = PaperSize::A4;
+    return options;
+}
+
+std::vector<SheetFile> FilesOf(const MakeRequest& request, const SheetPair& sheets) {
+    std::vector<SheetFile> files;
+    files.reserve(request.outputs.size());
+    for (const auto& output : request.outputs)
+        files.push_back({IsPrint(output) && sheets.print ? *sheets.print : sheets.sheet, output});
+    return files;
+}
+
 }  // namespace
 
 void MakeSheets(const MakeRequest& request) {
@@ -37,12 +60,12 @@ void MakeSheets(const MakeRequest& request) {
     for (const std::string& warning : assembly.warnings)
         PrintWarning(request.options.model.string() + ": " + warning);
     const double importSeconds = SecondsSince(start);
-    Sheet sheet = MakeSheet(std::move(assembly), request.options, show);
-    sheet.seconds.load += importSeconds;
+    SheetPair sheets = MakeSheetPair(std::move(assembly), WithPrint(request), show);
+    sheets.sheet.seconds.load += importSeconds;
     const auto writing = std::chrono::steady_clock::now();
-    for (const auto& output : request.outputs) ExportSheet(sheet, output);
-    sheet.seconds.write = SecondsSince(writing);
-    if (!request.report.empty()) ExportReport(sheet, request.report);
+    ExportSheets(FilesOf(request, sheets));
+    sheets.sheet.seconds.write = SecondsSince(writing);
+    if (!request.report.empty()) ExportReport(sheets.sheet, request.report);
 }
 
 }  // namespace zrsheet

@@ -15,6 +15,7 @@ struct MakeRequest {
     SheetOptions options;
     std::vector<std::filesystem::path> outputs;
     std::filesystem::path report;  // empty: none
+    bool hasSize = false;          // the author gave the page's pixels
 };
 
 struct RunRequest {

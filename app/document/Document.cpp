@@ -104,6 +104,11 @@ void Document::SetPicture(const PictureChoice& picture) {
     Record([this, before] { m_picture = before; }, [this, picture] { m_picture = picture; });
 }
 
+void Document::SetPaper(const PaperChoice& paper) {
+    const auto before = std::exchange(m_paper, paper);
+    Record([this, before] { m_paper = before; }, [this, paper] { m_paper = paper; });
+}
+
 LeaderChoice Document::Leaders() const {
     if (m_engine->GetDrawOneForSamePart()) return LeaderChoice::One;
     return m_engine->GetCombineForSamePart() ? LeaderChoice::All : LeaderChoice::PerInstance;

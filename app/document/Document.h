@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "app/document/LeaderChoice.h"
+#include "app/document/PaperChoice.h"
 #include "app/document/PictureChoice.h"
 #include "app/document/ProductModel.h"
 #include "app/document/TemplateLibrary.h"
@@ -83,6 +84,10 @@ public:
     [[nodiscard]] const PictureChoice& Picture() const { return m_picture; }
     void SetPicture(const PictureChoice& picture);
 
+    /// What the sheet is printed on; a size of paper counts instead of the page's pixels.
+    [[nodiscard]] const PaperChoice& Paper() const { return m_paper; }
+    void SetPaper(const PaperChoice& paper);
+
     // Label templates. Changes can be undone.
     [[nodiscard]] const TemplateLibrary& Templates() const { return m_templates; }
     /// Defines or changes a template. Throws UserError when a text is wrong.
@@ -150,6 +155,7 @@ private:
     std::pair<int, int> m_page;
     zrannotations::CalloutStyle m_style;
     PictureChoice m_picture;
+    PaperChoice m_paper;
     std::set<CalloutPtr> m_placedByHand;
     Look m_checked;  // when leaders were last checked
 };

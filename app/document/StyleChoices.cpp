@@ -2,23 +2,13 @@
 
 #include <fmt/format.h>
 
-#include <algorithm>
 #include <cstddef>
-#include <span>
 
+#include "app/document/ChoiceWords.h"
 #include "app/document/UserError.h"
 
 namespace zrsheet {
 namespace {
-
-std::size_t Parse(std::string_view word, std::span<const std::string_view> words, std::string_view what) {
-    const auto found = std::find(words.begin(), words.end(), word);
-    if (found != words.end()) return static_cast<std::size_t>(found - words.begin());
-    std::string known;
-    for (const auto each : words.first(words.size() - 1))
-        known += (known.empty() ? "" : ", ") + std::string(each);
-    throw UserError(fmt::format("'{}' is no {}; use {} or {}", word, what, known, words.back()));
-}
 
 double Checked(double value, double least, double most, std::string_view what,
                std::string_view unit = "pixels") {
@@ -29,11 +19,11 @@ double Checked(double value, double least, double most, std::string_view what,
 }  // namespace
 
 zrannotations::BalloonShape ParseShape(std::string_view word) {
-    return static_cast<zrannotations::BalloonShape>(Parse(word, kShapeWords, "shape of balloons"));
+    return static_cast<zrannotations::BalloonShape>(ParseChoice(word, kShapeWords, "shape of balloons"));
 }
 
 zrannotations::Terminator ParseTerminator(std::string_view word) {
-    return static_cast<zrannotations::Terminator>(Parse(word, kTerminatorWords, "end of leaders"));
+    return static_cast<zrannotations::Terminator>(ParseChoice(word, kTerminatorWords, "end of leaders"));
 }
 
 bool ParseStack(std::string_view word) {
@@ -48,7 +38,7 @@ double CheckedLineWidth(double width) {
 }
 
 PictureMode ParsePictureMode(std::string_view word) {
-    return static_cast<PictureMode>(Parse(word, kPictureWords, "style of pictures"));
+    return static_cast<PictureMode>(ParseChoice(word, kPictureWords, "style of pictures"));
 }
 
 double CheckedOutline(double width) {

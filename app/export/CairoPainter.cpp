@@ -35,11 +35,18 @@ void CairoPainter::PaintSheet(const Sheet& sheet, const SheetDrawing& drawing) {
     cairo_rectangle(m_cairo, 0.0, 0.0, sheet.width, sheet.height);
     cairo_fill(m_cairo);
     PaintFigure(sheet, drawing);
-    PaintText(drawing.title);
+    if (!drawing.title.text.empty()) PaintText(drawing.title);
     for (std::size_t i = 0; i < sheet.insets.size(); ++i) PaintInset(sheet.insets[i], drawing.insets[i]);
     for (const DrawnCallout& callout : drawing.callouts) PaintCallout(callout);
-    for (const DrawnLine& rule : drawing.tableRules) PaintLine(rule);
-    for (const DrawnText& text : drawing.tableTexts) PaintText(text);
+    PaintForm(drawing.table);
+    PaintForm(drawing.frame);
+}
+
+void CairoPainter::PaintForm(const DrawnForm& form) {
+    for (const DrawnLine& rule : form.rules) PaintLine(rule);
+    for (const DrawnText& text : form.texts) {
+        if (!text.text.empty()) PaintText(text);
+    }
 }
 
 void CairoPainter::PaintFigure(const Sheet& sheet, const SheetDrawing& drawing) {

@@ -20,6 +20,7 @@ public:
 
     /// Everything from the paper on. Throws ExportError when a picture is too large for cairo.
     void PaintSheet(const Sheet& sheet, const SheetDrawing& drawing);
+    void PaintForm(const DrawnForm& form);
 
 private:
     void PaintFigure(const Sheet& sheet, const SheetDrawing& drawing);

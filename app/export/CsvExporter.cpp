@@ -1,11 +1,19 @@
 #include "app/export/CsvExporter.h"
 
-#include <set>
 #include <string_view>
 #include <vector>
 
+#include "app/sheet/ListTable.h"
+
 namespace zrsheet {
 namespace {
+
+/// Spreadsheets take what begins so for a formula and run it; after an apostrophe they take it for text.
+constexpr std::string_view kFormulaStarts = "=+-@\t\r";
+
+std::string Tamed(const std::string& text) {
+    return !text.empty() && kFormulaStarts.find(text.front()) != std::string_view::npos ? "'" + text : text;
+}
 
 std::string Quoted(std::string_view field) {
     if (field.find_first_of(",\"\r\n") == std::string_view::npos) return std::string(field);
@@ -25,27 +33,19 @@ void AppendRecord(std::string& text, const std::vector<std::string>& fields) {
     text += "\r\n";
 }
 
-std::set<std::string> PropertyNames(const Sheet& sheet) {
-    std::set<std::string> names;
-    for (const SheetItem& item : sheet.items) {
-        for (const auto& [name, value] : item.properties) names.insert(name);
-    }
-    return names;
-}
-
 }  // namespace
 
 std::string CsvText(const Sheet& sheet) {
-    const std::set<std::string> properties = PropertyNames(sheet);
-    std::vector<std::string> header{"Item", "Quantity", "Name", "Tag"};
-    header.insert(header.end(), properties.begin(), properties.end());
+    const std::vector<ListColumn> columns = ListColumnsOf(sheet);
     std::string text;
-    AppendRecord(text, header);
+    std::vector<std::string> fields;
+    for (const ListColumn& column : columns) fields.push_back(Tamed(HeadText(column)));
+    AppendRecord(text, fields);
     for (const SheetItem& item : sheet.items) {
-        std::vector<std::string> fields{item.label, std::to_string(item.quantity), item.name, item.tag};
-        for (const std::string& name : properties) {
-            const auto property = item.properties.find(name);
-            fields.push_back(property == item.properties.end() ? std::string() : property->second);
+        fields.clear();
+        for (const ListColumn& column : columns) {
+            const std::string cell = CellText(item, column);
+            fields.push_back(column.field == ListField::Quantity ? cell : Tamed(cell));
         }
         AppendRecord(text, fields);
     }

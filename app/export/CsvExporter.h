@@ -8,9 +8,8 @@
 
 namespace zrsheet {
 
-/// RFC 4180 in UTF-8: Item (its label), Quantity, Name and Tag, then a column for every property that any
-/// item has, by name. A row for every item in the sheet's order. Texts are written as they are: one that
-/// begins like a formula remains the part's name.
+/// RFC 4180 in UTF-8 with the columns of ListColumnsOf, a row for every item in the sheet's order. Texts that
+/// a spreadsheet would run as a formula have an apostrophe in front.
 [[nodiscard]] std::string CsvText(const Sheet& sheet);
 
 }  // namespace zrsheet

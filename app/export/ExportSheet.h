@@ -5,6 +5,7 @@
 #include <filesystem>
 #include <span>
 #include <string_view>
+#include <vector>
 
 #include "app/sheet/Sheet.h"
 
@@ -20,8 +21,21 @@ struct ExportOptions {
 /// Is the extension known? Upper and lower case are alike.
 [[nodiscard]] bool CanExport(const std::filesystem::path& path);
 
-/// Throws ExportError when the extension is not known, FileError when the file cannot be written; nothing is
-/// half written then.
+/// Upper and lower case are alike; `extension` has its dot and is in lower case.
+[[nodiscard]] bool HasExtension(const std::filesystem::path& path, std::string_view extension);
+
+/// A sheet on its way into a file.
+struct SheetFile {
+    const Sheet& sheet;
+    std::filesystem::path path;
+};
+
+/// Writes all or, when it throws, none: ExportError when an extension is not known or a content cannot be
+/// made, FileError when a file cannot be written. Where one refers to another, as parts data to their
+/// picture, it is to one of these.
+void ExportSheets(const std::vector<SheetFile>& files, const ExportOptions& options = {});
+
+/// The same for one.
 void ExportSheet(const Sheet& sheet, const std::filesystem::path& path, const ExportOptions& options = {});
 
 }  // namespace zrsheet

@@ -21,7 +21,15 @@ constexpr double kArrowGrowth = 2.5;
 constexpr double kArrowSlope = 0.28;  // of half the base to the length
 constexpr double kHeadRuleWidth = 1.2;
 constexpr double kRowRuleWidth = 0.5;
-constexpr double kPixelsPerMillimetre = 96.0 / 25.4;
+// Of frames, in millimetres.
+constexpr double kFrameWidth = 0.7;
+constexpr double kBoxWidth = 0.35;
+constexpr double kFieldRuleWidth = 0.18;
+constexpr double kCentringMark = 5.0;  // length on each side of the frame
+constexpr double kFieldPadding = 1.5;
+constexpr double kCaptionBaseline = 2.8;  // below the field's top
+constexpr double kFieldBaseline = 2.2;    // above its bottom
+constexpr const char* kCaptionColor = "#505050";
 constexpr double kThinShare = 0.5;  // of the width of outlines
 constexpr const char* kRowRuleColor = "#b8b8b8";
 
@@ -85,8 +93,8 @@ std::vector<DrawnLine> OuterTangents(const SheetCircle& a, const SheetCircle& b,
     return lines;
 }
 
-/// Inks in the order in which their first lines come.
-DrawnModel DrawModel(const std::vector<ArtLine>& lines, const PagePoint& origin, const PictureChoice& look) {
+/// `outline` is the width of outlines. Inks in the order in which their first lines come.
+DrawnModel DrawModel(const std::vector<ArtLine>& lines, const PagePoint& origin, double outline) {
     constexpr std::array<const char*, 4> kClasses{"outline", "edge", "crossing", "hidden"};
     DrawnModel model{origin, {}};
     std::map<std::pair<LineKind, int>, std::size_t> places;
@@ -97,7 +105,7 @@ DrawnModel DrawModel(const std::vector<ArtLine>& lines, const PagePoint& origin,
             std::string cssClass = kClasses.at(static_cast<std::size_t>(line.kind));
             if (line.fineness > 0) cssClass += " fine-" + std::to_string(line.fineness);
             model.inks.push_back({std::move(cssClass),
-                                  look.outline * kPixelsPerMillimetre * share * kLineShares[line.fineness],
+                                  outline * share * kLineShares[line.fineness],
                                   line.kind == LineKind::Hidden,
                                   {}});
         }
@@ -106,9 +114,9 @@ DrawnModel DrawModel(const std::vector<ArtLine>& lines, const PagePoint& origin,
     return model;
 }
 
-DrawnInset DrawInset(const SheetInset& inset, const SheetStyle& style, const PictureChoice& look) {
+DrawnInset DrawInset(const SheetInset& inset, const SheetStyle& style, double outline) {
     DrawnInset drawn;
-    drawn.model = DrawModel(inset.lines, {inset.box.x0, inset.box.y0}, look);
+    drawn.model = DrawModel(inset.lines, {inset.box.x0, inset.box.y0}, outline);
     const std::pair<double, const char*> strokes[] = {{style.sourceWidth + 2.0 * kHalo, kPaperColor},
                                                       {style.sourceWidth, style.inkColor.c_str()}};
     for (const auto& [width, color] : strokes) {
@@ -177,71 +185,143 @@ DrawnCallout DrawCallout(const SheetCallout& callout, const SheetStyle& style) {
     return drawn;
 }
 
-/// Draws the table row by row, downwards.
+/// Draws the table row by row, from the head on.
 class TableDrawer {
 public:
-    TableDrawer(const SheetTable& table, const SheetStyle& style, SheetDrawing& drawing)
-        : m_table(table), m_style(style), m_drawing(drawing), m_capHeight(CapHeight(style.tableFontSize)) {}
+    TableDrawer(const SheetTable& table, const SheetStyle& style, DrawnForm& form)
+        : m_table(table), m_style(style), m_form(form), m_capHeight(CapHeight(style.tableFontSize)) {}
 
     void Draw() {
         if (m_table.columns.empty()) return;
         std::vector<TableCell> head;
         for (const TableColumn& column : m_table.columns) head.push_back({column.title, 0.0});
-        DrawRule(m_table.box.y0, kHeadRuleWidth, m_style.inkColor);
+        const double headRule = m_table.isBoxed ? kBoxWidth * m_style.millimetre : kHeadRuleWidth;
+        DrawRule(EdgeOf(0), headRule, m_style.inkColor);
         DrawRow(head, 0, true);
         for (std::size_t i = 0; i < m_table.rows.size(); ++i) {
             DrawRow(m_table.rows[i], i + 1, false);
-            if (i > 0) DrawRule(TopOf(i + 1), kRowRuleWidth, kRowRuleColor);
+            if (i > 0) DrawRule(EdgeOf(i + 1), kRowRuleWidth, kRowRuleColor);
         }
-        DrawRule(TopOf(1), kHeadRuleWidth, m_style.inkColor);
-        DrawRule(TopOf(m_table.rows.size() + 1), kHeadRuleWidth, m_style.inkColor);
+        DrawRule(EdgeOf(1), headRule, m_style.inkColor);
+        DrawRule(EdgeOf(m_table.rows.size() + 1), headRule, m_style.inkColor);
+        if (m_table.isBoxed) DrawColumnRules(headRule);
     }
 
 private:
-    double TopOf(std::size_t row) const {
-        return m_table.box.y0 + static_cast<double>(row) * m_table.rowHeight;
+    /// Where the row begins, seen from the head.
+    double EdgeOf(std::size_t row) const {
+        const double way = static_cast<double>(row) * m_table.rowHeight;
+        return m_table.growsUp ? m_table.box.y1 - way : m_table.box.y0 + way;
     }
 
     void DrawRule(double y, double width, const std::string& color) {
-        m_drawing.tableRules.push_back({{m_table.box.x0, y}, {m_table.box.x1, y}, width, color, false});
+        m_form.rules.push_back({{m_table.box.x0, y}, {m_table.box.x1, y}, width, color, false});
+    }
+
+    void DrawColumnRules(double outer) {
+        const auto draw = [this](double x, double width) {
+            m_form.rules.push_back(
+                {{x, m_table.box.y0}, {x, m_table.box.y1}, width, m_style.inkColor, false});
+        };
+        double x = m_table.box.x0;
+        for (const TableColumn& column : m_table.columns) {
+            draw(x, x > m_table.box.x0 ? kFieldRuleWidth * m_style.millimetre : outer);
+            x += column.width;
+        }
+        draw(m_table.box.x1, outer);
     }
 
     void DrawRow(const std::vector<TableCell>& cells, std::size_t row, bool isHead) {
         double left = m_table.box.x0;
-        const double baseline = TopOf(row) + 0.5 * (m_table.rowHeight + m_capHeight);
+        const double baseline = Middle(EdgeOf(row), EdgeOf(row + 1)) + 0.5 * m_capHeight;
         for (std::size_t i = 0; i < std::min(cells.size(), m_table.columns.size()); ++i) {
             const TableColumn& column = m_table.columns[i];
             const double x = column.alignRight ? left + column.width - m_style.cellPadding
                                                : left + m_style.cellPadding + cells[i].indent;
-            m_drawing.tableTexts.push_back({CleanText(cells[i].text),
-                                            {x, baseline},
-                                            column.alignRight ? TextAlign::kRight : TextAlign::kLeft,
-                                            m_style.tableFontSize,
-                                            isHead,
-                                            m_style.inkColor});
+            m_form.texts.push_back({CleanText(cells[i].text),
+                                    {x, baseline},
+                                    column.alignRight ? TextAlign::kRight : TextAlign::kLeft,
+                                    m_style.tableFontSize,
+                                    isHead,
+                                    m_style.inkColor});
             left += column.width;
         }
     }
 
     const SheetTable& m_table;
     const SheetStyle& m_style;
-    SheetDrawing& m_drawing;
+    DrawnForm& m_form;
     double m_capHeight;
 };
+
+void DrawBox(const PageBox& box, double width, const std::string& color, std::vector<DrawnLine>& rules) {
+    // Half a width longer, so that corners are square.
+    const double more = 0.5 * width;
+    rules.push_back({{box.x0 - more, box.y0}, {box.x1 + more, box.y0}, width, color, false});
+    rules.push_back({{box.x0 - more, box.y1}, {box.x1 + more, box.y1}, width, color, false});
+    rules.push_back({{box.x0, box.y0}, {box.x0, box.y1}, width, color, false});
+    rules.push_back({{box.x1, box.y0}, {box.x1, box.y1}, width, color, false});
+}
+
+/// At the middles of the frame's sides, for folding and for cameras.
+void DrawCentringMarks(const PageBox& box, double width, double length, const std::string& color,
+                       std::vector<DrawnLine>& rules) {
+    const double x = Middle(box.x0, box.x1);
+    const double y = Middle(box.y0, box.y1);
+    rules.push_back({{x, box.y0 - length}, {x, box.y0}, width, color, false});
+    rules.push_back({{x, box.y1}, {x, box.y1 + length}, width, color, false});
+    rules.push_back({{box.x0 - length, y}, {box.x0, y}, width, color, false});
+    rules.push_back({{box.x1, y}, {box.x1 + length, y}, width, color, false});
+}
+
+void DrawField(const SheetField& field, const SheetStyle& style, DrawnForm& form) {
+    const double mm = style.millimetre;
+    const double left = field.box.x0 + kFieldPadding * mm;
+    DrawBox(field.box, kBoxWidth * mm, style.inkColor, form.rules);
+    form.texts.push_back({CleanText(field.caption),
+                          {left, field.box.y0 + kCaptionBaseline * mm},
+                          TextAlign::kLeft,
+                          style.captionSize * mm,
+                          false,
+                          kCaptionColor});
+    form.texts.push_back({CleanText(field.text),
+                          {left, field.box.y1 - kFieldBaseline * mm},
+                          TextAlign::kLeft,
+                          mm * (field.isStrong ? style.strongFieldSize : style.fieldSize),
+                          field.isStrong,
+                          style.inkColor});
+}
+
+void DrawFrame(const SheetFrame& frame, const SheetStyle& style, DrawnForm& form) {
+    const double width = kFrameWidth * style.millimetre;
+    for (const SheetField& field : frame.fields) DrawField(field, style, form);
+    DrawCentringMarks(frame.box, width, kCentringMark * style.millimetre, style.inkColor, form.rules);
+    DrawBox(frame.box, width, style.inkColor, form.rules);
+}
+
+void DrawTables(const std::vector<SheetTable>& tables, const SheetStyle& style, DrawnForm& form) {
+    for (const SheetTable& table : tables) TableDrawer(table, style, form).Draw();
+}
 
 }  // namespace
 
 SheetDrawing DrawSheet(const Sheet& sheet) {
+    const SheetStyle& style = sheet.style;
+    const double outline = sheet.look.outline * style.millimetre;
     SheetDrawing drawing;
-    drawing.model = DrawModel(sheet.lines, {sheet.figure.x0, sheet.figure.y0}, sheet.look);
-    drawing.title = {
-        CleanText(sheet.title), sheet.titlePlace, TextAlign::kLeft, sheet.style.titleFontSize, true,
-        sheet.style.inkColor};
-    for (const SheetInset& inset : sheet.insets)
-        drawing.insets.push_back(DrawInset(inset, sheet.style, sheet.look));
+    drawing.model = DrawModel(sheet.lines, {sheet.figure.x0, sheet.figure.y0}, outline);
+    drawing.title = {{}, sheet.titlePlace, TextAlign::kLeft, style.titleFontSize, true, style.inkColor};
+    if (!sheet.frame) drawing.title.text = CleanText(sheet.title);
+    for (const SheetInset& inset : sheet.insets) drawing.insets.push_back(DrawInset(inset, style, outline));
     for (const SheetCallout& callout : sheet.callouts)
-        drawing.callouts.push_back(DrawCallout(callout, sheet.style));
-    for (const SheetTable& table : sheet.tables) TableDrawer(table, sheet.style, drawing).Draw();
+        drawing.callouts.push_back(DrawCallout(callout, style));
+    DrawTables(sheet.tables, style, drawing.table);
+    if (sheet.frame) DrawFrame(*sheet.frame, style, drawing.frame);
+    for (const SheetListPage& page : sheet.listPages) {
+        DrawnForm& form = drawing.pages.emplace_back();
+        DrawTables(page.tables, style, form);
+        DrawFrame(page.frame, style, form);
+    }
     return drawing;
 }
 

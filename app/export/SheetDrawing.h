@@ -108,14 +108,21 @@ struct DrawnCallout {
     std::vector<DrawnText> label;        // line by line
 };
 
+/// The lines before the texts.
+struct DrawnForm {
+    std::vector<DrawnLine> rules;
+    std::vector<DrawnText> texts;
+};
+
 /// The sheet must outlive it.
 struct SheetDrawing {
     DrawnModel model;
-    DrawnText title;
+    DrawnText title;                     // empty if the title is in the frame
     std::vector<DrawnInset> insets;      // in the sheet's order
     std::vector<DrawnCallout> callouts;  // in the sheet's order
-    std::vector<DrawnLine> tableRules;
-    std::vector<DrawnText> tableTexts;
+    DrawnForm table;
+    DrawnForm frame;               // with the title block
+    std::vector<DrawnForm> pages;  // the further ones, frame and list
 };
 
 inline constexpr const char* kPaperColor = "#ffffff";

@@ -7,11 +7,11 @@
 #include <cstddef>
 #include <map>
 #include <pugixml.hpp>
-#include <set>
 #include <sstream>
 #include <utility>
 
 #include "app/document/StyleChoices.h"
+#include "app/export/IdTable.h"
 #include "app/export/SheetDrawing.h"
 #include "app/file/Base64.h"
 #include "app/render/CleanText.h"
@@ -123,27 +123,6 @@ void AddBalloon(Node parent, const DrawnBalloon& balloon) {
     for (const DrawnLine& rule : balloon.rules) AddLine(parent, rule);
 }
 
-/// Gives out ids of letters, digits, '-', '_' and '.', no two alike.
-class IdTable {
-public:
-    std::string Take(const std::string& prefix, const std::string& wanted) {
-        std::string id = wanted.starts_with(prefix) ? wanted : prefix + wanted;
-        std::replace_if(
-            id.begin(), id.end(), [](char c) { return !IsLegal(c); }, '_');
-        std::string unique = id;
-        for (int i = 2; !m_taken.insert(unique).second; ++i) unique = id + "-" + std::to_string(i);
-        return unique;
-    }
-
-private:
-    static bool IsLegal(char c) {
-        return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9') || c == '-' ||
-               c == '_' || c == '.';
-    }
-
-    std::set<std::string> m_taken;
-};
-
 std::string InstanceList(const SheetCallout& callout) {
     std::string list;
     for (const std::string& instance : callout.instances) {
@@ -238,11 +217,13 @@ void AddHotspots(Node parent, const std::vector<SheetHotspot>& hotspots, const P
     if (hotspots.empty()) return;
     Node group = AddGroup(parent, "hotspots");
     Set(group, "transform", "translate(" + Number(box.x0) + " " + Number(box.y0) + ")");
-    for (const SheetHotspot& hotspot : hotspots) {
+    const std::vector<std::string> spotIds = HotspotIds(hotspots, prefix, ids);
+    for (std::size_t i = 0; i < hotspots.size(); ++i) {
+        const SheetHotspot& hotspot = hotspots[i];
         PathText path;
         for (const auto& ring : hotspot.rings) path.Add(ring, true);
         Node node = AddPath(group, "hotspot", path);
-        Set(node, "id", ids.Take(prefix, hotspot.id));
+        Set(node, "id", spotIds[i]);
         if (hotspot.hasItem) {
             Set(node, "data-item", std::to_string(hotspot.itemId));
             Set(node, "data-label", CleanText(hotspot.label));
@@ -254,10 +235,9 @@ void AddHotspots(Node parent, const std::vector<SheetHotspot>& hotspots, const P
     }
 }
 
-void AddGround(Node svg, const Sheet& sheet, IdTable& ids) {
+void AddGround(Node svg, const Sheet& sheet) {
     Node gradient = svg.append_child("linearGradient");
-    const std::string id = ids.Take("", "ground");
-    Set(gradient, "id", id);
+    Set(gradient, "id", IdTable::kGround);
     Set(gradient, "x2", "0");
     Set(gradient, "y2", "1");
     for (const auto& [offset, color] :
@@ -272,13 +252,13 @@ void AddGround(Node svg, const Sheet& sheet, IdTable& ids) {
     Set(ground, "y", sheet.figure.y0);
     Set(ground, "width", sheet.figure.x1 - sheet.figure.x0);
     Set(ground, "height", sheet.figure.y1 - sheet.figure.y0);
-    Set(ground, "fill", "url(#" + id + ")");
+    Set(ground, "fill", std::string("url(#") + IdTable::kGround + ")");
 }
 
 // White areas carry the lines; over a picture they are there to be pointed at only, and nothing hides it.
 void AddFigure(Node svg, const Sheet& sheet, const DrawnModel& model, IdTable& ids) {
     const bool isPlain = sheet.ground.top == kPaperColor && sheet.ground.bottom == kPaperColor;
-    if (sheet.look.mode == PictureMode::Line && !isPlain) AddGround(svg, sheet, ids);
+    if (sheet.look.mode == PictureMode::Line && !isPlain) AddGround(svg, sheet);
     if (!sheet.picture.pixels.empty()) Set(AddImage(svg, sheet.picture, sheet.figure), "class", "picture");
     Node group = AddGroup(svg, ("model " + std::string(WordOf(sheet.look.mode))).c_str());
     AddHotspots(group, sheet.hotspots, sheet.figure, "", ids);
@@ -338,11 +318,16 @@ void AddInset(Node svg, const SheetInset& inset, const DrawnInset& drawn, Pictur
     AddRing(group, drawn.outline);
 }
 
-void AddTable(Node svg, const SheetDrawing& drawing) {
-    if (drawing.tableRules.empty()) return;
-    Node table = AddGroup(svg, "parts-list");
-    for (const DrawnLine& rule : drawing.tableRules) AddLine(table, rule);
-    for (const DrawnText& text : drawing.tableTexts) AddText(table, text);
+void AddForm(Node svg, const char* cssClass, const DrawnForm& form) {
+    if (form.rules.empty()) return;
+    Node group = AddGroup(svg, cssClass);
+    for (const DrawnLine& rule : form.rules) AddLine(group, rule);
+    for (const DrawnText& text : form.texts) AddText(group, text);
+}
+
+/// Paper is as large as it is.
+std::string Length(const Sheet& sheet, double pixels) {
+    return sheet.frame ? Number(pixels / sheet.style.millimetre) + "mm" : Number(pixels) + "px";
 }
 
 Node AddRoot(pugi::xml_document& document, const Sheet& sheet) {
@@ -352,8 +337,8 @@ Node AddRoot(pugi::xml_document& document, const Sheet& sheet) {
     Node svg = document.append_child("svg");
     Set(svg, "xmlns", "http://www.w3.org/2000/svg");
     Set(svg, "xmlns:xlink", "http://www.w3.org/1999/xlink");
-    Set(svg, "width", Number(sheet.width) + "px");
-    Set(svg, "height", Number(sheet.height) + "px");
+    Set(svg, "width", Length(sheet, sheet.width));
+    Set(svg, "height", Length(sheet, sheet.height));
     Set(svg, "viewBox", "0 0 " + Number(sheet.width) + " " + Number(sheet.height));
     if (!sheet.language.empty()) Set(svg, "xml:lang", CleanText(sheet.language));
     Set(svg, "font-family", std::string("'") + kFontFamily + "', Verdana, Arial, sans-serif");
@@ -366,7 +351,7 @@ std::string SvgText(const Sheet& sheet) {
     const SheetDrawing drawing = DrawSheet(sheet);
     pugi::xml_document document;
     Node svg = AddRoot(document, sheet);
-    svg.append_child("title").text().set(drawing.title.text.c_str());
+    svg.append_child("title").text().set(CleanText(sheet.title).c_str());
     AddStyle(svg, drawing);
     Node paper = svg.append_child("rect");
     Set(paper, "width", sheet.width);
@@ -382,7 +367,8 @@ std::string SvgText(const Sheet& sheet) {
         AddCallout(callouts, sheet.callouts[i], drawing.callouts[i],
                    ids.Take("callout-", sheet.callouts[i].id));
     }
-    AddTable(svg, drawing);
+    AddForm(svg, "parts-list", drawing.table);
+    AddForm(svg, "frame", drawing.frame);
     std::ostringstream text;
     document.save(text, "  ", pugi::format_default, pugi::encoding_utf8);
     return text.str();

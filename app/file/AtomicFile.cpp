@@ -7,6 +7,7 @@
 #include <atomic>
 #include <cerrno>
 #include <cstdio>
+#include <memory>
 #include <string>
 #include <system_error>
 
@@ -72,12 +73,15 @@ public:
     }
 
     // Some file systems notice a full disk no sooner than here.
-    void Finish() {
+    void Store() {
         CopyPermissions();
         if (fsync(m_file) != 0) Fail(m_target, errno);
         const int file = m_file;
         m_file = -1;
         if (close(file) != 0) Fail(m_target, errno);
+    }
+
+    void TakeName() {
         if (std::rename(m_path.c_str(), m_target.c_str()) != 0) Fail(m_target, errno);
         m_isRenamed = true;
         SyncFolder();
@@ -128,7 +132,20 @@ void CheckTarget(const fs::path& path) { const Temporary probe(ResolveTarget(pat
 void WriteFileAtomically(const fs::path& path, std::string_view content) {
     Temporary temporary(ResolveTarget(path));
     temporary.Write(content);
-    temporary.Finish();
+    temporary.Store();
+    temporary.TakeName();
+}
+
+void WriteFilesAtomically(const std::vector<FileContent>& files) {
+    std::vector<std::unique_ptr<Temporary>> temporaries;
+    temporaries.reserve(files.size());
+    for (const FileContent& file : files) {
+        Temporary& temporary =
+            *temporaries.emplace_back(std::make_unique<Temporary>(ResolveTarget(file.path)));
+        temporary.Write(file.content);
+        temporary.Store();
+    }
+    for (const auto& temporary : temporaries) temporary->TakeName();
 }
 
 }  // namespace zrsheet

@@ -14,6 +14,7 @@
 #include <vector>
 
 #include "app/document/LeaderChoice.h"
+#include "app/document/PaperChoice.h"
 #include "app/document/PictureChoice.h"
 #include "zrannotations/CalloutStyle.h"
 
@@ -179,6 +180,9 @@ using ProjectStyle = zrannotations::CalloutStyle;
 /// How the model is drawn.
 using ProjectPicture = PictureChoice;
 
+/// What the sheet is printed on.
+using ProjectPaper = PaperChoice;
+
 enum class ProjectCalloutType { Shape, Free, Assembly };
 
 struct ProjectCallout {
@@ -213,6 +217,7 @@ struct ProjectData {
     ProjectSettings settings;
     ProjectStyle style;
     ProjectPicture picture;
+    ProjectPaper paper;
     ProjectNumbering numbering;
     std::vector<ProjectTemplate> templates;
     std::vector<ProjectPart> parts;

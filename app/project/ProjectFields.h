@@ -6,13 +6,16 @@
 
 #pragma once
 
+#include <algorithm>
 #include <array>
 #include <cmath>
 #include <string>
 #include <string_view>
 #include <type_traits>
 #include <utility>
+#include <vector>
 
+#include "app/document/ListColumn.h"
 #include "app/document/StyleChoices.h"
 #include "app/project/ProjectData.h"
 
@@ -78,6 +81,12 @@ inline constexpr FieldRule<ProjectColor> kColor{[](const ProjectColor& color) {
                                                 },
                                                 "4 numbers from 0 to 1"};
 
+inline constexpr FieldRule<std::vector<std::string>> kListColumns{
+    [](const std::vector<std::string>& words) {
+        return std::all_of(words.begin(), words.end(), [](const auto& word) { return IsListColumn(word); });
+    },
+    "item, quantity, name, tag, level or property:NAME"};
+
 /// The host keeps the linear part in single precision.
 inline bool IsPlacement(const ProjectMatrix& matrix) {
     for (std::size_t i = 0; i < 16; ++i) {
@@ -108,6 +117,13 @@ inline constexpr auto kWords<zrannotations::Terminator> = kTerminatorWords;
 
 template <>
 inline constexpr auto kWords<PictureMode> = kPictureWords;
+
+template <>
+inline constexpr auto kWords<PaperSize> = kPaperWords;
+template <>
+inline constexpr auto kWords<PaperTurn> = kTurnWords;
+template <>
+inline constexpr auto kWords<ListPlace> = kListWords;
 
 template <class T>
 using Kind = std::type_identity<T>;
@@ -168,6 +184,16 @@ void DescribeFields(Fields& fields, Kind<ProjectPicture>) {
     fields.Optional("mode", &ProjectPicture::mode);
     fields.Optional("hidden", &ProjectPicture::hidden);
     fields.Optional("outline", &ProjectPicture::outline, kOutline);
+}
+
+template <class Fields>
+void DescribeFields(Fields& fields, Kind<ProjectPaper>) {
+    fields.Optional("size", &ProjectPaper::size);
+    fields.Optional("orientation", &ProjectPaper::turn);
+    fields.Optional("list", &ProjectPaper::list);
+    fields.Optional("title", &ProjectPaper::title);
+    fields.Optional("date", &ProjectPaper::date);
+    fields.Optional("columns", &ProjectPaper::listColumns, kListColumns);
 }
 
 template <class Fields>
@@ -288,6 +314,7 @@ void DescribeFields(Fields& fields, Kind<ProjectData>) {
     fields.Required("settings", &ProjectData::settings);
     fields.Optional("style", &ProjectData::style);
     fields.Optional("picture", &ProjectData::picture);
+    fields.Optional("paper", &ProjectData::paper);
     fields.Required("numbering", &ProjectData::numbering);
     fields.Required("templates", &ProjectData::templates);
     fields.Optional("parts", &ProjectData::parts);

@@ -4,6 +4,7 @@
 
 #include "app/sheet/CalloutPlates.h"
 #include "app/sheet/PageLayout.h"
+#include "app/sheet/PaperLayout.h"
 #include "app/sheet/PartsTable.h"
 #include "app/sheet/SheetItems.h"
 
@@ -28,12 +29,18 @@ PageBox Crowd(const Document& document) {
     return crowd;
 }
 
+PageBox FigureOf(const Document& document) {
+    const SheetStyle style;
+    const std::vector<SheetItem> items = ListedItems(*document.Items());
+    if (document.Paper().size != PaperSize::None) return LayOutPaper(document, items, style).figure;
+    const PartsTable table(items, style, document.Paper().listColumns);
+    return LayOutPage(document.PageWidth(), document.PageHeight(), table, style).figure;
+}
+
 }  // namespace
 
 void FrameModel(Document& document, const ViewDirection& direction) {
-    const SheetStyle style;
-    const PartsTable table(ListedItems(*document.Items()), style);
-    const PageBox figure = LayOutPage(document.PageWidth(), document.PageHeight(), table, style).figure;
+    const PageBox figure = FigureOf(document);
     document.Model().LookAt(direction, static_cast<int>(figure.x1 - figure.x0),
                             static_cast<int>(figure.y1 - figure.y0), kModelMargin);
 }

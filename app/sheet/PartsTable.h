@@ -11,7 +11,9 @@ namespace zrsheet {
 /// Measures the items once; then tables of any height can be made. Titles are in the language of the host.
 class PartsTable {
 public:
-    PartsTable(const std::vector<SheetItem>& items, const SheetStyle& style);
+    /// No columns: item, quantity, name and, where an item has one, the tag.
+    PartsTable(const std::vector<SheetItem>& items, const SheetStyle& style,
+               const std::vector<std::string>& columns = {});
 
     /// Of one table.
     [[nodiscard]] double Width() const { return m_width; }
@@ -21,6 +23,9 @@ public:
     [[nodiscard]] std::size_t RowsWithin(double height) const;
     /// Tables of `rowsEach` rows, the first with its top left corner at `corner`, the next to its right.
     [[nodiscard]] std::vector<SheetTable> Tables(PagePoint corner, std::size_t rowsEach) const;
+    /// The same as one table of `count` rows at most, from row `first` on, its top left corner at the page's;
+    /// what `width` is more than Width() goes to the widest column.
+    [[nodiscard]] SheetTable Table(std::size_t first, std::size_t count, double width) const;
 
     static constexpr double kTableGap = 18.0;
 

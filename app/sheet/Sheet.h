@@ -7,6 +7,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <map>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -133,6 +134,28 @@ struct SheetTable {
     double rowHeight = 0.0;
     std::vector<TableColumn> columns;
     std::vector<std::vector<TableCell>> rows;
+    bool growsUp = false;  // the head at the bottom, the first row above it
+    bool isBoxed = false;  // lines around it and between its columns
+};
+
+/// A box of the title block: a caption in small letters above its text.
+struct SheetField {
+    PageBox box;
+    std::string caption;
+    std::string text;  // cut to fit already
+    bool isStrong = false;
+};
+
+/// A frame with a title block in its lower right corner.
+struct SheetFrame {
+    PageBox box;
+    std::vector<SheetField> fields;  // side by side, without gaps
+};
+
+/// A further page, as large as the first one.
+struct SheetListPage {
+    SheetFrame frame;
+    std::vector<SheetTable> tables;
 };
 
 struct SheetModel {
@@ -163,7 +186,12 @@ struct SheetStyle {
     double glassRim = 3.0;     // white around a glass
     double sourceWidth = 0.9;  // of the circle around what a glass shows, and of the lines to the glass
     double dotRadius = 2.6;
-    double cellPadding = 6.0;  // left and right of a table cell's text
+    double cellPadding = 6.0;         // left and right of a table cell's text
+    double millimetre = 96.0 / 25.4;  // of the paper, in page pixels
+    // Of the title block, in millimetres.
+    double captionSize = 2.0;
+    double fieldSize = 3.0;
+    double strongFieldSize = 4.2;
     std::string inkColor = "#000000";
 };
 
@@ -185,7 +213,10 @@ struct Sheet {
     std::vector<SheetInset> insets;  // those that are visible, later ones over earlier ones
     std::vector<SheetCallout> callouts;
     std::vector<SheetItem> items;
-    std::vector<SheetTable> tables;  // the parts list, in as many columns as it takes
+    std::vector<std::string> listColumns;  // that the author chose (see ListColumn.h); none: the usual ones
+    std::vector<SheetTable> tables;        // the parts list, in as many columns as it takes
+    std::optional<SheetFrame> frame;       // of sheets on paper; the title is in it
+    std::vector<SheetListPage> listPages;  // where the parts list has pages of its own
     SheetStyle style;
     SheetSeconds seconds;
 };

@@ -11,6 +11,7 @@
 #include "app/sheet/Figure.h"
 #include "app/sheet/Hotspots.h"
 #include "app/sheet/PageLayout.h"
+#include "app/sheet/PaperLayout.h"
 #include "app/sheet/PartsTable.h"
 #include "app/sheet/ScenePictures.h"
 #include "app/sheet/SheetItems.h"
@@ -71,11 +72,78 @@ void TakePictures(const Document& document, const dg::Camera3D& camera, const Pa
     sheet.insets = InsetsOf(*annotations, painter, figure, hotspotsOf);
 }
 
+double Middle(double a, double b) { return 0.5 * (a + b); }
+
+PageBox Around(PageBox box, const std::vector<PageBox>& others) {
+    for (const PageBox& other : others) {
+        box = {std::min(box.x0, other.x0), std::min(box.y0, other.y0), std::max(box.x1, other.x1),
+               std::max(box.y1, other.y1)};
+    }
+    return box;
+}
+
 SheetModel Describe(const ProductModel& model, const PageBox& figure) {
     SheetModel description{model.Name(), model.ScreenBox(), model.PartCount(), model.LeafCount(),
                            model.TriangleCount()};
     Shift(description.box, {figure.x0, figure.y0});
     return description;
+}
+
+bool IsOnPaper(const Document& document) { return document.Paper().size != PaperSize::None; }
+
+PageLayout LayOutPixels(const Document& document, const std::vector<SheetItem>& items,
+                        const SheetStyle& style) {
+    return LayOutPage(document.PageWidth(), document.PageHeight(),
+                      PartsTable(items, style, document.Paper().listColumns), style);
+}
+
+/// Where the picture would lie if no balloon stood out of it; on paper, any place.
+PageBox DraftFigure(const Document& document, const dg::Camera3D& camera) {
+    PagePoint corner;
+    if (!IsOnPaper(document)) {
+        const PageBox figure = LayOutPixels(document, ListedItems(*document.Items()), {}).figure;
+        corner = {figure.x0, figure.y0};
+    }
+    return {corner.x, corner.y, corner.x + camera.GetViewportWidth(), corner.y + camera.GetViewportHeight()};
+}
+
+/// Makes the page as large as it must be. Returns how everything in the picture moves.
+PagePoint PutOnPage(const Document& document, const PageBox& figure, const std::vector<PageBox>& balloons,
+                    Sheet& sheet) {
+    PageLayout layout = LayOutPixels(document, sheet.items, sheet.style);
+    SetFigureSize(layout, static_cast<int>(figure.x1 - figure.x0), static_cast<int>(figure.y1 - figure.y0));
+    const PagePoint move = MakeRoom(layout, balloons);
+    sheet.figure = layout.figure;
+    sheet.tables = std::move(layout.tables);
+    sheet.titlePlace = layout.title;
+    sheet.width = layout.width;
+    sheet.height = layout.height;
+    return move;
+}
+
+/// The paper remains as it is: where the balloons need more room, the picture with them becomes smaller, and
+/// that is, the paper gets more pixels. Returns how everything in the picture moves.
+PagePoint PutOnPaper(const Document& document, const PageBox& figure, const std::vector<PageBox>& balloons,
+                     Sheet& sheet) {
+    const PageBox needed = Around(figure, balloons);
+    PaperLayout layout = LayOutPaper(document, sheet.items, sheet.style);
+    const double growth = std::max({(needed.x1 - needed.x0) / (layout.figure.x1 - layout.figure.x0),
+                                    (needed.y1 - needed.y0) / (layout.figure.y1 - layout.figure.y0), 1.0});
+    if (growth > 1.0) {
+        sheet.style = Refined(sheet.style, growth);
+        layout = LayOutPaper(document, sheet.items, sheet.style);
+    }
+    const PagePoint move{
+        std::round(Middle(layout.figure.x0, layout.figure.x1) - Middle(needed.x0, needed.x1)),
+        std::round(Middle(layout.figure.y0, layout.figure.y1) - Middle(needed.y0, needed.y1))};
+    sheet.figure = figure;
+    Shift(sheet.figure, move);
+    sheet.tables = std::move(layout.tables);
+    sheet.frame = std::move(layout.frame);
+    sheet.listPages = std::move(layout.listPages);
+    sheet.width = layout.width;
+    sheet.height = layout.height;
+    return move;
 }
 
 /// By its name, the author's own before ready ones, else by what it says.
@@ -95,6 +163,18 @@ void ChooseTemplate(Document& document, const SheetOptions& options) {
     document.DefineTemplate(chosen);
 }
 
+/// The illustration arranged anew for paper; items keep their numbers.
+Sheet Print(Document& document, const SheetOptions& options, unsigned threads) {
+    PaperChoice paper = options.paper;
+    paper.size = options.print;
+    document.SetPaper(paper);
+    FrameModel(document, options.view);
+    document.Settle();
+    LayOutLabels(document, document.Callouts());
+    document.Settle();
+    return DrawSheet(document, threads);
+}
+
 }  // namespace
 
 unsigned ThreadCount(unsigned wanted) {
@@ -104,35 +184,34 @@ unsigned ThreadCount(unsigned wanted) {
 Sheet DrawSheet(const Document& document, unsigned threads) {
     Stopwatch watch;
     Sheet sheet;
-    sheet.title = document.Model().Name();
+    sheet.title = TitleOf(document);
     sheet.language = document.Language();
     sheet.items = ListedItems(*document.Items());
-    PageLayout layout = LayOutPage(document.PageWidth(), document.PageHeight(),
-                                   PartsTable(sheet.items, sheet.style), sheet.style);
+    sheet.listColumns = document.Paper().listColumns;
     dg::Camera3D camera;
     document.View()->GetCamera(camera);
-    SetFigureSize(layout, camera.GetViewportWidth(), camera.GetViewportHeight());
-    TakePictures(document, camera, layout.figure, threads, sheet);
+    const PageBox figure = DraftFigure(document, camera);
+    TakePictures(document, camera, figure, threads, sheet);
     sheet.seconds.render = watch.Lap();
-    sheet.model = Describe(document.Model(), layout.figure);
-    CalloutPlates plates(document.Callouts(), document.Style(), layout.figure, sheet.style);
+    sheet.model = Describe(document.Model(), figure);
+    CalloutPlates plates(document.Callouts(), document.Style(), figure, sheet.style);
     plates.EndLeaders(*document.Scene()->GetPickScene(), threads);
     std::vector<PageBox> boxes = plates.Boxes();
     for (const SheetInset& inset : sheet.insets) boxes.push_back(inset.box);
-    const PagePoint move = MakeRoom(layout, boxes);
+    const PagePoint move = IsOnPaper(document) ? PutOnPaper(document, figure, boxes, sheet)
+                                               : PutOnPage(document, figure, boxes, sheet);
     plates.Move(move);
     sheet.callouts = plates.Take();
     for (SheetInset& inset : sheet.insets) Shift(inset, move);
     Shift(sheet.model.box, move);
-    sheet.figure = layout.figure;
-    sheet.tables = std::move(layout.tables);
-    sheet.titlePlace = layout.title;
-    sheet.width = layout.width;
-    sheet.height = layout.height;
     return sheet;
 }
 
 Sheet MakeSheet(Assembly assembly, const SheetOptions& options, const StageSink& sink) {
+    return MakeSheetPair(std::move(assembly), options, sink).sheet;
+}
+
+SheetPair MakeSheetPair(Assembly assembly, const SheetOptions& options, const StageSink& sink) {
     Stopwatch watch;
     const unsigned threads = ThreadCount(options.threads);
     const zrkapp::illustration::HostSession session(threads);
@@ -142,6 +221,7 @@ Sheet MakeSheet(Assembly assembly, const SheetOptions& options, const StageSink&
     document.SetLanguage(options.language);
     document.SetStyle(options.style);
     document.SetPicture(options.picture);
+    document.SetPaper(options.paper);
     if (options.rules.IsAny()) UpdateItems(document, options.rules);
     document.Items()->Renumber(OrderedItems(document, options.order, options.corner));
     FrameModel(document, options.view);
@@ -159,11 +239,12 @@ Sheet MakeSheet(Assembly assembly, const SheetOptions& options, const StageSink&
     document.Settle();
     const double pick = watch.Lap();
     sink("Drawing the picture", 0);
-    Sheet sheet = DrawSheet(document, threads);
-    sheet.seconds.load = load;
-    sheet.seconds.create = create;
-    sheet.seconds.pick = pick;
-    return sheet;
+    SheetPair pair{DrawSheet(document, threads), {}};
+    pair.sheet.seconds.load = load;
+    pair.sheet.seconds.create = create;
+    pair.sheet.seconds.pick = pick;
+    if (options.print != PaperSize::None) pair.print = Print(document, options, threads);
+    return pair;
 }
 
 }  // namespace zrsheet

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <functional>
+#include <optional>
 #include <string_view>
 
 #include "app/document/Document.h"
@@ -25,5 +26,13 @@ using StageSink = std::function<void(std::string_view stage, int percent)>;
 /// Starts the host, illustrates the model and stops the host again. The same model and options give the same
 /// sheet, whatever the number of threads. Throws UserError. One at a time in a process.
 [[nodiscard]] Sheet MakeSheet(Assembly assembly, const SheetOptions& options, const StageSink& sink);
+
+struct SheetPair {
+    Sheet sheet;
+    std::optional<Sheet> print;  // if the options ask for it
+};
+
+/// The same, with the same illustration arranged for paper.
+[[nodiscard]] SheetPair MakeSheetPair(Assembly assembly, const SheetOptions& options, const StageSink& sink);
 
 }  // namespace zrsheet

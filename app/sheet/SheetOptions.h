@@ -9,6 +9,7 @@
 #include "app/document/ItemOrder.h"
 #include "app/document/ItemRules.h"
 #include "app/document/LeaderChoice.h"
+#include "app/document/PaperChoice.h"
 #include "app/document/PictureChoice.h"
 #include "app/document/ViewDirection.h"
 #include "zrannotations/CalloutStyle.h"
@@ -22,6 +23,8 @@ struct SheetOptions {
     int width = 1600;  // of the page, pixels
     int height = 1000;
     PictureChoice picture;
+    PaperChoice paper;
+    PaperSize print = PaperSize::None;  // of a second sheet, beside one of pixels; None: there is no second
     LeaderChoice leaders = LeaderChoice::One;
     std::string labelTemplate = "{item}";  // a text, or the name of a template
     std::filesystem::path templates;       // a file of them; empty: the ready ones alone

@@ -1,6 +1,7 @@
 #include "app/command/topics/FileCommands.h"
 
 #include <filesystem>
+#include <vector>
 
 #include "app/command/Session.h"
 #include "app/document/UserError.h"
@@ -79,7 +80,10 @@ void Export(Session& session, Arguments& arguments) {
     const auto files = arguments.TakeSome("FILE");
     for (const std::string& file : files) CheckExport(file);
     const Sheet sheet = Draw(session);
-    for (const std::string& file : files) ExportSheet(sheet, file);
+    std::vector<SheetFile> outputs;
+    outputs.reserve(files.size());
+    for (const std::string& file : files) outputs.push_back({sheet, file});
+    ExportSheets(outputs);
 }
 
 void Report(Session& session, Arguments& arguments) {
@@ -116,7 +120,9 @@ CommandTopic FileCommands() {
           "state at every moment.",
           "save pump.zrsheet", Effect::Reads, "", Save},
          {"export", "FILE...", "write the sheet",
-          "The extension chooses the format: .svg, .png, .html, .json or .csv. All are written or none.",
+          "The extension chooses the format: .svg, .png, .html, .pdf, .json, .csv, .xlsx or .xml "
+          "(docs/PARTS_DATA.md). "
+          "A PDF is as large as the sheet; 'page' puts it on paper. All are written or none.",
           "export pump.svg pump.csv", Effect::Reads, "", Export},
          {"report", "FILE", "write where everything stands on the page, for programs",
           "A JSON file; places are page pixels.", "report pump.json", Effect::Reads, "", Report},

@@ -4,6 +4,8 @@
 #include <charconv>
 
 #include "app/command/Session.h"
+#include "app/document/ListColumn.h"
+#include "app/document/PaperChoice.h"
 #include "app/document/StyleChoices.h"
 #include "app/document/UserError.h"
 #include "app/document/ViewDirection.h"
@@ -61,6 +63,13 @@ ViewDirection DirectionOf(const dg::Camera3D& camera) {
     return {dg::DPoint3D(0, 0, 1) * toWorld - origin, dg::DPoint3D(0, -1, 0) * toWorld - origin};
 }
 
+/// Frames what is shown anew, and takes the labels along.
+void FillPage(Document& document, const ViewDirection& direction) {
+    FrameModel(document, direction);
+    const dg::Camera3D camera = CameraOf(document);
+    document.View()->Resize(camera.GetViewportWidth(), camera.GetViewportHeight());
+}
+
 void Resize(Session& session, Arguments& arguments) {
     const PagePoint size = arguments.TakePoint("WIDTH,HEIGHT");
     arguments.ExpectEnd();
@@ -73,9 +82,30 @@ void Resize(Session& session, Arguments& arguments) {
     Document& document = session.Doc();
     const ViewDirection direction = DirectionOf(CameraOf(document));
     document.SetPage(static_cast<int>(size.x), static_cast<int>(size.y));
-    FrameModel(document, direction);
-    const dg::Camera3D camera = CameraOf(document);
-    document.View()->Resize(camera.GetViewportWidth(), camera.GetViewportHeight());
+    PaperChoice paper = document.Paper();
+    paper.size = PaperSize::None;
+    document.SetPaper(paper);
+    FillPage(document, direction);
+}
+
+void ChoosePaper(Session& session, Arguments& arguments) {
+    Document& document = session.Doc();
+    PaperChoice choice = document.Paper();
+    const bool isEmpty = arguments.IsEmpty();
+    if (const auto list = arguments.TakeOption("list")) choice.list = ParseListPlace(*list);
+    if (const auto title = arguments.TakeOption("title")) choice.title = *title;
+    if (const auto date = arguments.TakeOption("date")) choice.date = *date;
+    if (const auto columns = arguments.TakeOption("columns")) {
+        choice.listColumns.clear();
+        if (!columns->empty()) choice.listColumns = ParseListColumns(*columns);
+    }
+    if (!arguments.IsEmpty()) choice.size = ParsePaperSize(arguments.Take("PAPER"));
+    if (!arguments.IsEmpty()) choice.turn = ParsePaperTurn(arguments.Take("ORIENTATION"));
+    arguments.ExpectEnd();
+    if (isEmpty) throw UserError(arguments.WithUsage("nothing to change; give a size of paper or an option"));
+    const ViewDirection direction = DirectionOf(CameraOf(document));
+    document.SetPaper(choice);
+    FillPage(document, direction);
 }
 
 void SetLanguage(Session& session, Arguments& arguments) {
@@ -142,8 +172,19 @@ CommandTopic PictureCommands() {
          {"camera pan", "X,Y", "move the picture by pixels", "", "camera pan 40,-20", Effect::Changes,
           "Pan Camera", Pan},
          {"resize", "WIDTH,HEIGHT", "give the page another size, in pixels",
-          "What is shown fills the picture again.", "resize 1200,800", Effect::Changes, "Resize Page",
-          Resize},
+          "What is shown fills the picture again. The page is on no paper then.", "resize 1200,800",
+          Effect::Changes, "Resize Page", Resize},
+         {"page",
+          "[PAPER] [landscape|portrait] [list=sheet|page|none] [title=TEXT] [date=TEXT] [columns=COLUMNS]",
+          "put the sheet on paper",
+          "PAPER is a4, a3 or letter, with a frame and a title block, or none: a page of pixels. What is "
+          "shown "
+          "fills the picture again; 'layout' arranges the labels for it. The parts list stands above the "
+          "title block (sheet), or, also when it is too long for that, on pages of its own (page). COLUMNS "
+          "are item, quantity, name, tag, level and property:NAME, with commas between; they are those of "
+          "the lists in files, too.",
+          "page a4 portrait title='Gear reducer' columns=item,quantity,name,property:Material",
+          Effect::Changes, "Choose Paper", ChoosePaper},
          {"background", "COLOR [COLOR]", "draw the model on a colour, or from one to another downwards",
           "COLOR is white, black, gray, blue or six hexadecimal digits. Covered leaders are dimmed "
           "towards it.",

@@ -1,5 +1,6 @@
 // The parts list as CSV and as JSON.
 
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <nlohmann/json.hpp>
@@ -11,13 +12,36 @@
 namespace zrsheet::test {
 namespace {
 
+using ::testing::StartsWith;
+
 TEST(CsvExporter, QuotesWhatWouldBreakARecord) {
     Sheet sheet;
     sheet.items = {
-        {7, "7,a", -1, "1/2\" valve", "two\r\nlines", 0, {{"a,b", "=1+1"}, {"\u9600", "a\nb"}}, {}}};
+        {7, "7,a", -1, "1/2\" valve", "two\r\nlines", 0, {{"a,b", "1+1"}, {"\u9600", "a\nb"}}, {}}};
     EXPECT_EQ(CsvText(sheet),
               "Item,Quantity,Name,Tag,\"a,b\",\u9600\r\n"
-              "\"7,a\",-1,\"1/2\"\" valve\",\"two\r\nlines\",=1+1,\"a\nb\"\r\n");
+              "\"7,a\",-1,\"1/2\"\" valve\",\"two\r\nlines\",1+1,\"a\nb\"\r\n");
+}
+
+// Whatever spreadsheets run as a formula, in whichever column, the head included.
+TEST(CsvExporter, LetsNoTextBeAFormula) {
+    for (const std::string start : {"=", "+", "-", "@", "\t"}) {
+        const std::string text = start + "cmd";
+        Sheet sheet;
+        sheet.items = {{1, text, 1, text, text, 0, {{text, text}}, {}}};
+        const std::string tamed = "'" + text;
+        EXPECT_EQ(CsvText(sheet), "Item,Quantity,Name,Tag," + tamed + "\r\n" + tamed + ",1," + tamed + "," +
+                                      tamed + "," + tamed + "\r\n");
+    }
+}
+
+TEST(ListExporters, WriteTheColumnsThatTheAuthorChose) {
+    Sheet sheet = SampleSheet();
+    EXPECT_THAT(CsvText(sheet), StartsWith("Item,Quantity,Level,Name,Tag,Mass,Material\r\n1,1,0,Pump"));
+    sheet.listColumns = {"property:Material", "level", "item", "property:Absent"};
+    EXPECT_EQ(CsvText(sheet), "Material,Level,Item,Absent\r\nCast iron,0,1,\r\n,1,2,\r\n");
+    EXPECT_EQ(nlohmann::ordered_json::parse(JsonText(sheet))["items"][0].dump(),
+              R"({"itemId":1,"properties":{"Material":"Cast iron","Absent":""},"level":0,"label":"1"})");
 }
 
 TEST(JsonExporter, HoldsTheItemsInOrder) {

@@ -47,6 +47,23 @@ private:
     rlimit m_before{};
 };
 
+// The second one cannot be stored, so that the first one must not have taken its name.
+TEST(AtomicFile, WritesSeveralFilesOrNone) {
+    const TemporaryFolder folder;
+    PutFile(folder / "a.csv", "old");
+    {
+        const FullDisk disk(10000);
+        EXPECT_THROW(
+            WriteFilesAtomically({{folder / "a.csv", "new"}, {folder / "b.csv", std::string(100000, 'x')}}),
+            FileError);
+    }
+    EXPECT_EQ(ReadFile(folder / "a.csv"), "old");
+    EXPECT_EQ(folder.CountFiles(), 1);
+    WriteFilesAtomically({{folder / "a.csv", "new"}, {folder / "b.csv", "other"}});
+    EXPECT_EQ(ReadFile(folder / "a.csv") + ReadFile(folder / "b.csv"), "newother");
+    EXPECT_EQ(folder.CountFiles(), 2);
+}
+
 TEST(AtomicFile, KeepsTheOldFileWhenTheDiskIsFull) {
     const TemporaryFolder folder;
     PutFile(folder / "a.csv", "old");

@@ -50,6 +50,8 @@ ProjectData SampleProject() {
     project.camera = {{2, 0, 0, 0, 0, 0, 0.5, 0, 0, 2, 0, 0, 400, 300, 0.5, 1}, 799, 599};
     project.background = {{0.1, 0.2, 0.3, 1}, {0.4, 0.5, 0.6, 1}, {0.7, 0.8, 0.9, 0.5}};
     project.picture = {PictureMode::Both, true, 0.35};
+    project.paper = {PaperSize::A3,  PaperTurn::Portrait, ListPlace::Page,
+                     "Pump, opened", "2031-02-03",        {"item", "property:Material"}};
     project.settings = {"ja", LeaderChoice::PerInstance, true, "label"};
     project.style.shape = zrannotations::BalloonShape::Hexagon;
     project.numbering = {true, "P", "-", 10, 5, 3, true, {{0, 20}, {1, 4}}};

@@ -1,0 +1,142 @@
+#include "app/sheet/PaperLayout.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "app/sheet/SheetMaker.h"
+#include "tests/app/document/AssemblyMaker.h"
+
+namespace zrsheet {
+namespace {
+
+/// A row of so many different parts.
+Sheet SheetOf(int parts, const PaperChoice& paper, const std::vector<std::string>& selection = {}) {
+    AssemblyMaker maker("shelf");
+    for (int i = 0; i < parts; ++i) {
+        const std::string name = "Board " + std::to_string(i);
+        maker.Node(name, -1, maker.Box(name, 1.0F + 0.01F * static_cast<float>(i), 1, 1), {2.0 * i, 0, 0});
+    }
+    SheetOptions options;
+    options.paper = paper;
+    options.threads = 1;
+    options.selection = selection;
+    return MakeSheet(maker.Get(), options, [](std::string_view, int) {});
+}
+
+bool Holds(const PageBox& outer, const PageBox& inner) {
+    constexpr double kSlack = 1e-6;
+    return inner.x0 >= outer.x0 - kSlack && inner.y0 >= outer.y0 - kSlack && inner.x1 <= outer.x1 + kSlack &&
+           inner.y1 <= outer.y1 + kSlack;
+}
+
+bool Overlap(const PageBox& a, const PageBox& b) {
+    constexpr double kSlack = 1e-6;
+    return a.x0 < b.x1 - kSlack && b.x0 < a.x1 - kSlack && a.y0 < b.y1 - kSlack && b.y0 < a.y1 - kSlack;
+}
+
+/// All boxes within the frame, none over another.
+void ExpectApart(const PageBox& frame, const std::vector<PageBox>& boxes) {
+    for (std::size_t i = 0; i < boxes.size(); ++i) {
+        EXPECT_TRUE(Holds(frame, boxes[i])) << i;
+        for (std::size_t k = 0; k < i; ++k) EXPECT_FALSE(Overlap(boxes[i], boxes[k])) << k << " and " << i;
+    }
+}
+
+std::vector<PageBox> BoxesOf(const SheetFrame& frame, const std::vector<SheetTable>& tables) {
+    std::vector<PageBox> boxes;
+    for (const SheetField& field : frame.fields) boxes.push_back(field.box);
+    for (const SheetTable& table : tables) boxes.push_back(table.box);
+    return boxes;
+}
+
+std::size_t RowsOn(const std::vector<SheetTable>& tables, bool growUp) {
+    std::size_t rows = 0;
+    for (const SheetTable& table : tables) {
+        EXPECT_EQ(table.growsUp, growUp);
+        for (const auto& row : table.rows) EXPECT_EQ(row.front().text, std::to_string(++rows));
+    }
+    return rows;
+}
+
+std::size_t RowsOf(const Sheet& sheet) {
+    if (!sheet.tables.empty()) return RowsOn(sheet.tables, true);
+    std::vector<SheetTable> all;
+    for (const auto& page : sheet.listPages) all.insert(all.end(), page.tables.begin(), page.tables.end());
+    return RowsOn(all, false);
+}
+
+/// The page is as large as its paper, nothing lies on anything else, and no row is lost.
+void ExpectSound(const Sheet& sheet, const PaperChoice& paper, std::size_t rows) {
+    const PaperExtent extent = ExtentOf(paper.size, paper.turn);
+    EXPECT_NEAR(sheet.width / sheet.style.millimetre, extent.width, 1e-6);
+    EXPECT_NEAR(sheet.height / sheet.style.millimetre, extent.height, 1e-6);
+    ASSERT_TRUE(sheet.frame);
+    std::vector<PageBox> boxes = BoxesOf(*sheet.frame, sheet.tables);
+    for (const SheetCallout& callout : sheet.callouts) boxes.push_back(callout.box);
+    ExpectApart(sheet.frame->box, boxes);
+    for (const SheetListPage& page : sheet.listPages)
+        ExpectApart(page.frame.box, BoxesOf(page.frame, page.tables));
+    EXPECT_EQ(RowsOf(sheet), rows);
+}
+
+TEST(PaperLayout, HoldsEverythingOnEveryPaper) {
+    for (const PaperSize size : {PaperSize::A4, PaperSize::A3, PaperSize::Letter}) {
+        for (const PaperTurn turn : {PaperTurn::Landscape, PaperTurn::Portrait}) {
+            for (const ListPlace list : {ListPlace::Sheet, ListPlace::Page, ListPlace::None}) {
+                for (const int parts : {1, 30, 300}) {
+                    const PaperChoice paper{size, turn, list, "", "2031-02-03", {}};
+                    SCOPED_TRACE(std::string(kPaperWords.at(static_cast<std::size_t>(size))) + " " +
+                                 std::string(kTurnWords.at(static_cast<std::size_t>(turn))) + " " +
+                                 std::string(kListWords.at(static_cast<std::size_t>(list))) + " " +
+                                 std::to_string(parts));
+                    const Sheet sheet = SheetOf(parts, paper, {"Board 0"});
+                    const bool hasList = list != ListPlace::None;
+                    ExpectSound(sheet, paper, hasList ? static_cast<std::size_t>(parts) : 0U);
+                    EXPECT_EQ(sheet.listPages.empty(),
+                              !hasList || (list == ListPlace::Sheet && parts < 300));
+                }
+            }
+        }
+    }
+}
+
+// The paper does not grow, so that what is drawn around the model must become smaller; frame and list do not.
+TEST(PaperLayout, MakesRoomForManyBalloons) {
+    const PaperChoice paper{PaperSize::A4, PaperTurn::Landscape, ListPlace::Page, "", "", {}};
+    const Sheet few = SheetOf(8, paper);
+    const Sheet many = SheetOf(120, paper);
+    ExpectSound(many, paper, 120);
+    EXPECT_EQ(many.callouts.size(), 120U);
+    EXPECT_GT(many.style.millimetre, 1.2 * few.style.millimetre);
+    const auto rowHeight = [](const Sheet& sheet) {
+        return sheet.listPages[0].tables[0].rowHeight / sheet.style.millimetre;
+    };
+    EXPECT_NEAR(rowHeight(many), rowHeight(few), 1e-9);
+}
+
+TEST(PaperLayout, FillsInTheTitleBlock) {
+    const auto told = [](const PaperChoice& paper) {
+        std::string text;
+        const Sheet sheet = SheetOf(3, paper, {"Board 0"});
+        for (const SheetField& field : sheet.frame->fields)
+            text.append(field.caption).append("=").append(field.text).append(" ");
+        for (const SheetListPage& page : sheet.listPages) text.append(page.frame.fields[1].text);
+        return text;
+    };
+    EXPECT_EQ(told({PaperSize::A4, PaperTurn::Landscape, ListPlace::Sheet, "", "", {}}),
+              "Title=shelf Model=shelf Sheet=1 / 1 ");
+    EXPECT_EQ(told({PaperSize::A4, PaperTurn::Portrait, ListPlace::Page, "A shelf", "2031-02-03", {}}),
+              "Title=A shelf Sheet=1 / 2 Model=shelf Date=2031-02-03 2 / 2");
+}
+
+TEST(PaperLayout, ListsTheColumnsThatTheAuthorChose) {
+    const PaperChoice paper{PaperSize::A4, PaperTurn::Landscape, ListPlace::Sheet, "", "",
+                            {"name", "property:Name", "quantity"}};
+    const Sheet sheet = SheetOf(1, paper);
+    std::vector<std::string> titles;
+    for (const TableColumn& column : sheet.tables.at(0).columns) titles.push_back(column.title);
+    EXPECT_THAT(titles, testing::ElementsAre("Name", "Name", "Qty"));
+}
+
+}  // namespace
+}  // namespace zrsheet
