@@ -21,8 +21,7 @@ bool IsListColumn(std::string_view word) {
 }
 
 ListColumn ListColumnOf(std::string_view word) {
-    if (word.starts_with(kProperty))
-        return {ListField::Property, std::string(word.substr(kProperty.size()))};
+    if (word.starts_with(kProperty)) return {ListField::Property, std::string(word.substr(kProperty.size()))};
     const auto found = std::find(kWords.begin(), kWords.end(), word);
     return {static_cast<ListField>(found - kWords.begin()), {}};
 }

@@ -28,7 +28,7 @@ zrannotations::Terminator ParseTerminator(std::string_view word) {
 
 bool ParseStack(std::string_view word) {
     static constexpr std::array<std::string_view, 2> kWords{"off", "on"};
-    return Parse(word, kWords, "choice of stacks") == 1;
+    return ParseChoice(word, kWords, "choice of stacks") == 1;
 }
 
 double CheckedFontSize(double size) { return Checked(size, kLeastFontSize, kMostFontSize, "font size"); }

@@ -8,7 +8,7 @@
 namespace zrsheet {
 namespace {
 
-constexpr std::time_t kFixed = 946684800;     // the beginning of 2000
+constexpr std::time_t kFixed = 946684800;      // the beginning of 2000
 constexpr std::time_t kLatest = 253402300799;  // the end of 9999
 
 }  // namespace

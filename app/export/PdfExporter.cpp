@@ -63,8 +63,8 @@ private:
     }
 
     int AddBookmark(int parent, const std::string& text, std::size_t page, const PagePoint& place) {
-        const std::string target = fmt::format("page={} pos=[{:.2f} {:.2f}]", page, place.x * m_points,
-                                               place.y * m_points);
+        const std::string target =
+            fmt::format("page={} pos=[{:.2f} {:.2f}]", page, place.x * m_points, place.y * m_points);
         const std::string shown = Ellipsize(text, kBookmarkSize, kBookmarkWidth);
         return cairo_pdf_surface_add_outline(m_surface.get(), parent, shown.c_str(), target.c_str(),
                                              static_cast<cairo_pdf_outline_flags_t>(0));

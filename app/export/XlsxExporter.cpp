@@ -62,9 +62,8 @@ std::string Fitting(const std::string& text, std::size_t most = kLongestText) {
 }
 
 std::size_t CharactersIn(const std::string& text) {
-    return static_cast<std::size_t>(std::count_if(text.begin(), text.end(), [](char c) {
-        return (static_cast<unsigned char>(c) & 0xC0U) != 0x80U;
-    }));
+    return static_cast<std::size_t>(std::count_if(
+        text.begin(), text.end(), [](char c) { return (static_cast<unsigned char>(c) & 0xC0U) != 0x80U; }));
 }
 
 bool IsNumber(const ListColumn& column) {
@@ -122,7 +121,8 @@ private:
                 worksheet_write_number(m_page, row, place, number, nullptr);
             } else if (!text.empty()) {
                 const bool isName = column.field == ListField::Name;
-                worksheet_write_string(m_page, row, place, text.c_str(), isName ? Indent(item.level) : nullptr);
+                worksheet_write_string(m_page, row, place, text.c_str(),
+                                       isName ? Indent(item.level) : nullptr);
             }
         }
         const double width = std::clamp(static_cast<double>(longest) + 2.0, kLeastColumn, kMostColumn);

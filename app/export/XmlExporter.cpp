@@ -21,7 +21,8 @@ using Node = pugi::xml_node;
 constexpr const char* kFigureId = "fig-0001";
 constexpr const char* kHotspotTarget = "irtt11";  // what a reference to a hotspot is called
 /// How files call the number of a part, the likeliest first.
-constexpr std::array<std::string_view, 4> kNumberNames{"PartNumber", "Part Number", "PART_NUMBER", "part_number"};
+constexpr std::array<std::string_view, 4> kNumberNames{"PartNumber", "Part Number", "PART_NUMBER",
+                                                       "part_number"};
 
 void Set(Node node, const char* name, const std::string& value) {
     node.append_attribute(name) = CleanText(value).c_str();

@@ -64,7 +64,8 @@ public:
         std::optional<Arrangement> withList;
         const bool hasRows = m_table.RowCount() > 0 && m_choice.list != ListPlace::None;
         if (hasRows && m_choice.list == ListPlace::Sheet) withList = WithList();
-        const bool isOnSheet = withList && SizeOf(withList->figure) >= kLeastFigureShare * SizeOf(plain.figure);
+        const bool isOnSheet =
+            withList && SizeOf(withList->figure) >= kLeastFigureShare * SizeOf(plain.figure);
         const bool hasPages = hasRows && !isOnSheet;
         const std::size_t pages = hasPages ? MakeListPages(plain.width) : 0;
         const Arrangement& chosen = isOnSheet ? *withList : plain;

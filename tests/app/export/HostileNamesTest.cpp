@@ -46,7 +46,8 @@ TEST(HostileNames, AreJustNamesInEveryOutput) {
                 {"a formula", "=cmd|' /C calc'!A0"},
                 {"outline syntax", "page=9 pos=[1 2] '\\"},
                 {"10,000 characters", std::string(10000, 'W')},
-                {"10,000 wide ones", [] {
+                {"10,000 wide ones",
+                 [] {
                      std::string text;
                      for (int i = 0; i < 10000; ++i) text += "\u9600";
                      return text;

@@ -33,9 +33,12 @@ public:
         std::vector<std::string> cells;
         for (const auto cell : RowNode(number).children("c")) {
             const std::string value = cell.child_value("v");
-            if (cell.child("f")) cells.push_back("formula");
-            else if (std::string_view(cell.attribute("t").value()) == "s") cells.push_back('"' + Text(value) + '"');
-            else if (!value.empty()) cells.push_back(value);
+            if (cell.child("f"))
+                cells.push_back("formula");
+            else if (std::string_view(cell.attribute("t").value()) == "s")
+                cells.push_back('"' + Text(value) + '"');
+            else if (!value.empty())
+                cells.push_back(value);
         }
         return cells;
     }
@@ -49,8 +52,9 @@ public:
 
 private:
     pugi::xml_node RowNode(int number) const {
-        return m_page.child("worksheet").child("sheetData").find_child_by_attribute(
-            "r", std::to_string(number).c_str());
+        return m_page.child("worksheet")
+            .child("sheetData")
+            .find_child_by_attribute("r", std::to_string(number).c_str());
     }
 
     std::string Text(const std::string& place) const {

@@ -58,14 +58,16 @@ TEST(XmlExporter, LeadsFromEachItemToItsAreas) {
     const auto root = xml.child("illustratedPartsCatalog");
     std::map<std::string, std::string> areas;
     for (const auto spot : root.select_nodes("figure/graphic/hotspot"))
-        areas[spot.node().attribute("id").value()] = spot.node().attribute("applicationStructureIdent").value();
+        areas[spot.node().attribute("id").value()] =
+            spot.node().attribute("applicationStructureIdent").value();
     std::string told;
     for (const auto item : root.children("catalogSeqNumber")) {
         const auto sequence = item.child("itemSeqNumber");
         told.append(item.attribute("item").value()).append("/").append(item.attribute("indenture").value());
         told.append(" ").append(sequence.child_value("quantityPerNextHigherAssy"));
         told.append(" ").append(sequence.child("partRef").attribute("partNumberValue").value());
-        told.append(" ").append(sequence.child("partSegment").child("itemIdentData").child_value("descrForPart"));
+        told.append(" ").append(
+            sequence.child("partSegment").child("itemIdentData").child_value("descrForPart"));
         for (const auto reference : sequence.child("partLocationSegment").children("internalRef"))
             told.append(" ").append(areas.at(reference.attribute("internalRefId").value()));
         told += "\n";
@@ -79,8 +81,7 @@ TEST(XmlExporter, RefersToTheSvgOfTheSameRun) {
     const auto graphic = [&folder](const char* file) {
         pugi::xml_document xml;
         xml.load_string(ReadFile(folder / file).c_str());
-        return std::string(
-            xml.select_node("//graphic/@infoEntityIdent").attribute().value());
+        return std::string(xml.select_node("//graphic/@infoEntityIdent").attribute().value());
     };
     ExportSheets({{sheet, folder / "a.xml"}, {sheet, folder / "b & c.SVG"}});
     EXPECT_EQ(graphic("a.xml"), "b & c.SVG");
