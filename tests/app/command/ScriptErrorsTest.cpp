@@ -101,9 +101,8 @@ TEST_F(ScriptErrors, SayWhatIsWrongAndWhatToDo) {
          "command 'create': 'some' is no choice of leaders; use one, all or each; usage: create [PART...] "
          "[leaders=one|all|each]"},
         {"export a.docx",
-         "command 'export': 'a.docx': its format is not known; use one of .svg, .png, .pdf, .json, .csv, "
-         ".xlsx, "
-         ".xml"},
+         "command 'export': 'a.docx': its format is not known; use one of .svg, .png, .html, .pdf, .json, "
+         ".csv, .xlsx, .xml"},
         {"save", "command 'save': the illustration has no file yet; give it one with 'save FILE.zrsheet'"},
         {"quit",
          "command 'quit': there are unsaved changes; 'save FILE' first, or end the command with 'discard'"},
