@@ -19,7 +19,6 @@ namespace {
 
 constexpr int kRememberedLines = 1000;
 constexpr std::size_t kScreenWidth = 100;
-constexpr unsigned char kTab = '\t';
 
 volatile std::sig_atomic_t g_isInterrupted = 0;
 
