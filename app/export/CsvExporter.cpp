@@ -39,6 +39,7 @@ std::string CsvText(const Sheet& sheet) {
     const std::vector<ListColumn> columns = ListColumnsOf(sheet);
     std::string text;
     std::vector<std::string> fields;
+    fields.reserve(columns.size());
     for (const ListColumn& column : columns) fields.push_back(Tamed(HeadText(column)));
     AppendRecord(text, fields);
     for (const SheetItem& item : sheet.items) {

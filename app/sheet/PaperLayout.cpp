@@ -160,7 +160,7 @@ private:
     }
 
     SheetFrame MakeFrame(double width, std::size_t page, std::size_t pages) const {
-        const auto field = [this](const char* message, const std::string& text) {
+        const auto field = [](const char* message, const std::string& text) {
             const std::string caption = du::Localizer("zrsheet:sheet").LocalizeMessage(message);
             return SheetField{{}, caption, text, false};
         };

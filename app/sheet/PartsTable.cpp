@@ -64,6 +64,7 @@ PartsTable::PartsTable(const std::vector<SheetItem>& items, const SheetStyle& st
                        const std::vector<std::string>& columns)
     : m_rowHeight(style.tableFontSize * kRowHeight), m_rows(items.size()) {
     std::vector<ListColumn> wanted;
+    wanted.reserve(columns.size());
     for (const std::string& word : columns) wanted.push_back(ListColumnOf(word));
     if (wanted.empty()) wanted = UsualColumns(items);
     for (const ListColumn& column : wanted) {
