@@ -9,6 +9,7 @@
 #include "app/text/ProgramText.h"
 #include "du/Localizer.h"
 #include "zrk/operation/History.h"
+#include "zrk/world/World.h"
 
 namespace zrsheet {
 
@@ -75,8 +76,13 @@ void Session::OpenProject(const std::filesystem::path& file, const std::filesyst
     MarkSaved(file);
 }
 
+// Callouts let go of their parts on the task pool. Until that is over, what comes next would get other memory
+// from run to run, and where callouts are equal their order goes by it.
 void Session::Close() {
-    m_project.reset();
+    if (m_project) {
+        m_project.reset();
+        zrk::World::GetWorld()->GetTaskPool()->WaitIdle();
+    }
     m_selection.clear();
     m_file.clear();
 }
