@@ -70,7 +70,7 @@ struct CalloutMember {
     du::SmartPtr<Callout> callout;  // may be null while a document is loading
     CalloutState state;
 
-    friend bool operator==(const CalloutMember&, const CalloutMember&) = default;
+    friend bool operator==(const CalloutMember&, const CalloutMember&);
 };
 
 }  // namespace zrannotations
