@@ -12,6 +12,6 @@ if (spawnSync('chromium', ['--version']).status !== 0) {
 }
 const here = dirname(fileURLToPath(import.meta.url));
 const environment = {...process.env, ZR_PACKAGES: packages, ZR_SHEET: sheet, ZR_SAMPLE: sample};
-const run = spawnSync(process.execPath, ['--test', '--test-reporter=spec', join(here, 'catalogue.test.mjs')],
+const run = spawnSync(process.execPath, ['--test', '--test-reporter=tap', join(here, 'catalogue.test.mjs')],
     {env: environment, stdio: 'inherit'});
 process.exit(run.status ?? 1);

@@ -18,6 +18,7 @@ namespace {
 namespace fs = std::filesystem;
 
 const fs::path kScenes = ZR_SCENES;
+constexpr std::string_view kExample = "example-";
 
 /// Models by others; the environment variable ZR_MODELS names another folder.
 fs::path ModelByOthers(const std::string& name) {
@@ -34,10 +35,11 @@ std::vector<std::string> SceneNames() {
     return names;
 }
 
+bool IsExample(std::string_view scene) { return scene.starts_with(kExample); }
+
 /// That of the scene, or the example that it is named after.
 fs::path ScriptOf(const std::string& scene) {
-    constexpr std::string_view kExample = "example-";
-    if (!scene.starts_with(kExample)) return kScenes / scene / "script.zrs";
+    if (!IsExample(scene)) return kScenes / scene / "script.zrs";
     return fs::path(ZR_EXAMPLES) / (scene.substr(kExample.size()) + ".zrs");
 }
 
@@ -72,6 +74,7 @@ protected:
 TEST_P(Scene, PrintsWhatItDid) {
     if (!Prepare()) GTEST_SKIP() << "its model, by others, is not there";
     const CliResult result = Run({"run", "--keep-going", "script.zrs"});
+    EXPECT_TRUE(result.exitCode == 0 || !IsExample(GetParam())) << "what users are shown works";
     Compare("expected.txt", result.out + (result.err.empty() ? "" : "--- complaints:\n" + result.err) +
                                 "--- exit code " + std::to_string(result.exitCode) + "\n");
     if (!fs::exists(In("report.json"))) return;
