@@ -3,7 +3,7 @@
 #include <chrono>
 #include <utility>
 
-#include "app/import/ModelCache.h"
+#include "app/import/process/ModelCache.h"
 
 namespace zrsheet {
 namespace {

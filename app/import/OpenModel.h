@@ -5,7 +5,7 @@
 #include <filesystem>
 
 #include "app/import/Assembly.h"
-#include "app/import/ImportModel.h"
+#include "app/import/process/ImportModel.h"
 
 namespace zrsheet {
 

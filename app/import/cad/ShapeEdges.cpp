@@ -12,7 +12,7 @@
 #include <algorithm>
 #include <map>
 
-#include "app/import/PartBuilder.h"
+#include "app/import/reading/PartBuilder.h"
 
 namespace zrsheet {
 namespace {

@@ -15,9 +15,9 @@
 #include <utility>
 #include <vector>
 
-#include "app/import/PartBuilder.h"
 #include "app/import/cad/CadKernel.h"
 #include "app/import/cad/ShapeEdges.h"
+#include "app/import/reading/PartBuilder.h"
 
 namespace zrsheet {
 namespace {

@@ -16,14 +16,14 @@
 #include <utility>
 #include <vector>
 
-#include "app/import/AssemblyTree.h"
 #include "app/import/ImportError.h"
-#include "app/import/PartTable.h"
-#include "app/import/ReaderProgress.h"
 #include "app/import/Utf8Text.h"
 #include "app/import/cad/CadKernel.h"
 #include "app/import/cad/ShapeColors.h"
 #include "app/import/cad/ShapeMesher.h"
+#include "app/import/reading/AssemblyTree.h"
+#include "app/import/reading/PartTable.h"
+#include "app/import/reading/ReaderProgress.h"
 
 namespace zrsheet {
 namespace {

@@ -18,11 +18,11 @@
 #include <vector>
 
 #include "app/import/ImportError.h"
-#include "app/import/ReaderProgress.h"
 #include "app/import/Utf8Text.h"
 #include "app/import/cad/CadKernel.h"
 #include "app/import/cad/ShapeTree.h"
 #include "app/import/cad/StepProperties.h"
+#include "app/import/reading/ReaderProgress.h"
 
 namespace zrsheet {
 namespace {

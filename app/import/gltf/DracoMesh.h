@@ -5,7 +5,7 @@
 #include <cstdint>
 #include <string_view>
 
-#include "app/import/TriangleList.h"
+#include "app/import/reading/TriangleList.h"
 
 namespace zrsheet {
 

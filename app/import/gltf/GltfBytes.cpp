@@ -5,10 +5,10 @@
 #include <charconv>
 
 #include "app/import/ImportError.h"
-#include "app/import/ReadFile.h"
 #include "app/import/Utf8Text.h"
 #include "app/import/gltf/Base64.h"
 #include "app/import/gltf/MeshoptView.h"
+#include "app/import/reading/ReadFile.h"
 
 namespace zrsheet {
 namespace {

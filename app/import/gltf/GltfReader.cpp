@@ -2,13 +2,13 @@
 
 #include <fmt/format.h>
 
-#include "app/import/AssemblyTree.h"
 #include "app/import/ImportError.h"
-#include "app/import/ReadFile.h"
 #include "app/import/gltf/GlbContainer.h"
 #include "app/import/gltf/GltfBytes.h"
 #include "app/import/gltf/GltfParser.h"
 #include "app/import/gltf/MeshLoader.h"
+#include "app/import/reading/AssemblyTree.h"
+#include "app/import/reading/ReadFile.h"
 
 namespace zrsheet {
 namespace {

@@ -6,9 +6,9 @@
 #include <numeric>
 
 #include "app/import/ImportError.h"
-#include "app/import/PartBuilder.h"
 #include "app/import/gltf/DracoMesh.h"
 #include "app/import/gltf/GltfAccessors.h"
+#include "app/import/reading/PartBuilder.h"
 
 namespace zrsheet {
 namespace {

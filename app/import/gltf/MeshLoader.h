@@ -7,10 +7,10 @@
 #include <optional>
 #include <vector>
 
-#include "app/import/PartTable.h"
-#include "app/import/TriangleList.h"
 #include "app/import/gltf/GltfBytes.h"
 #include "app/import/gltf/GltfDocument.h"
+#include "app/import/reading/PartTable.h"
+#include "app/import/reading/TriangleList.h"
 
 namespace zrsheet {
 

@@ -10,11 +10,11 @@
 #include <string_view>
 #include <utility>
 
-#include "app/import/AssemblyTree.h"
 #include "app/import/ImportError.h"
-#include "app/import/PartBuilder.h"
-#include "app/import/ReadFile.h"
 #include "app/import/Utf8Text.h"
+#include "app/import/reading/AssemblyTree.h"
+#include "app/import/reading/PartBuilder.h"
+#include "app/import/reading/ReadFile.h"
 
 namespace zrsheet {
 namespace {

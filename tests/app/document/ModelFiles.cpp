@@ -7,7 +7,7 @@
 #include <stdexcept>
 #include <string>
 
-#include "app/import/ImportModel.h"
+#include "app/import/process/ImportModel.h"
 
 namespace zrsheet {
 namespace {

@@ -1,4 +1,4 @@
-#include "app/import/AssemblyStream.h"
+#include "app/import/process/AssemblyStream.h"
 
 #include <gtest/gtest.h>
 

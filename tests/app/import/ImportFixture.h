@@ -10,7 +10,7 @@
 #include <string>
 #include <vector>
 
-#include "app/import/ImportModel.h"
+#include "app/import/process/ImportModel.h"
 
 namespace zrsheet {
 

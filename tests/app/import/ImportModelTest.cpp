@@ -1,4 +1,4 @@
-#include "app/import/ImportModel.h"
+#include "app/import/process/ImportModel.h"
 
 #include <gmock/gmock.h>
 

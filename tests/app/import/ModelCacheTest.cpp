@@ -1,10 +1,10 @@
-#include "app/import/ModelCache.h"
+#include "app/import/process/ModelCache.h"
 
 #include <gmock/gmock.h>
 
 #include <fstream>
 
-#include "app/import/AssemblyStream.h"
+#include "app/import/process/AssemblyStream.h"
 #include "tests/app/import/ImportFixture.h"
 
 namespace zrsheet {

@@ -1,6 +1,6 @@
 #include <gmock/gmock.h>
 
-#include "app/import/ModelFormat.h"
+#include "app/import/reading/ModelFormat.h"
 #include "tests/app/import/CadSample.h"
 #include "tests/app/import/ImportFixture.h"
 #include "tests/app/import/SolidChecks.h"

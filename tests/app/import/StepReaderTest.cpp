@@ -6,7 +6,7 @@
 #include <regex>
 #include <sstream>
 
-#include "app/import/AssemblyStream.h"
+#include "app/import/process/AssemblyStream.h"
 
 #include "tests/app/import/CadSample.h"
 #include "tests/app/import/ImportFixture.h"

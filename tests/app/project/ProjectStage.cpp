@@ -2,7 +2,7 @@
 
 #include "app/document/SymbolShapes.h"
 #include "app/document/ViewDirection.h"
-#include "app/import/ImportModel.h"
+#include "app/import/process/ImportModel.h"
 #include "app/project/ProjectReader.h"
 #include "app/project/ProjectWriter.h"
 #include "zrannotations/CombinedCallout.h"

@@ -1,10 +1,10 @@
-#include "app/import/ReaderProgress.h"
+#include "app/import/reading/ReaderProgress.h"
 
 #include <fmt/format.h>
 
 #include <cstdio>
 
-#include "app/import/ChildProcess.h"
+#include "app/import/process/ChildProcess.h"
 
 namespace zrsheet {
 

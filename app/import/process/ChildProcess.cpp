@@ -1,4 +1,4 @@
-#include "app/import/ChildProcess.h"
+#include "app/import/process/ChildProcess.h"
 
 #include <fcntl.h>
 #include <poll.h>

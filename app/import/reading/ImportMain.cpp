@@ -9,8 +9,8 @@
 #include <new>
 #include <string>
 
-#include "app/import/AssemblyStream.h"
-#include "app/import/ReadModel.h"
+#include "app/import/process/AssemblyStream.h"
+#include "app/import/reading/ReadModel.h"
 
 namespace {
 

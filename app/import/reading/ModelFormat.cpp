@@ -1,4 +1,4 @@
-#include "app/import/ModelFormat.h"
+#include "app/import/reading/ModelFormat.h"
 
 #include <algorithm>
 #include <cstdint>

@@ -1,4 +1,4 @@
-#include "app/import/PartTable.h"
+#include "app/import/reading/PartTable.h"
 
 #include <functional>
 #include <string_view>

@@ -8,7 +8,7 @@
 #include <vector>
 
 #include "app/import/Assembly.h"
-#include "app/import/TriangleList.h"
+#include "app/import/reading/TriangleList.h"
 
 namespace zrsheet {
 

@@ -1,14 +1,14 @@
-#include "app/import/ImportModel.h"
+#include "app/import/process/ImportModel.h"
 
 #include <fmt/format.h>
 
 #include <charconv>
 #include <system_error>
 
-#include "app/import/AssemblyStream.h"
-#include "app/import/ChildProcess.h"
 #include "app/import/ImportError.h"
 #include "app/import/Utf8Text.h"
+#include "app/import/process/AssemblyStream.h"
+#include "app/import/process/ChildProcess.h"
 
 namespace zrsheet {
 namespace {

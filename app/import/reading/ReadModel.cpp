@@ -1,11 +1,11 @@
-#include "app/import/ReadModel.h"
+#include "app/import/reading/ReadModel.h"
 
 #include "app/import/ImportError.h"
-#include "app/import/ModelFormat.h"
-#include "app/import/ReadFile.h"
 #include "app/import/cad/IgesReader.h"
 #include "app/import/cad/StepReader.h"
 #include "app/import/gltf/GltfReader.h"
+#include "app/import/reading/ModelFormat.h"
+#include "app/import/reading/ReadFile.h"
 #include "app/import/stl/StlReader.h"
 
 namespace zrsheet {

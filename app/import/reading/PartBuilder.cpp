@@ -1,4 +1,4 @@
-#include "app/import/PartBuilder.h"
+#include "app/import/reading/PartBuilder.h"
 
 #include <bit>
 #include <utility>

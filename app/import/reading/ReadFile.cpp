@@ -1,4 +1,4 @@
-#include "app/import/ReadFile.h"
+#include "app/import/reading/ReadFile.h"
 
 #include <fstream>
 #include <system_error>

@@ -1,4 +1,4 @@
-#include "app/import/AssemblyTree.h"
+#include "app/import/reading/AssemblyTree.h"
 
 #include <fmt/format.h>
 

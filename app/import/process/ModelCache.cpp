@@ -1,4 +1,4 @@
-#include "app/import/ModelCache.h"
+#include "app/import/process/ModelCache.h"
 
 #include <fmt/format.h>
 
@@ -14,8 +14,8 @@
 #include "app/file/AtomicFile.h"
 #include "app/file/Digest.h"
 #include "app/file/FileError.h"
-#include "app/import/AssemblyStream.h"
 #include "app/import/ImportError.h"
+#include "app/import/process/AssemblyStream.h"
 
 namespace zrsheet {
 namespace {
