@@ -1,11 +1,9 @@
 #include "app/export/SvgExporter.h"
 
-#include <algorithm>
 #include <array>
 #include <charconv>
 #include <cmath>
 #include <cstddef>
-#include <map>
 #include <pugixml.hpp>
 #include <sstream>
 #include <utility>
@@ -205,34 +203,49 @@ void AddModelLines(Node parent, const DrawnModel& model) {
     if (model.inks.empty()) return;
     Node group = AddGroup(parent, "model-lines");
     Set(group, "transform", "translate(" + Number(model.origin.x) + " " + Number(model.origin.y) + ")");
+    Set(group, "fill", "none");
+    Set(group, "stroke", kInkColor);
+    Set(group, "stroke-linecap", "round");
+    Set(group, "stroke-linejoin", "round");
+    Set(group, "pointer-events", "none");
     for (const DrawnInk& ink : model.inks) {
         PathText path;
         for (const ArtLine* line : ink.lines) path.Add(line->points, line->isClosed);
-        AddPath(group, ink.cssClass, path);
+        Node node = AddPath(group, ink.cssClass, path);
+        Set(node, "stroke-width", ink.width);
+        if (ink.isDashed)
+            Set(node, "stroke-dasharray",
+                Number(kHiddenDash * ink.width) + " " + Number(kHiddenGap * ink.width));
     }
 }
 
-void AddHotspots(Node parent, const std::vector<SheetHotspot>& hotspots, const PageBox& box,
+void AddHotspot(Node group, const SheetHotspot& hotspot, const std::string& id) {
+    PathText path;
+    for (const auto& ring : hotspot.rings) path.Add(ring, true);
+    Node node = AddPath(group, "hotspot", path);
+    Set(node, "id", id);
+    if (hotspot.hasItem) {
+        Set(node, "data-item", std::to_string(hotspot.itemId));
+        Set(node, "data-label", CleanText(hotspot.label));
+    }
+    Set(node, "data-part", CleanText(hotspot.name));
+    if (!hotspot.instance.empty()) Set(node, "data-instances", CleanText(hotspot.instance));
+    const std::string title = hotspot.label.empty() ? hotspot.name : hotspot.label + "  " + hotspot.name;
+    node.append_child("title").text().set(CleanText(title).c_str());
+}
+
+/// White areas carry the lines; over a picture they are there to be pointed at only, and nothing hides it.
+void AddHotspots(Node parent, const std::vector<SheetHotspot>& hotspots, const PageBox& box, PictureMode mode,
                  const std::string& prefix, IdTable& ids) {
     if (hotspots.empty()) return;
     Node group = AddGroup(parent, "hotspots");
     Set(group, "transform", "translate(" + Number(box.x0) + " " + Number(box.y0) + ")");
+    Set(group, "fill", kPaperColor);
+    if (mode != PictureMode::Line) Set(group, "fill-opacity", "0");
+    Set(group, "fill-rule", "evenodd");
+    Set(group, "cursor", "pointer");
     const std::vector<std::string> spotIds = HotspotIds(hotspots, prefix, ids);
-    for (std::size_t i = 0; i < hotspots.size(); ++i) {
-        const SheetHotspot& hotspot = hotspots[i];
-        PathText path;
-        for (const auto& ring : hotspot.rings) path.Add(ring, true);
-        Node node = AddPath(group, "hotspot", path);
-        Set(node, "id", spotIds[i]);
-        if (hotspot.hasItem) {
-            Set(node, "data-item", std::to_string(hotspot.itemId));
-            Set(node, "data-label", CleanText(hotspot.label));
-        }
-        Set(node, "data-part", CleanText(hotspot.name));
-        if (!hotspot.instance.empty()) Set(node, "data-instances", CleanText(hotspot.instance));
-        const std::string title = hotspot.label.empty() ? hotspot.name : hotspot.label + "  " + hotspot.name;
-        node.append_child("title").text().set(CleanText(title).c_str());
-    }
+    for (std::size_t i = 0; i < hotspots.size(); ++i) AddHotspot(group, hotspots[i], spotIds[i]);
 }
 
 void AddGround(Node svg, const Sheet& sheet) {
@@ -255,39 +268,13 @@ void AddGround(Node svg, const Sheet& sheet) {
     Set(ground, "fill", std::string("url(#") + IdTable::kGround + ")");
 }
 
-// White areas carry the lines; over a picture they are there to be pointed at only, and nothing hides it.
 void AddFigure(Node svg, const Sheet& sheet, const DrawnModel& model, IdTable& ids) {
     const bool isPlain = sheet.ground.top == kPaperColor && sheet.ground.bottom == kPaperColor;
     if (sheet.look.mode == PictureMode::Line && !isPlain) AddGround(svg, sheet);
     if (!sheet.picture.pixels.empty()) Set(AddImage(svg, sheet.picture, sheet.figure), "class", "picture");
     Node group = AddGroup(svg, ("model " + std::string(WordOf(sheet.look.mode))).c_str());
-    AddHotspots(group, sheet.hotspots, sheet.figure, "", ids);
+    AddHotspots(group, sheet.hotspots, sheet.figure, sheet.look.mode, "", ids);
     AddModelLines(group, model);
-}
-
-/// One class, one rule: whoever embeds the sheet can change every look with a rule of his own.
-void AddStyle(Node svg, const SheetDrawing& drawing) {
-    std::map<std::string, const DrawnInk*> inks;
-    const auto collect = [&inks](const DrawnModel& model) {
-        for (const DrawnInk& ink : model.inks) inks.try_emplace(ink.cssClass, &ink);
-    };
-    collect(drawing.model);
-    for (const DrawnInset& inset : drawing.insets) collect(inset.model);
-    std::string css = ".hotspot{fill:" + std::string(kPaperColor) +
-                      ";fill-rule:evenodd;stroke:none;cursor:pointer}"
-                      "\n.shaded .hotspot,.both .hotspot{fill-opacity:0}"
-                      "\n.model-lines{fill:none;stroke:" +
-                      kInkColor + ";stroke-linecap:round;stroke-linejoin:round;pointer-events:none}";
-    for (const auto& [name, ink] : inks) {
-        std::string selector = name;
-        std::replace(selector.begin(), selector.end(), ' ', '.');
-        css += "\n." + selector + "{stroke-width:" + Number(ink->width);
-        if (ink->isDashed)
-            css += ";stroke-dasharray:" + Number(kHiddenDash * ink->width) + " " +
-                   Number(kHiddenGap * ink->width);
-        css += "}";
-    }
-    svg.append_child("style").text().set(css.c_str());
 }
 
 void AddRing(Node parent, const DrawnRing& ring) {
@@ -312,7 +299,7 @@ void AddInset(Node svg, const SheetInset& inset, const DrawnInset& drawn, Pictur
         Node view = AddGroup(group, ("view " + std::string(WordOf(mode))).c_str());
         Set(view, "clip-path", "url(#" + clipId + ")");
         if (!inset.picture.pixels.empty()) AddImage(view, inset.picture, inset.box);
-        AddHotspots(view, inset.hotspots, inset.box, id + "-", ids);
+        AddHotspots(view, inset.hotspots, inset.box, mode, id + "-", ids);
         AddModelLines(view, drawn.model);
     }
     AddRing(group, drawn.outline);
@@ -352,7 +339,6 @@ std::string SvgText(const Sheet& sheet) {
     pugi::xml_document document;
     Node svg = AddRoot(document, sheet);
     svg.append_child("title").text().set(CleanText(sheet.title).c_str());
-    AddStyle(svg, drawing);
     Node paper = svg.append_child("rect");
     Set(paper, "width", sheet.width);
     Set(paper, "height", sheet.height);
