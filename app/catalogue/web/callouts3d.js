@@ -2,6 +2,9 @@
 
 const kGap = 10;         // between balloons, pixels
 const kBalloon = 30;
+const kSmallBalloon = 22;
+const kSmallPane = 400;  // that is less high or wide has small ones
+const kLeastGap = 2;     // ... before some are left out
 const kAway = 26;        // of the ring from the model
 const kBulge = 1.18;     // of an ellipse around what is not one
 const kSteps = 128;      // of a turn
@@ -33,9 +36,9 @@ export class Callouts3d {
             const line = document.createElementNS('http://www.w3.org/2000/svg', 'path');
             line.dataset.item = String(item);
             this.#lines.append(line);
-            return {line, place, instance, pixel: null, isCovered: false};
+            return {line, place, instance, pixel: null, isShown: false, isCovered: false};
         });
-        return {item, balloon, leaders, angle: 0};
+        return {item, balloon, leaders, angle: 0, isCovered: false};
     }
 
     /** Shows who is chosen and pointed at. */
@@ -53,27 +56,48 @@ export class Callouts3d {
      *     before that of an instance, `isShown` whether an instance is shown; `ring` is the ellipse around the model, in pixels.
      */
     arrange(view) {
-        const shown = this.#callouts.filter(callout => this.#follow(callout, view));
-        spread(shown, view.ring);
+        const lengths = arcLengths(view.ring);
+        const {size} = view.ring;
+        const room = Math.floor(lengths[kSteps] / (size + kLeastGap));
+        this.#layer.classList.toggle('small', size < kBalloon);
+        const wanted = this.#callouts.filter(callout => this.#follow(callout, view));
+        const shown = wanted.length > room ? this.#mostWanted(wanted, room) : wanted;
+        const isShown = new Set(shown);
+        for (const callout of this.#callouts) this.#show(callout, isShown.has(callout));
+        spread(shown, lengths, size + kGap);
         for (const callout of shown) this.#place(callout, view.ring);
+    }
+
+    /** So many: those chosen or pointed at, then those whose parts are seen, then others, some from everywhere of the list. */
+    #mostWanted(callouts, count) {
+        const ranks = [[], [], []];
+        for (const callout of callouts) {
+            const isLit = this.#selection.isChosen(callout.item) || this.#selection.isHovered(callout.item);
+            ranks[isLit ? 0 : callout.isCovered ? 2 : 1].push(callout);
+        }
+        return ranks.reduce((taken, rank) => [...taken, ...sample(rank, count - taken.length)], []);
+    }
+
+    #show({balloon, leaders}, isWanted) {
+        balloon.hidden = !isWanted;
+        for (const {line, isShown} of leaders) line.style.display = isWanted && isShown ? '' : 'none';
     }
 
     /** False when none of its parts is shown. */
     #follow(callout, view) {
         const seen = callout.leaders.filter(leader => {
-            const isShown = view.isShown(leader.instance);
-            leader.line.style.display = isShown ? '' : 'none';
-            if (!isShown) return false;
+            leader.isShown = view.isShown(leader.instance);
+            if (!leader.isShown) return false;
             leader.pixel = view.project(leader.place);
             leader.isCovered = view.isCovered(leader.pixel, leader.instance);
             return true;
         });
-        callout.balloon.hidden = seen.length === 0;
         if (seen.length === 0) return false;
         const {pixel} = seen.find(leader => !leader.isCovered) ?? seen[0];
         const {ring} = view;
         callout.angle = Math.atan2((pixel.y - ring.y) / ring.height, (pixel.x - ring.x) / ring.width);
-        callout.balloon.classList.toggle('dim', seen.every(leader => leader.isCovered));
+        callout.isCovered = seen.every(leader => leader.isCovered);
+        callout.balloon.classList.toggle('dim', callout.isCovered);
         return true;
     }
 
@@ -95,8 +119,10 @@ export class Callouts3d {
  * height, and inside the canvas.
  */
 export function ringAround({middle, halfWidth, halfHeight}, width, height) {
-    const edge = kBalloon * 0.75;
+    const size = balloonSize(width, height);
+    const edge = size * 0.75;
     return {
+        size,
         x: Math.min(Math.max(middle.x, width * 0.3), width * 0.7),
         y: Math.min(Math.max(middle.y, height * 0.3), height * 0.7),
         width: Math.min(halfWidth * kBulge + kAway, width / 2 - edge),
@@ -106,8 +132,18 @@ export function ringAround({middle, halfWidth, halfHeight}, width, height) {
 
 /** How much of the canvas the model may take, so that there is room for the ring. */
 export function roomInside(width, height) {
-    const side = size => Math.max(size - 2 * (kBalloon * 0.75 + kAway), 40) / kBulge;
+    const edge = balloonSize(width, height) * 0.75 + kAway;
+    const side = size => Math.max(size - 2 * edge, 40) / kBulge;
     return {width: side(width), height: side(height)};
+}
+
+function balloonSize(width, height) {
+    return Math.min(width, height) < kSmallPane ? kSmallBalloon : kBalloon;
+}
+
+/** At most so many, evenly out of all. */
+function sample(all, count) {
+    return all.length <= count ? all : Array.from({length: count}, (_, i) => all[Math.floor(i * all.length / count)]);
 }
 
 /** Lengths along the ellipse from angle 0, at kSteps + 1 even angles. */
@@ -135,17 +171,16 @@ function angleAt(lengths, length) {
 }
 
 /** Moves neighbours on the ring apart until there is room for each, or less if there is none; as little as that takes. */
-function spread(callouts, ring) {
+function spread(callouts, lengths, wanted) {
     const count = callouts.length;
     if (count < 2) return;
-    const lengths = arcLengths(ring);
     const whole = lengths[kSteps];
     for (const callout of callouts) callout.at = lengthAt(lengths, callout.angle);
     callouts.sort((a, b) => a.at - b.at);
     const gapBefore = i => i === 0 ? callouts[0].at + whole - callouts[count - 1].at : callouts[i].at - callouts[i - 1].at;
     const first = callouts.reduce((best, _, i) => gapBefore(i) > gapBefore(best) ? i : best, 0);
     const order = [...callouts.slice(first), ...callouts.slice(0, first)];
-    const room = Math.min(kBalloon + kGap, whole / count);
+    const room = Math.min(wanted, whole / count);
     // Seen from the packed places, apart means that shifts never decrease: neighbours that would are joined to runs.
     const runs = [];
     order.forEach((callout, i) => {
@@ -153,9 +188,13 @@ function spread(callouts, ring) {
         runs.push({shift: callout.at + lap - i * room, count: 1});
         while (runs.length > 1 && runs.at(-2).shift > runs.at(-1).shift) joinLast(runs);
     });
+    // The last must not come around to the first: no shift lies further from another than there is room to spare.
+    const spare = whole - count * room;
+    const least = Math.max(runs[0].shift, (runs[0].shift + runs.at(-1).shift - spare) / 2);
     let i = 0;
     for (const run of runs) {
-        for (let k = 0; k < run.count; ++k, ++i) order[i].angle = angleAt(lengths, run.shift + i * room);
+        const shift = Math.min(Math.max(run.shift, least), least + spare);
+        for (let k = 0; k < run.count; ++k, ++i) order[i].angle = angleAt(lengths, shift + i * room);
     }
 }
 

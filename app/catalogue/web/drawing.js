@@ -5,7 +5,7 @@ const kMargin = 12;  // around the picture, its own units
 const kDrag = 4;     // pixels that the pointer moves before it is no click
 
 export class Drawing {
-    #selection; #svg; #spots = new Map(); #balloons = new Map(); #whole; #box; #drag = null; #wasDragged = false;
+    #selection; #svg; #spots = new Map(); #balloons = new Map(); #whole; #box; #drag = null; #pointers = new Map(); #wasDragged = false; #lit = new Set(); #stop = null;
 
     constructor(data, selection, words) {
         this.#selection = selection;
@@ -13,6 +13,7 @@ export class Drawing {
         this.#svg = pane.querySelector(':scope > svg');
         this.#prepare(data, words);
         this.#box = {...this.#whole};
+        for (const balloon of [...this.#balloons.values()].flat()) balloon.setAttribute('tabindex', '-1');
         this.#listen(pane);
         selection.addEventListener('change', event => this.#onChange(event.detail));
         this.#setTabStop();
@@ -39,12 +40,14 @@ export class Drawing {
             balloon.setAttribute('aria-pressed', 'false');
         }
         this.#whole = this.#extent();
+        svg.style.setProperty('--aspect', String(this.#whole.width / this.#whole.height));
     }
 
     /** What is drawn, without the sheet's own parts list and title, which the page has already. */
     #extent() {
-        const boxes = [...this.#svg.querySelectorAll('.model, .picture, .callouts, .inset')].map(each => boxOf(each, this.#svg))
-            .filter(box => box.width > 0 && box.height > 0);
+        // What a glass shows is cut to its rim; its box is not.
+        const drawn = this.#svg.querySelectorAll('.model, .picture, .callouts, .inset > circle, .inset > line');
+        const boxes = [...drawn].map(each => boxOf(each, this.#svg)).filter(box => box.width > 0 && box.height > 0);
         if (boxes.length === 0) return {...fromRect(this.#svg.viewBox.baseVal)};
         const x = Math.min(...boxes.map(box => box.x)) - kMargin;
         const y = Math.min(...boxes.map(box => box.y)) - kMargin;
@@ -62,8 +65,12 @@ export class Drawing {
         svg.addEventListener('wheel', event => this.#onWheel(event), {passive: false});
         svg.addEventListener('pointerdown', event => this.#onDown(event));
         svg.addEventListener('pointermove', event => this.#onMove(event));
-        svg.addEventListener('pointerup', () => { this.#drag = null; });
-        svg.addEventListener('pointercancel', () => { this.#drag = null; });
+        for (const end of ['pointerup', 'pointercancel', 'pointerleave']) {
+            svg.addEventListener(end, event => {
+                this.#pointers.delete(event.pointerId);
+                this.#drag = null;
+            });
+        }
         const factors = {in: 1 / 1.5, out: 1.5};
         for (const button of pane.querySelectorAll('[data-zoom]')) {
             button.addEventListener('click', () => {
@@ -83,11 +90,13 @@ export class Drawing {
     }
 
     #onDown(event) {
-        this.#wasDragged = false;
-        this.#drag = {x: event.clientX, y: event.clientY, box: {...this.#box}};
+        this.#pointers.set(event.pointerId, {x: event.clientX, y: event.clientY});
+        this.#wasDragged = this.#pointers.size > 1;
+        this.#drag = this.#wasDragged ? null : {x: event.clientX, y: event.clientY, box: {...this.#box}};
     }
 
     #onMove(event) {
+        if (this.#pointers.size === 2 && this.#pointers.has(event.pointerId)) this.#pinch(event);
         if (!this.#drag || event.buttons === 0) return;
         const dx = event.clientX - this.#drag.x;
         const dy = event.clientY - this.#drag.y;
@@ -98,10 +107,22 @@ export class Drawing {
         this.#show({...box, x: box.x - dx * perPixel, y: box.y - dy * perPixel});
     }
 
+    /** Two fingers move apart or together. */
+    #pinch(event) {
+        const before = spanOf(this.#pointers);
+        this.#pointers.set(event.pointerId, {x: event.clientX, y: event.clientY});
+        const after = spanOf(this.#pointers);
+        this.#zoom(before.length / Math.max(after.length, 1), this.#placeAt(after));
+    }
+
     #onWheel(event) {
         event.preventDefault();
-        const at = new DOMPoint(event.clientX, event.clientY).matrixTransform(this.#svg.getScreenCTM().inverse());
-        this.#zoom(Math.exp(event.deltaY * 0.0015), at);
+        this.#zoom(Math.exp(event.deltaY * 0.0015), this.#placeAt({x: event.clientX, y: event.clientY}));
+    }
+
+    /** In the units of the drawing. */
+    #placeAt({x, y}) {
+        return new DOMPoint(x, y).matrixTransform(this.#svg.getScreenCTM().inverse());
     }
 
     #onKey(event) {
@@ -140,37 +161,40 @@ export class Drawing {
     }
 
     #onChange({what, source}) {
-        for (const [map, isBalloon] of [[this.#spots, false], [this.#balloons, true]]) {
-            for (const [item, shapes] of map) for (const shape of shapes) this.#light(shape, item, isBalloon);
+        const {chosen, hovered} = this.#selection;
+        const now = new Set([chosen, hovered].flatMap(choice => choice ? [choice.item] : []));
+        for (const item of new Set([...this.#lit, ...now])) {
+            for (const spot of this.#spots.get(item) ?? []) this.#light(spot, item);
+            for (const balloon of this.#balloons.get(item) ?? []) {
+                this.#light(balloon, item);
+                balloon.setAttribute('aria-pressed', String(this.#selection.isChosen(item)));
+            }
         }
-        const {chosen} = this.#selection;
-        this.#svg.classList.toggle('has-choice', chosen !== null);
+        this.#lit = now;
         this.#setTabStop();
         if (what === 'chosen' && source !== 'drawing' && chosen) this.#bringIntoView(chosen.item);
     }
 
-    #light(shape, item, isBalloon) {
+    #light(shape, item) {
         const {chosen, hovered} = this.#selection;
         const isChosen = this.#selection.isChosen(item);
         shape.classList.toggle('hovered', this.#selection.isHovered(item));
         shape.classList.toggle('chosen', isChosen);
         shape.classList.toggle('this-one', (isChosen && chosen.part === shape.id) || hovered?.part === shape.id);
-        if (isBalloon) shape.setAttribute('aria-pressed', String(isChosen));
     }
 
     /** One balloon can be reached by the tab key. */
     #setTabStop() {
-        const all = [...this.#balloons.values()].flat();
-        for (const balloon of all) balloon.setAttribute('tabindex', '-1');
-        const stop = this.#balloons.get(this.#selection.chosen?.item)?.[0] ?? all[0];
-        stop?.setAttribute('tabindex', '0');
+        this.#stop?.setAttribute('tabindex', '-1');
+        this.#stop = (this.#balloons.get(this.#selection.chosen?.item) ?? this.#balloons.values().next().value)?.[0];
+        this.#stop?.setAttribute('tabindex', '0');
     }
 
     /** Moves the paper, no more than it must, until balloons and areas of the item are on the screen. */
     #bringIntoView(item) {
         const shapes = [...this.#spots.get(item) ?? [], ...this.#balloons.get(item) ?? []];
-        if (shapes.length === 0) return;
-        const boxes = shapes.map(shape => boxOf(shape, this.#svg));
+        const boxes = shapes.map(shape => seenBoxOf(shape, this.#svg)).filter(box => box !== null);
+        if (boxes.length === 0) return;
         const isInside = boxes.some(box => box.x >= this.#box.x && box.y >= this.#box.y &&
             box.x + box.width <= this.#box.x + this.#box.width && box.y + box.height <= this.#box.y + this.#box.height);
         if (isInside) return;
@@ -191,8 +215,27 @@ function choiceAt(target) {
     return {item: Number(shape.dataset.item), part: shape.classList.contains('hotspot') ? shape.id : null};
 }
 
+/** How far two pointers are apart, and the middle between them. */
+function spanOf(pointers) {
+    const [a, b] = [...pointers.values()];
+    return {length: Math.hypot(a.x - b.x, a.y - b.y), x: (a.x + b.x) / 2, y: (a.y + b.y) / 2};
+}
+
 function fromRect({x, y, width, height}) {
     return {x, y, width, height};
+}
+
+/** The part of the box inside of the glass in which the shape lies, if it lies in one; null if there is none. */
+function seenBoxOf(shape, svg) {
+    const box = boxOf(shape, svg);
+    const rim = shape.closest('.view')?.parentElement.querySelector(':scope > .view + circle');
+    if (!rim) return box;
+    const glass = boxOf(rim, svg);
+    const x = Math.max(box.x, glass.x);
+    const y = Math.max(box.y, glass.y);
+    const right = Math.min(box.x + box.width, glass.x + glass.width);
+    const bottom = Math.min(box.y + box.height, glass.y + glass.height);
+    return right > x && bottom > y ? {x, y, width: right - x, height: bottom - y} : null;
 }
 
 /** The box of a shape in the units of the drawing, whatever groups it lies in. */

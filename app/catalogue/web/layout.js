@@ -87,8 +87,8 @@ export function setUpDetails(data, selection, words) {
 }
 
 function describe(item, words, close) {
-    const heading = element('h2', `${item.label}  ${item.name}`);
-    heading.dir = 'auto';
+    const heading = element('h2', `${item.label}  `);
+    heading.append(element('bdi', item.name));
     const button = element('button', '\u00d7');
     button.type = 'button';
     button.className = 'icon';

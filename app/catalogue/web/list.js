@@ -10,7 +10,7 @@ const collator = new Intl.Collator(undefined, {numeric: true, sensitivity: 'base
 
 export class PartsList {
     #selection; #words; #items; #seen; #rows = new Map(); #shown = []; #sort = null;
-    #query; #body; #filters = [];
+    #query; #body; #filters = []; #lit = new Set(); #stop = null;
 
     /**
      * @param {object} data what the page was told
@@ -19,7 +19,7 @@ export class PartsList {
     constructor(data, selection, words, seen) {
         this.#selection = selection;
         this.#words = words;
-        this.#items = data.items.map((item, order) => ({...item, order}));
+        this.#items = data.items.map((item, order) => ({...item, order, text: searchTextOf(item)}));
         this.#seen = seen;
         this.#query = document.getElementById('query');
         this.#body = document.querySelector('#rows tbody');
@@ -55,6 +55,7 @@ export class PartsList {
             const button = document.createElement('button');
             button.type = 'button';
             button.textContent = this.#words[column];
+            cell.dataset.text = this.#words[column];
             button.addEventListener('click', () => this.#sortBy(column));
             cell.append(button);
             row.append(cell);
@@ -88,14 +89,14 @@ export class PartsList {
 
     /** The first choice passes everything. */
     #addFilter(name, choices, passes) {
-        const label = document.createElement('label');
-        const caption = document.createElement('span');
-        caption.textContent = name;
         const select = document.createElement('select');
-        choices.forEach((choice, i) => select.add(new Option(choice, String(i))));
-        select.addEventListener('change', () => this.#refresh());
-        label.append(caption, select);
-        document.getElementById('filters').append(label);
+        select.setAttribute('aria-label', name);
+        choices.forEach((choice, i) => select.add(new Option(i === 0 ? `${name}: ${choice}` : choice, String(i))));
+        select.addEventListener('change', () => {
+            select.classList.toggle('filters-out', select.selectedIndex > 0);
+            this.#refresh();
+        });
+        document.getElementById('filters').append(select);
         this.#filters.push(item => select.selectedIndex === 0 || passes(item, select.selectedIndex));
     }
 
@@ -129,8 +130,7 @@ export class PartsList {
     }
 
     #matches(item, words) {
-        const text = [item.label, item.name, item.tag, ...Object.values(item.properties)].join('\n').toLocaleLowerCase();
-        return words.every(word => text.includes(word)) && this.#filters.every(passes => passes(item));
+        return words.every(word => item.text.includes(word)) && this.#filters.every(passes => passes(item));
     }
 
     #refresh() {
@@ -151,10 +151,10 @@ export class PartsList {
 
     /** One row can be reached by the tab key: the chosen one, else the first. */
     #setTabStop() {
-        for (const row of this.#body.rows) row.tabIndex = -1;
-        const stop = this.#rows.get(this.#selection.chosen?.item);
-        const row = stop?.isConnected ? stop : this.#body.rows[0];
-        if (row) row.tabIndex = 0;
+        if (this.#stop) this.#stop.tabIndex = -1;
+        const chosen = this.#rows.get(this.#selection.chosen?.item);
+        this.#stop = chosen?.isConnected ? chosen : this.#body.rows[0];
+        if (this.#stop) this.#stop.tabIndex = 0;
     }
 
     #onQueryKey(event) {
@@ -188,13 +188,17 @@ export class PartsList {
     }
 
     #onChange({what, source}) {
-        for (const [id, row] of this.#rows) {
-            row.classList.toggle('hovered', this.#selection.isHovered(id));
-            row.setAttribute('aria-selected', String(this.#selection.isChosen(id)));
+        const {chosen, hovered} = this.#selection;
+        const now = new Set([chosen, hovered].flatMap(choice => choice ? [choice.item] : []));
+        for (const id of new Set([...this.#lit, ...now])) {
+            this.#rows.get(id)?.classList.toggle('hovered', this.#selection.isHovered(id));
+            this.#rows.get(id)?.setAttribute('aria-selected', String(this.#selection.isChosen(id)));
         }
+        this.#lit = now;
         this.#setTabStop();
         const row = this.#rows.get(this.#selection[what]?.item);
-        if (source === 'list' || !row) return;
+        // A row under the pointer stays there; one that was chosen may have lost its place to what is told about it.
+        if (!row || (what === 'hovered' && source === 'list')) return;
         if (what === 'chosen' && !row.isConnected) this.#showAll();
         row.scrollIntoView({block: 'nearest'});
     }
@@ -202,7 +206,14 @@ export class PartsList {
     /** What is chosen elsewhere is not hidden by what was searched before. */
     #showAll() {
         this.#query.value = '';
-        for (const select of document.querySelectorAll('#filters select')) select.selectedIndex = 0;
+        for (const select of document.querySelectorAll('#filters select')) {
+            select.selectedIndex = 0;
+            select.classList.remove('filters-out');
+        }
         this.#refresh();
     }
+}
+
+function searchTextOf({label, name, tag, properties}) {
+    return [label, name, tag, ...Object.values(properties)].join('\n').toLocaleLowerCase();
 }

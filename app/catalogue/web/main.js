@@ -4,7 +4,7 @@ import {Drawing} from './drawing.js';
 import {setUpDetails, setUpKeys, setUpTexts, setUpTheme, setUpViews} from './layout.js';
 import {PartsList} from './list.js';
 import {Selection} from './selection.js';
-import {filled, wordsOf} from './texts.js';
+import {counted, wordsOf} from './texts.js';
 import {Viewer3d} from './viewer3d.js';
 
 const data = JSON.parse(document.getElementById('data').textContent);
@@ -35,7 +35,7 @@ setUpTheme();
 setUpTexts(words);
 setUpViews(view => { if (view !== 'drawing') startViewer(); });
 document.getElementById('summary').textContent =
-    filled(words.summary, {items: data.items.length, parts: data.scene.parts.length});
+    `${counted(words.summary.items, data.items.length)}, ${counted(words.summary.parts, data.scene.parts.length)}`;
 setUpDetails(data, selection, words);  // before the list, which it leaves less room
 const drawing = new Drawing(data, selection, words);
 const list = new PartsList(data, selection, words, drawing.seenItems);

@@ -7,8 +7,9 @@ const kOwnSlack = 0.008;
 const kSlack = 0.0004;
 
 export class NumberPicture {
-    #target = new WebGLRenderTarget(1, 1, {minFilter: NearestFilter, magFilter: NearestFilter});
-    #bytes = new Uint8Array(4);
+    #target = new WebGLRenderTarget(1, 1, {count: 2, minFilter: NearestFilter, magFilter: NearestFilter});
+    #numbers = new Uint8Array(4);
+    #depths = new Uint8Array(4);
     #width = 1;
     #height = 1;
 
@@ -20,7 +21,8 @@ export class NumberPicture {
         renderer.setRenderTarget(this.#target);
         renderer.clear();
         renderer.render(scene, camera);
-        renderer.readRenderTargetPixels(this.#target, 0, 0, this.#width, this.#height, this.#bytes);
+        renderer.readRenderTargetPixels(this.#target, 0, 0, this.#width, this.#height, this.#numbers, undefined, 0);
+        renderer.readRenderTargetPixels(this.#target, 0, 0, this.#width, this.#height, this.#depths, undefined, 1);
         renderer.setRenderTarget(null);
         scene.overrideMaterial = null;
         camera.layers.enableAll();
@@ -29,7 +31,7 @@ export class NumberPicture {
     /** The number at a place from (0, 0), top left, to (1, 1); 0 where nothing is. */
     numberAt(x, y) {
         const at = this.#at(Math.floor(x * this.#width), Math.floor((1 - y) * this.#height));
-        return at < 0 ? 0 : this.#bytes[at] * 256 + this.#bytes[at + 1];
+        return at < 0 ? 0 : threeBytes(this.#numbers, at);
     }
 
     /** Does anything lie before a point, at a depth from 0 to 1, of part `number`? Places off the picture are covered. */
@@ -45,8 +47,8 @@ export class NumberPicture {
     #shows(column, row, depth, number) {
         const at = this.#at(column, row);
         if (at < 0) return false;
-        const found = this.#bytes[at] * 256 + this.#bytes[at + 1];
-        const drawn = (this.#bytes[at + 2] * 256 + this.#bytes[at + 3]) / 65535;
+        const found = threeBytes(this.#numbers, at);
+        const drawn = threeBytes(this.#depths, at) / 0xFFFFFF;
         return found === 0 || drawn >= depth - (found === number ? kOwnSlack : kSlack);
     }
 
@@ -60,6 +62,11 @@ export class NumberPicture {
         this.#width = width;
         this.#height = height;
         this.#target.setSize(width, height);
-        this.#bytes = new Uint8Array(4 * width * height);
+        this.#numbers = new Uint8Array(4 * width * height);
+        this.#depths = new Uint8Array(4 * width * height);
     }
+}
+
+function threeBytes(bytes, at) {
+    return bytes[at] * 65536 + bytes[at + 1] * 256 + bytes[at + 2];
 }

@@ -1,7 +1,7 @@
 // How parts are drawn: softly lit faces, thin dark edges, a veil where the chosen part is covered, and numbers
 // instead of colours for finding what is under the pointer.
 
-import {GreaterDepth, NoBlending, ShaderMaterial, DoubleSide} from 'three';
+import {GLSL3, GreaterDepth, NoBlending, ShaderMaterial, DoubleSide} from 'three';
 
 const kPlace = `
 attribute mat4 place;
@@ -52,17 +52,24 @@ void main() {
 }`;
 
 const kNumberVertex = `${kPlace}
-varying float vNumber;
+flat out float vNumber;
 void main() {
     vNumber = number;
     gl_Position = onScreen();
 }`;
 
-// The number in red and green, the depth in blue and alpha, two bytes each.
+// Two pictures, of numbers and of depths, in three bytes each: all that single precision counts exactly.
 const kNumberFragment = `
-varying float vNumber;
-vec2 twoBytes(float value) { return vec2(floor(value / 256.0), mod(value, 256.0)) / 255.0; }
-void main() { gl_FragColor = vec4(twoBytes(vNumber), twoBytes(floor(gl_FragCoord.z * 65535.0))); }`;
+flat in float vNumber;
+layout(location = 0) out vec4 numberBytes;
+layout(location = 1) out vec4 depthBytes;
+vec4 threeBytes(float value) {
+    return vec4(floor(value / 65536.0), mod(floor(value / 256.0), 256.0), mod(value, 256.0), 255.0) / 255.0;
+}
+void main() {
+    numberBytes = threeBytes(vNumber);
+    depthBytes = threeBytes(floor(gl_FragCoord.z * 16777215.0));
+}`;
 
 export function makeMaterials() {
     return {
@@ -76,7 +83,8 @@ export function makeMaterials() {
             depthFunc: GreaterDepth, depthWrite: false,
         }),
         numbers: new ShaderMaterial({
-            vertexShader: kNumberVertex, fragmentShader: kNumberFragment, side: DoubleSide, blending: NoBlending,
+            vertexShader: kNumberVertex, fragmentShader: kNumberFragment, glslVersion: GLSL3, side: DoubleSide,
+            blending: NoBlending,
         }),
     };
 }

@@ -11,7 +11,6 @@ import {NumberPicture} from './picking.js';
 import {makeMaterials} from './shaders.js';
 
 const kPickLayer = 1;
-const kMostNumbered = 65535;
 const kKeyTurn = Math.PI / 18;
 const kDrag = 4;
 const kChosen = [0.96, 0.62, 0.12];
@@ -25,7 +24,7 @@ const kPalette = [
 export class Viewer3d {
     #selection; #pane; #canvas; #renderer; #scene = new Scene(); #camera = new OrthographicCamera();
     #controls; #materials = makeMaterials(); #numbers = new NumberPicture(); #callouts;
-    #parts; #groups; #look; #corners = []; #framed = {right: new Vector3(1, 0, 0), up: new Vector3(0, 1, 0)}; #size = {width: 1, height: 1};
+    #parts; #groups; #shown = new Map(); #look; #corners = []; #framed = {right: new Vector3(1, 0, 0), up: new Vector3(0, 1, 0)}; #size = {width: 1, height: 1};
     #isIsolated = false; #isWaiting = false; #isMoved = true; #down = null;
 
     /** Throws where there is no WebGL. */
@@ -51,10 +50,12 @@ export class Viewer3d {
     #makeParts({scene}) {
         const places = new Float32Array(decode(scene.places));
         this.#parts = scene.parts.map((part, i) => ({
-            ...part, number: i < kMostNumbered ? i + 1 : 0, place: matrixAt(places, 12 * i), base: tintOf(part),
+            ...part, number: i + 1, place: matrixAt(places, 12 * i), base: tintOf(part),
         }));
+        const ofShape = scene.shapes.map(() => []);
+        for (const part of this.#parts) ofShape[part.shape].push(part);
         this.#groups = scene.shapes.map((shape, i) => {
-            const group = new ShapeGroup(unpack(shape), this.#parts.filter(part => part.shape === i), this.#materials);
+            const group = new ShapeGroup(unpack(shape), ofShape[i], this.#materials);
             this.#scene.add(...group.objects);
             return group;
         });
@@ -62,7 +63,7 @@ export class Viewer3d {
 
     #listen() {
         const canvas = this.#canvas;
-        new ResizeObserver(() => this.#resize()).observe(this.#pane);
+        new ResizeObserver(() => this.#resize()).observe(this.#canvas);
         this.#selection.addEventListener('change', ({detail}) => this.#onChange(detail));
         canvas.addEventListener('pointermove', event => {
             if (event.buttons === 0) this.#selection.hover(this.#choiceAt(event), 'model');
@@ -110,6 +111,7 @@ export class Viewer3d {
             part.isChosen = chosen !== null && part.item === chosen.item;
             part.tint = this.#tint(part);
         }
+        this.#shown = new Map(this.#parts.filter(part => part.isShown).map(part => [part.instance, part.number]));
         for (const group of this.#groups) group.update();
         const button = this.#pane.querySelector('[data-act=isolate]');
         button.disabled = chosen === null;
@@ -175,8 +177,8 @@ export class Viewer3d {
     }
 
     #resize() {
-        const width = this.#pane.clientWidth;
-        const height = this.#pane.clientHeight;
+        const width = this.#canvas.clientWidth;
+        const height = this.#canvas.clientHeight;
         if (width === 0 || height === 0) return;
         this.#size = {width, height};
         this.#renderer.setSize(width, height, false);
@@ -208,7 +210,6 @@ export class Viewer3d {
             const at = new Vector3(...place).project(this.#camera);
             return {x: (at.x + 1) / 2 * width, y: (1 - at.y) / 2 * height, depth: (at.z + 1) / 2};
         };
-        const numbers = new Map(this.#parts.filter(part => part.isShown).map(part => [part.instance, part.number]));
         const {right, up} = axesOf(this.#camera);
         const extent = this.#extent(right, up);
         const middle = right.clone().multiplyScalar(extent.x).addScaledVector(up, extent.y);
@@ -216,8 +217,8 @@ export class Viewer3d {
         this.#callouts.arrange({
             project,
             isCovered: ({x, y, depth}, instance) =>
-                this.#numbers.isCovered(x / width, y / height, depth, numbers.get(instance)),
-            isShown: instance => numbers.has(instance),
+                this.#numbers.isCovered(x / width, y / height, depth, this.#shown.get(instance)),
+            isShown: instance => this.#shown.has(instance),
             ring: ringAround({
                 middle: project(middle.toArray()), halfWidth: extent.width / 2 / perPixel, halfHeight: extent.height / 2 / perPixel,
             }, width, height),

@@ -2,7 +2,7 @@
 
 import assert from 'node:assert/strict';
 import {execFileSync} from 'node:child_process';
-import {mkdtempSync, rmSync, writeFileSync} from 'node:fs';
+import {mkdtempSync, readFileSync, rmSync, writeFileSync} from 'node:fs';
 import {createRequire} from 'node:module';
 import {tmpdir} from 'node:os';
 import {join} from 'node:path';
@@ -14,7 +14,10 @@ export class Browser {
     #browser;
 
     async start() {
-        const args = ['--no-sandbox', '--use-angle=swiftshader', '--enable-unsafe-swiftshader'];
+        // What a processor alone draws quickly: the model as a graphics card would, the page itself plainly.
+        const args = [
+            '--no-sandbox', '--use-angle=swiftshader', '--enable-unsafe-swiftshader', '--disable-gpu-rasterization',
+        ];
         this.#browser = await chromium.launch({executablePath: 'chromium', args}).catch(
             () => chromium.launch({executablePath: '/usr/bin/chromium', args}));
     }
@@ -35,7 +38,15 @@ export class Browser {
         execFileSync(process.env.ZR_SHEET, ['make', this.in(model), ...outputs.flatMap(each => ['-o', this.in(each)])]);
     }
 
+    /** Runs a script, from which a sheet with glasses can come. */
+    run(...lines) {
+        this.write('script.zrs', lines.join('\n'));
+        execFileSync(process.env.ZR_SHEET, ['run', this.in('script.zrs')], {cwd: this.#folder});
+    }
+
     write(name, text) { writeFileSync(this.in(name), text); }
+
+    read(name) { return readFileSync(this.in(name), 'utf8'); }
 
     /** A page that fails the test when it complains or asks for anything but itself. */
     async open(name, options = {}) {
@@ -79,6 +90,28 @@ export function modelOf(names) {
         accessors: [{bufferView: 0, componentType: 5123, count: 12, type: 'SCALAR'}, ...sizes.map((size, i) => (
             {bufferView: i + 1, componentType: 5126, count: 4, type: 'VEC3', min: [0, 0, 0], max: [size, size, size]}))],
     });
+}
+
+/** Puts so many parts without item and extent before those of a page, which count on from there. */
+export function withTinyParts(html, count) {
+    return html.replace(/(<script type="application\/json" id="data">)(.*?)(?=<\/script>)/s, (_, start, text) => {
+        const data = JSON.parse(text);
+        const {parts, shapes} = data.scene;
+        const point = {low: [0, 0, 0], size: [0, 0, 0], positions: 'AAAAAAAA', indices: 'AAAAAAAA', wide: false};
+        const places = Buffer.from(data.scene.places, 'base64');
+        const tiny = Buffer.alloc(48 * count);
+        for (let i = 0; i < count; ++i) places.copy(tiny, 48 * i, places.length - 48);
+        data.scene.shapes = [...shapes, point];
+        data.scene.places = Buffer.concat([tiny, places]).toString('base64');
+        data.scene.parts = [...Array.from({length: count}, (_, i) => ({id: `tiny-${i}`, shape: shapes.length, name: ''})), ...parts];
+        return start + JSON.stringify(data).replaceAll('<', '\\u003c');
+    });
+}
+
+/** The text of each page of what a page prints. */
+export async function printed(page, file, options) {
+    await page.pdf({path: file, format: 'A4', ...options});
+    return execFileSync('pdftotext', ['-layout', file, '-']).toString().split('\f').slice(0, -1);
 }
 
 /**
