@@ -22,7 +22,14 @@ struct DPoint3D {
     double& operator[](int axis) { return axis == 0 ? x : axis == 1 ? y : z; }
 
     /// With the division by w that a projection asks for.
-    DPoint3D& operator*=(const DMat44& matrix);
+    DPoint3D& operator*=(const DMat44& m) {
+        const double w = x * m(0, 3) + y * m(1, 3) + z * m(2, 3) + m(3, 3);
+        const DPoint3D moved(x * m(0, 0) + y * m(1, 0) + z * m(2, 0) + m(3, 0),
+                             x * m(0, 1) + y * m(1, 1) + z * m(2, 1) + m(3, 1),
+                             x * m(0, 2) + y * m(1, 2) + z * m(2, 2) + m(3, 2));
+        // Exact for the affine matrices, which are by far the most.
+        return *this = w == 1.0 || w == 0.0 ? moved : DPoint3D(moved.x / w, moved.y / w, moved.z / w);
+    }
     DPoint3D& operator*=(const Location& location);
 
     friend DPoint3D operator*(DPoint3D point, const DMat44& matrix) { return point *= matrix; }
