@@ -7,8 +7,6 @@
 namespace zrsheet {
 namespace {
 
-double Distance(const ArtPoint& a, const ArtPoint& b) { return std::hypot(b.x - a.x, b.y - a.y); }
-
 double DistanceToSegment(const ArtPoint& p, const ArtPoint& a, const ArtPoint& b) {
     const double dx = b.x - a.x;
     const double dy = b.y - a.y;

@@ -58,11 +58,10 @@ public:
         return ++m_tests < kMostTests;
     }
 
-    std::vector<Curve> Curves(std::uint32_t placement) const {
+    std::vector<Curve> Curves() const {
         std::vector<Curve> curves;
         for (const LinkChain& chain : BuildChains(m_links)) {
             Curve& curve = curves.emplace_back();
-            curve.placement = placement;
             curve.isCrossing = true;
             for (const std::uint64_t node : chain.nodes) {
                 const dg::DPoint3D& point = m_points[node];
@@ -148,12 +147,12 @@ std::vector<std::pair<std::uint32_t, std::uint32_t>> OverlappingPairs(std::span<
 }
 
 std::vector<Curve> CrossingCurves(const PlacedMesh& a, const TriangleTree& treeA, const PlacedMesh& b,
-                                  const TriangleTree& treeB, std::uint32_t placement) {
+                                  const TriangleTree& treeB) {
     CrossingFinder finder(a, b);
     treeA.FindPairs(
         treeB, b.ToWorld() * a.ToWorld().Invert(),
         [&finder](std::uint32_t faceA, std::uint32_t faceB) { return finder.Meet(faceA, faceB); });
-    return finder.Curves(placement);
+    return finder.Curves();
 }
 
 }  // namespace zrsheet

@@ -17,11 +17,10 @@ namespace zrsheet {
 [[nodiscard]] std::vector<std::pair<std::uint32_t, std::uint32_t>> OverlappingPairs(
     std::span<const PlacedMesh> meshes);
 
-/// The curves where two bodies run through each other, as curves of `placement`. Surfaces that only touch, or
+/// The curves where two bodies run through each other. Surfaces that only touch, or
 /// that cross at so flat an angle that the facets of one curved surface could do so with those of another
 /// beside it, give none. Cost: O(overlapping triangles), cut off where that is absurdly many.
 [[nodiscard]] std::vector<Curve> CrossingCurves(const PlacedMesh& a, const TriangleTree& treeA,
-                                                const PlacedMesh& b, const TriangleTree& treeB,
-                                                std::uint32_t placement);
+                                                const PlacedMesh& b, const TriangleTree& treeB);
 
 }  // namespace zrsheet

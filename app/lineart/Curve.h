@@ -26,11 +26,19 @@ struct CurveStep {
 
 /// `steps` are one less than `points`.
 struct Curve {
-    std::uint32_t placement = 0;
     bool isCrossing = false;  // runs through the surfaces of two parts
     double slack = 0.0;       // how far the triangles may be off the surface that they stand for
     std::vector<CurvePoint> points;
     std::vector<CurveStep> steps;
+};
+
+/// A curve where it is: parts that differ by their place alone share theirs.
+struct PlacedCurve {
+    const Curve* curve = nullptr;
+    dg::DVec3 shift;              // of all points
+    std::uint32_t placement = 0;  // the part
+    double bias = 0.0;            // what covers it by less does not hide it
+    bool isWhole = false;         // nothing of it is before the nearest plane or outside the picture
 };
 
 }  // namespace zrsheet

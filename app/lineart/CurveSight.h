@@ -23,13 +23,11 @@ struct SeenPiece {
 /// answer changes the place is found to a fraction of a pixel. Any thread.
 class CurveSight {
 public:
-    /// `size` is the scene's extent; both must outlive it.
-    CurveSight(const zrg::RayScene& scene, const Viewer& viewer, double size)
-        : m_scene(scene), m_viewer(viewer), m_size(size) {}
+    /// Both must outlive it.
+    CurveSight(const zrg::RayScene& scene, const Viewer& viewer) : m_scene(scene), m_viewer(viewer) {}
 
-    /// Adds the pieces inside the viewport, the covered ones too if `withHidden`. `partSize` is the extent of
-    /// the curve's part: lines do not hide behind what covers them by less than a small share of it.
-    void Look(const Curve& curve, double partSize, bool withHidden, std::vector<SeenPiece>& pieces) const;
+    /// Adds the pieces inside the viewport, the covered ones too if `withHidden`.
+    void Look(const PlacedCurve& curve, bool withHidden, std::vector<SeenPiece>& pieces) const;
 
 private:
     class Track;
@@ -39,16 +37,16 @@ private:
         LineKind kind = LineKind::Hidden;
     };
 
-    std::vector<Track> TracksOf(const Curve& curve) const;
-    std::vector<Span> SpansOf(const Track& track, double bias) const;
-    LineKind KindAt(const Track& track, double at, double bias) const;
-    double Switch(const Track& track, double from, double to, LineKind kind, double bias) const;
+    std::vector<Track> TracksOf(const PlacedCurve& curve) const;
+    Track WholeTrack(const PlacedCurve& curve) const;
+    std::vector<Span> SpansOf(const Track& track) const;
+    LineKind KindAt(const Track& track, double at) const;
+    double Switch(const Track& track, double from, double to, LineKind kind) const;
     bool IsCovered(const dg::DPoint3D& point, double bias) const;
     bool IsAgainstItself(const Track& track, const dg::DPoint3D& point, const dg::DVec3& away) const;
 
     const zrg::RayScene& m_scene;
     const Viewer& m_viewer;
-    double m_size;
 };
 
 }  // namespace zrsheet

@@ -2,6 +2,7 @@
 
 #pragma once
 
+#include <cmath>
 #include <cstdint>
 #include <vector>
 
@@ -14,6 +15,13 @@ struct ArtPoint {
 
     friend bool operator==(const ArtPoint&, const ArtPoint&) = default;
 };
+
+/// Not by std::hypot, whose care for the last bit costs more than all else here.
+inline double Distance(const ArtPoint& a, const ArtPoint& b) {
+    const double dx = b.x - a.x;
+    const double dy = b.y - a.y;
+    return std::sqrt(dx * dx + dy * dy);
+}
 
 /// Where lines fall on each other the one further up is drawn.
 enum class LineKind : std::uint8_t {

@@ -14,8 +14,7 @@
 #include "app/lineart/Crossings.h"
 #include "app/lineart/CurveSight.h"
 #include "app/lineart/LineMerge.h"
-#include "app/lineart/SharpCurves.h"
-#include "app/lineart/SmoothContours.h"
+#include "app/lineart/PartRaster.h"
 #include "app/lineart/TriangleTree.h"
 #include "app/render/ParallelFor.h"
 
@@ -24,6 +23,9 @@ namespace {
 
 // Shares of the first part's size to which the second may be elsewhere.
 constexpr double kGrain = 1e-6;
+// Share of the scene's size: surfaces nearer to each other coincide.
+constexpr double kCoincident = 4e-6;
+constexpr int kSamples = 2;  // of areas, per pixel and axis
 
 using Layout = std::array<std::int64_t, 12>;
 
@@ -40,9 +42,8 @@ Layout LayoutOf(const PlacedMesh& a, const PlacedMesh& b) {
     return layout;
 }
 
-std::vector<Curve> Moved(std::vector<Curve> curves, const dg::DMat44& move, std::uint32_t placement) {
+std::vector<Curve> Moved(std::vector<Curve> curves, const dg::DMat44& move) {
     for (Curve& curve : curves) {
-        curve.placement = placement;
         for (CurvePoint& point : curve.points) point.place = point.drawn = point.place * move;
     }
     return curves;
@@ -104,43 +105,34 @@ void LineArtist::FindCrossings() {
         if (isNew) different.push_back(firsts.size());
         firsts.push_back(place->second);
     }
-    std::vector<std::vector<Curve>> found(pairs.size());
+    m_crossings.resize(pairs.size());
     ParallelFor(different.size(), m_threads, [&](std::size_t i) {
         const auto [a, b] = pairs[different[i]];
-        found[different[i]] =
-            CrossingCurves(m_placed[a], *trees[m_meshNumbers[a]], m_placed[b], *trees[m_meshNumbers[b]], a);
+        m_crossings[different[i]].curves =
+            CrossingCurves(m_placed[a], *trees[m_meshNumbers[a]], m_placed[b], *trees[m_meshNumbers[b]]);
     });
     for (std::size_t i = 0; i < pairs.size(); ++i) {
-        if (firsts[i] == i) continue;
         const std::uint32_t a = pairs[i].first;
+        m_crossings[i].placement = a;
+        if (firsts[i] == i) continue;
         const dg::DMat44 move = m_placed[pairs[firsts[i]].first].ToWorld().Invert() * m_placed[a].ToWorld();
-        found[i] = Moved(found[firsts[i]], move, a);
+        m_crossings[i].curves = Moved(m_crossings[firsts[i]].curves, move);
     }
-    m_crossings = Flattened(std::move(found));
-}
-
-std::vector<Curve> LineArtist::CurvesOf(std::uint32_t placement, const Viewer& viewer) const {
-    std::vector<Curve> curves;
-    AddSharpCurves(m_placed[placement], placement, viewer, m_rule.creaseAngle, curves);
-    AddSmoothContours(m_placed[placement], placement, viewer, curves);
-    return curves;
+    std::erase_if(m_crossings, [](const CrossingSet& set) { return set.curves.empty(); });
 }
 
 LineArt LineArtist::Draw(const dg::Camera3D& camera) const {
     const Viewer viewer(camera);
-    std::vector<std::vector<Curve>> found(m_placed.size() + 1);
-    ParallelFor(m_placed.size(), m_threads,
-                [&](std::size_t i) { found[i] = CurvesOf(static_cast<std::uint32_t>(i), viewer); });
-    found.back() = m_crossings;
-    const std::vector<Curve> curves = Flattened(std::move(found));
-    const CurveSight sight(m_scene, viewer, m_size);
-    std::vector<std::vector<SeenPiece>> seen(curves.size());
-    ParallelFor(curves.size(), m_threads, [&](std::size_t i) {
-        sight.Look(curves[i], m_placed[curves[i].placement].Size(), m_rule.withHidden, seen[i]);
-    });
+    const PartRaster raster(m_placed, viewer, kSamples, kCoincident * m_size, m_threads);
+    const SceneCurves curves(m_placed, m_crossings, viewer, raster, m_rule, m_size, m_threads);
+    const auto list = curves.List();
+    const CurveSight sight(m_scene, viewer);
+    std::vector<std::vector<SeenPiece>> seen(list.size());
+    ParallelFor(list.size(), m_threads,
+                [&](std::size_t i) { sight.Look(list[i], m_rule.withHidden, seen[i]); });
     const std::vector<SeenPiece> pieces = WithoutDuplicates(Flattened(std::move(seen)));
-    const AreaMap map(m_scene, camera, pieces, m_threads);
-    return {JoinedLines(pieces, map.Sizes()), map.Outlines()};
+    const std::vector<double> sizes = AreaSizes(raster, m_placed.size());
+    return {JoinedLines(pieces, sizes), AreaOutlines(raster, m_placed.size(), m_threads)};
 }
 
 }  // namespace zrsheet

@@ -5,11 +5,11 @@
 #include <cstdint>
 #include <vector>
 
-#include "app/lineart/Curve.h"
 #include "app/lineart/EdgeMesh.h"
 #include "app/lineart/LineArt.h"
 #include "app/lineart/LineRule.h"
 #include "app/lineart/PlacedMesh.h"
+#include "app/lineart/SceneCurves.h"
 #include "dg/Camera3D.h"
 #include "zrg/RayScene.h"
 
@@ -31,7 +31,6 @@ public:
 
 private:
     void FindCrossings();
-    std::vector<Curve> CurvesOf(std::uint32_t placement, const Viewer& viewer) const;
 
     const zrg::RayScene& m_scene;
     LineRule m_rule;
@@ -39,7 +38,7 @@ private:
     std::vector<EdgeMesh> m_meshes;            // of each shape
     std::vector<std::uint32_t> m_meshNumbers;  // of each placement
     std::vector<PlacedMesh> m_placed;          // the placements
-    std::vector<Curve> m_crossings;
+    std::vector<CrossingSet> m_crossings;
     double m_size = 0.0;  // of the scene
 };
 

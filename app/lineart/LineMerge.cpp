@@ -36,7 +36,7 @@ public:
             const ArtPoint& b = points[i + 1];
             const auto number = static_cast<std::uint32_t>(m_segments.size());
             m_segments.push_back({a, b, reach, piece.placement});
-            const int steps = static_cast<int>(std::hypot(b.x - a.x, b.y - a.y)) + 1;
+            const int steps = static_cast<int>(Distance(a, b)) + 1;
             for (int k = 0; k <= steps; ++k) {
                 const double share = static_cast<double>(k) / steps;
                 auto& cell = m_cells[CellOf(a.x + share * (b.x - a.x), a.y + share * (b.y - a.y))];
@@ -83,7 +83,7 @@ private:
         const double reach = owner == placement ? kSame : reachOfOthers;
         const double dx = b.x - a.x;
         const double dy = b.y - a.y;
-        const double length = std::hypot(dx, dy);
+        const double length = Distance(a, b);
         if (length <= 0.0 || std::abs(direction.x * dy - direction.y * dx) > kParallel * length) return false;
         const double along = ((point.x - a.x) * dx + (point.y - a.y) * dy) / length;
         const double across = ((point.x - a.x) * dy - (point.y - a.y) * dx) / length;

@@ -140,11 +140,10 @@ Curve CurveOf(const PlacedMesh& placed, const EdgeMesh::Chain& chain, const View
 
 }  // namespace
 
-void AddSharpCurves(const PlacedMesh& placed, std::uint32_t placement, const Viewer& viewer,
-                    double creaseAngle, std::vector<Curve>& curves) {
+void AddSharpCurves(const PlacedMesh& placed, const Viewer& viewer, double creaseAngle,
+                    std::vector<Curve>& curves) {
     for (const EdgeMesh::Chain& chain : placed.Mesh().SharpChains()) {
         curves.push_back(CurveOf(placed, chain, viewer, creaseAngle));
-        curves.back().placement = placement;
     }
 }
 

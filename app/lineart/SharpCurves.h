@@ -2,7 +2,6 @@
 
 #pragma once
 
-#include <cstdint>
 #include <vector>
 
 #include "app/lineart/Curve.h"
@@ -12,7 +11,7 @@ namespace zrsheet {
 
 /// Adds the shape's sharp edges, those that come from curves rounded again. `creaseAngle` in degrees: a chain
 /// that turns more has a corner. O(edges).
-void AddSharpCurves(const PlacedMesh& placed, std::uint32_t placement, const Viewer& viewer,
-                    double creaseAngle, std::vector<Curve>& curves);
+void AddSharpCurves(const PlacedMesh& placed, const Viewer& viewer, double creaseAngle,
+                    std::vector<Curve>& curves);
 
 }  // namespace zrsheet

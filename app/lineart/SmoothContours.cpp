@@ -37,10 +37,9 @@ public:
         m_links.push_back({nodes[0], nodes[1]});
     }
 
-    void AddCurves(std::uint32_t placement, std::vector<Curve>& curves) const {
+    void AddCurves(std::vector<Curve>& curves) const {
         for (const LinkChain& chain : BuildChains(m_links)) {
             Curve curve;
-            curve.placement = placement;
             for (const std::uint64_t node : chain.nodes) curve.points.push_back(m_points.at(node));
             for (std::size_t i = 0; i + 1 < curve.points.size(); ++i) {
                 const dg::DVec3 away =
@@ -96,12 +95,11 @@ CurvePoint ContourPoint(const PlacedMesh::Corner& a, const PlacedMesh::Corner& b
     return {place, place + rise * (0.5 * share * (1.0 - share)), normal * lift};
 }
 
-void AddSmoothContours(const PlacedMesh& placed, std::uint32_t placement, const Viewer& viewer,
-                       std::vector<Curve>& curves) {
+void AddSmoothContours(const PlacedMesh& placed, const Viewer& viewer, std::vector<Curve>& curves) {
     if (placed.Mesh().IsFaceted()) return;
     ContourFinder finder(placed, viewer);
     for (std::uint32_t face = 0; face < placed.Mesh().Faces().size(); ++face) finder.LookAt(face);
-    finder.AddCurves(placement, curves);
+    finder.AddCurves(curves);
 }
 
 }  // namespace zrsheet

@@ -2,7 +2,6 @@
 
 #pragma once
 
-#include <cstdint>
 #include <vector>
 
 #include "app/lineart/Curve.h"
@@ -15,7 +14,6 @@ namespace zrsheet {
 
 /// Adds the curves on which the smoothed normal stands square to the look. They run across the triangles, so
 /// that they are smooth where the triangles' own outline goes to and fro. O(triangles).
-void AddSmoothContours(const PlacedMesh& placed, std::uint32_t placement, const Viewer& viewer,
-                       std::vector<Curve>& curves);
+void AddSmoothContours(const PlacedMesh& placed, const Viewer& viewer, std::vector<Curve>& curves);
 
 }  // namespace zrsheet

@@ -3,6 +3,7 @@
 
 #pragma once
 
+#include "app/lineart/PixelBox.h"
 #include "dg/Camera3D.h"
 
 namespace zrsheet {
@@ -12,12 +13,16 @@ class Viewer {
 public:
     explicit Viewer(const dg::Camera3D& camera);
 
+    /// Do all points have the eye on the same side, infinitely far away?
+    bool IsParallel() const { return m_isParallel; }
     /// Of length 1.
     dg::DVec3 TowardsEye(const dg::DPoint3D& point) const {
         return m_isParallel ? m_towards : (m_eye - point).Normalized();
     }
     /// How far the nearest plane is on the way to the eye; negative when the point lies before it.
     double RoomBefore(const dg::DPoint3D& point) const;
+    /// Does it lie before the nearest plane?
+    bool IsBefore(const dg::DPoint3D& point) const { return DepthTimesW(point) < 0.0; }
     dg::DPoint3D ToPixel(const dg::DPoint3D& point) const { return point * m_camera.GetWorldToPixel(); }
     dg::DPoint3D ToWorld(const dg::DPoint3D& pixel) const { return pixel * m_camera.GetPixelToWorld(); }
     /// The world's length of a pixel there.
@@ -26,14 +31,19 @@ public:
     /// (world) have been moved.
     bool ClipNear(dg::DPoint3D& from, dg::DPoint3D& to) const;
 
+    /// The viewport and a margin, in which lines are drawn.
+    const PixelBox& Picture() const { return m_picture; }
     const dg::Camera3D& Camera() const { return m_camera; }
 
 private:
     double DepthTimesW(const dg::DPoint3D& point) const;
 
     dg::Camera3D m_camera;
+    PixelBox m_picture;
     bool m_isParallel = true;
     dg::DVec3 m_towards;  // of parallel views
+    double m_pixelSize = 0.0;
+    double m_room = 0.0;  // towards the eye, per unit of depth
     dg::DPoint3D m_eye;   // of central ones
 };
 

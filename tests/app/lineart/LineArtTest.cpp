@@ -12,8 +12,6 @@ namespace {
 
 constexpr double kNear = 0.1;  // pixels; lines are drawn so exactly that nobody sees the difference
 
-double Distance(const ArtPoint& a, const ArtPoint& b) { return std::hypot(b.x - a.x, b.y - a.y); }
-
 /// Is it the straight line between two places, whichever way?
 bool Joins(const Stroke& stroke, const ArtPoint& a, const ArtPoint& b) {
     return (Distance(stroke.from, a) < kNear && Distance(stroke.to, b) < kNear) ||
