@@ -13,7 +13,7 @@
 
 #include "app/document/Document.h"
 #include "app/export/ExportSheet.h"
-#include "app/import/ImportModel.h"
+#include "app/import/process/ImportModel.h"
 #include "app/lineart/LineArtist.h"
 #include "app/sheet/Figure.h"
 #include "app/sheet/SheetMaker.h"
