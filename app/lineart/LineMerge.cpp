@@ -12,12 +12,13 @@ namespace zrsheet {
 namespace {
 
 // In pixels.
-constexpr double kSame = 0.5;        // lines nearer to each other are one
-constexpr double kStep = 0.7;        // between the places where that is asked
-constexpr double kLeastGap = 1.5;    // lines that are one for less only meet
-constexpr double kLeastRest = 1.0;   // what is left of a line for less is not drawn
-constexpr double kTolerance = 0.04;  // of simplified lines
-constexpr double kMostSlack = 1.5;   // more is added to the former for lines of coarse curves
+constexpr double kSame = 0.5;           // lines nearer to each other are one
+constexpr double kStep = 0.7;           // between the places where that is asked
+constexpr double kLeastGap = 1.5;       // lines that are one for less only meet
+constexpr double kLeastRest = 1.0;      // what is left of a line for less is not drawn
+constexpr double kLeastCrossing = 4.0;  // facets of surfaces that nearly coincide cross for less, by chance
+constexpr double kTolerance = 0.04;     // of simplified lines
+constexpr double kMostSlack = 1.5;      // more is added to the former for lines of coarse curves
 constexpr double kCell = 4.0;
 constexpr double kGrain = 256.0;  // ends meet that agree to so many parts of a pixel
 // Sine of the angle below which lines run the same way.
@@ -135,12 +136,13 @@ public:
                 if (isReversed) std::reverse(next.begin(), next.end());
                 points.insert(points.end(), next.begin() + (points.empty() ? 0 : 1), next.end());
             }
+            const LineKind kind = m_pieces[chain.links.front()]->kind;
+            if (kind == LineKind::Crossing && ArtPath(points).Length() < kLeastCrossing) continue;
             const bool isClosed = chain.nodes.front() == chain.nodes.back() && points.size() > 3;
             if (isClosed) points.back() = points.front();
             points = Simplified(points, kTolerance);
             if (isClosed) points.pop_back();
-            const std::uint32_t first = chain.links.front();
-            lines.push_back({m_pieces[first]->kind, m_fineness[first], std::move(points), isClosed});
+            lines.push_back({kind, m_fineness[chain.links.front()], std::move(points), isClosed});
         }
         return lines;
     }
