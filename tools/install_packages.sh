@@ -6,7 +6,7 @@ set -euo pipefail
 
 build_set=(build-essential g++ cmake ninja-build ccache pkg-config python3 libembree-dev libdraco-dev
            libmeshoptimizer-dev libtinygltf-dev libstb-dev nlohmann-json3-dev libsimdjson-dev libpugixml-dev
-           libcairo2-dev libpango1.0-dev fonts-dejavu-core libxlsxwriter-dev libcli11-dev libedit-dev libssl-dev libspdlog-dev libfmt-dev libicu-dev
+           libcairo2-dev libpango1.0-dev fonts-dejavu-core fonts-ipafont-gothic libxlsxwriter-dev libcli11-dev libedit-dev libssl-dev libspdlog-dev libfmt-dev libicu-dev
            icu-devtools libocct-data-exchange-dev libocct-ocaf-dev libocct-modeling-algorithms-dev
            libocct-modeling-data-dev libocct-foundation-dev)
 test_set=(libgtest-dev libgmock-dev libbenchmark-dev librsvg2-bin poppler-utils unzip)
