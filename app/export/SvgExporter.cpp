@@ -9,8 +9,8 @@
 #include <utility>
 
 #include "app/document/StyleChoices.h"
-#include "app/export/IdTable.h"
 #include "app/export/SheetDrawing.h"
+#include "app/export/SheetIds.h"
 #include "app/file/Base64.h"
 #include "app/render/CleanText.h"
 #include "app/render/TextMetrics.h"
@@ -236,7 +236,7 @@ void AddHotspot(Node group, const SheetHotspot& hotspot, const std::string& id) 
 
 /// White areas carry the lines; over a picture they are there to be pointed at only, and nothing hides it.
 void AddHotspots(Node parent, const std::vector<SheetHotspot>& hotspots, const PageBox& box, PictureMode mode,
-                 const std::string& prefix, IdTable& ids) {
+                 const std::vector<std::string>& ids) {
     if (hotspots.empty()) return;
     Node group = AddGroup(parent, "hotspots");
     Set(group, "transform", "translate(" + Number(box.x0) + " " + Number(box.y0) + ")");
@@ -244,13 +244,12 @@ void AddHotspots(Node parent, const std::vector<SheetHotspot>& hotspots, const P
     if (mode != PictureMode::Line) Set(group, "fill-opacity", "0");
     Set(group, "fill-rule", "evenodd");
     Set(group, "cursor", "pointer");
-    const std::vector<std::string> spotIds = HotspotIds(hotspots, prefix, ids);
-    for (std::size_t i = 0; i < hotspots.size(); ++i) AddHotspot(group, hotspots[i], spotIds[i]);
+    for (std::size_t i = 0; i < hotspots.size(); ++i) AddHotspot(group, hotspots[i], ids[i]);
 }
 
 void AddGround(Node svg, const Sheet& sheet) {
     Node gradient = svg.append_child("linearGradient");
-    Set(gradient, "id", IdTable::kGround);
+    Set(gradient, "id", SheetIds::kGround);
     Set(gradient, "x2", "0");
     Set(gradient, "y2", "1");
     for (const auto& [offset, color] :
@@ -265,15 +264,16 @@ void AddGround(Node svg, const Sheet& sheet) {
     Set(ground, "y", sheet.figure.y0);
     Set(ground, "width", sheet.figure.x1 - sheet.figure.x0);
     Set(ground, "height", sheet.figure.y1 - sheet.figure.y0);
-    Set(ground, "fill", std::string("url(#") + IdTable::kGround + ")");
+    Set(ground, "fill", std::string("url(#") + SheetIds::kGround + ")");
 }
 
-void AddFigure(Node svg, const Sheet& sheet, const DrawnModel& model, IdTable& ids) {
+void AddFigure(Node svg, const Sheet& sheet, const DrawnModel& model,
+               const std::vector<std::string>& hotspotIds) {
     const bool isPlain = sheet.ground.top == kPaperColor && sheet.ground.bottom == kPaperColor;
     if (sheet.look.mode == PictureMode::Line && !isPlain) AddGround(svg, sheet);
     if (!sheet.picture.pixels.empty()) Set(AddImage(svg, sheet.picture, sheet.figure), "class", "picture");
     Node group = AddGroup(svg, ("model " + std::string(WordOf(sheet.look.mode))).c_str());
-    AddHotspots(group, sheet.hotspots, sheet.figure, sheet.look.mode, "", ids);
+    AddHotspots(group, sheet.hotspots, sheet.figure, sheet.look.mode, hotspotIds);
     AddModelLines(group, model);
 }
 
@@ -284,22 +284,21 @@ void AddRing(Node parent, const DrawnRing& ring) {
     Set(node, "stroke-width", ring.width);
 }
 
-void AddInset(Node svg, const SheetInset& inset, const DrawnInset& drawn, PictureMode mode, IdTable& ids) {
+void AddInset(Node svg, const SheetInset& inset, const DrawnInset& drawn, PictureMode mode,
+              const SheetIds::Inset& ids) {
     Node group = AddGroup(svg, "inset");
-    const std::string id = ids.Take("inset-", inset.id);
-    Set(group, "id", id);
+    Set(group, "id", ids.group);
     for (const DrawnRing& ring : drawn.sourceRings) AddRing(group, ring);
     for (const DrawnLine& link : drawn.links) AddLine(group, link);
     AddDisc(group, drawn.rim);
     if (!inset.picture.pixels.empty() || !inset.lines.empty()) {
         Node clip = group.append_child("clipPath");
-        const std::string clipId = ids.Take("inset-", id + "-clip");
-        Set(clip, "id", clipId);
+        Set(clip, "id", ids.clip);
         AddCircle(clip, drawn.outline.circle);
         Node view = AddGroup(group, ("view " + std::string(WordOf(mode))).c_str());
-        Set(view, "clip-path", "url(#" + clipId + ")");
+        Set(view, "clip-path", "url(#" + ids.clip + ")");
         if (!inset.picture.pixels.empty()) AddImage(view, inset.picture, inset.box);
-        AddHotspots(view, inset.hotspots, inset.box, mode, id + "-", ids);
+        AddHotspots(view, inset.hotspots, inset.box, mode, ids.hotspots);
         AddModelLines(view, drawn.model);
     }
     AddRing(group, drawn.outline);
@@ -343,16 +342,14 @@ std::string SvgText(const Sheet& sheet) {
     Set(paper, "width", sheet.width);
     Set(paper, "height", sheet.height);
     Set(paper, "fill", kPaperColor);
-    IdTable ids;
-    AddFigure(svg, sheet, drawing.model, ids);
+    const SheetIds ids = IdsOf(sheet);
+    AddFigure(svg, sheet, drawing.model, ids.hotspots);
     AddText(svg, drawing.title);
     for (std::size_t i = 0; i < sheet.insets.size(); ++i)
-        AddInset(svg, sheet.insets[i], drawing.insets[i], sheet.look.mode, ids);
+        AddInset(svg, sheet.insets[i], drawing.insets[i], sheet.look.mode, ids.insets[i]);
     Node callouts = AddGroup(svg, "callouts");
-    for (std::size_t i = 0; i < sheet.callouts.size(); ++i) {
-        AddCallout(callouts, sheet.callouts[i], drawing.callouts[i],
-                   ids.Take("callout-", sheet.callouts[i].id));
-    }
+    for (std::size_t i = 0; i < sheet.callouts.size(); ++i)
+        AddCallout(callouts, sheet.callouts[i], drawing.callouts[i], ids.callouts[i]);
     AddForm(svg, "parts-list", drawing.table);
     AddForm(svg, "frame", drawing.frame);
     std::ostringstream text;

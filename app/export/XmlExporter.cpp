@@ -10,7 +10,7 @@
 #include <string_view>
 #include <vector>
 
-#include "app/export/IdTable.h"
+#include "app/export/SheetIds.h"
 #include "app/render/CleanText.h"
 
 namespace zrsheet {
@@ -43,6 +43,33 @@ std::string PartNumberOf(const SheetItem& item) {
 /// Which hotspots show an item's parts: the ids of their elements here.
 using ItemSpots = std::map<unsigned, std::vector<std::string>>;
 
+/// Tells about the areas of the picture and of the glasses over it, counting them through.
+class HotspotList {
+public:
+    explicit HotspotList(Node picture) : m_picture(picture) {}
+
+    /// `ids` are those in the drawing.
+    void Add(const std::vector<SheetHotspot>& hotspots, const std::vector<std::string>& ids) {
+        for (std::size_t i = 0; i < hotspots.size(); ++i) {
+            const SheetHotspot& spot = hotspots[i];
+            const std::string id = fmt::format("hot-{:04}", ++m_count);
+            Node node = m_picture.append_child("hotspot");
+            Set(node, "id", id);
+            Set(node, "applicationStructureIdent", ids[i]);
+            if (!spot.label.empty()) Set(node, "applicationStructureName", spot.label);
+            Set(node, "hotspotTitle", spot.name);
+            if (spot.hasItem) m_spots[spot.itemId].push_back(id);
+        }
+    }
+
+    const ItemSpots& Spots() const { return m_spots; }
+
+private:
+    Node m_picture;
+    std::size_t m_count = 0;
+    ItemSpots m_spots;
+};
+
 ItemSpots AddFigure(Node parent, const Sheet& sheet, const std::string& graphic) {
     Node figure = parent.append_child("figure");
     Set(figure, "id", kFigureId);
@@ -50,20 +77,12 @@ ItemSpots AddFigure(Node parent, const Sheet& sheet, const std::string& graphic)
     Node picture = figure.append_child("graphic");
     Set(picture, "id", "gra-0001");
     Set(picture, "infoEntityIdent", graphic);
-    IdTable table;
-    const std::vector<std::string> ids = HotspotIds(sheet.hotspots, "", table);
-    ItemSpots spots;
-    for (std::size_t i = 0; i < ids.size(); ++i) {
-        const SheetHotspot& spot = sheet.hotspots[i];
-        const std::string id = fmt::format("hot-{:04}", i + 1);
-        Node node = picture.append_child("hotspot");
-        Set(node, "id", id);
-        Set(node, "applicationStructureIdent", ids[i]);
-        if (!spot.label.empty()) Set(node, "applicationStructureName", spot.label);
-        Set(node, "hotspotTitle", spot.name);
-        if (spot.hasItem) spots[spot.itemId].push_back(id);
-    }
-    return spots;
+    const SheetIds ids = IdsOf(sheet);
+    HotspotList list(picture);
+    list.Add(sheet.hotspots, ids.hotspots);
+    for (std::size_t i = 0; i < sheet.insets.size(); ++i)
+        list.Add(sheet.insets[i].hotspots, ids.insets[i].hotspots);
+    return list.Spots();
 }
 
 void AddItem(Node parent, const SheetItem& item, std::size_t place, const std::vector<std::string>& spots) {

@@ -17,7 +17,8 @@ namespace {
 
 using Names = std::multiset<std::string>;
 
-/// Two parts of one item, one of another, and a symbol whose name is no id and is there twice.
+/// Two parts of one item, one of another, and a symbol whose name is no id and is there twice. Two glasses of
+/// the same id show one of the parts again.
 Sheet SheetWithHotspots() {
     Sheet sheet = SampleSheet();
     const std::vector<std::vector<ArtPoint>> ring{{{0, 0}, {9, 0}, {9, 9}}};
@@ -27,6 +28,9 @@ Sheet SheetWithHotspots() {
                       {"ground", false, 0, "", "ground", "", ring},
                       {"an arrow", false, 0, "", "an arrow", "", ring},
                       {"an arrow", false, 0, "", "an arrow", "", ring}};
+    sheet.insets.push_back(sheet.insets[0]);
+    for (SheetInset& inset : sheet.insets)
+        inset.hotspots = {{"part-2-2", true, 2, "2", "Screw", "root/screw 2", ring}};
     sheet.items[0].properties["PartNumber"] = "P-100";
     return sheet;
 }
@@ -47,7 +51,7 @@ TEST(XmlExporter, NamesTheAreasAsTheSvgDoes) {
         pugi::xml_document xml;
         ASSERT_TRUE(xml.load_string(XmlText(sheet, "a.svg").c_str()));
         const Names drawn = ValuesOf(svg, "//path[@class='hotspot']/@id");
-        EXPECT_EQ(drawn.size(), 6U);
+        EXPECT_EQ(drawn.size(), 8U);
         EXPECT_EQ(ValuesOf(xml, "//hotspot/@applicationStructureIdent"), drawn);
     }
 }
@@ -72,7 +76,9 @@ TEST(XmlExporter, LeadsFromEachItemToItsAreas) {
             told.append(" ").append(areas.at(reference.attribute("internalRefId").value()));
         told += "\n";
     }
-    EXPECT_EQ(told, "001/1 1 P-100 Pump housing part-1-1\n002/2 4  Screw part-2-1 part-2-2\n");
+    EXPECT_EQ(told,
+              "001/1 1 P-100 Pump housing part-1-1\n"
+              "002/2 4  Screw part-2-1 part-2-2 inset-1-part-2-2 inset-1-2-part-2-2\n");
 }
 
 TEST(XmlExporter, RefersToTheSvgOfTheSameRun) {
