@@ -52,6 +52,8 @@ TEST(XmlExporter, NamesTheAreasAsTheSvgDoes) {
         ASSERT_TRUE(xml.load_string(XmlText(sheet, "a.svg").c_str()));
         const Names drawn = ValuesOf(svg, "//path[@class='hotspot']/@id");
         EXPECT_EQ(drawn.size(), 8U);
+        const Names all = ValuesOf(svg, "//@id");
+        EXPECT_EQ(std::set<std::string>(all.begin(), all.end()).size(), all.size()) << ground;
         EXPECT_EQ(ValuesOf(xml, "//hotspot/@applicationStructureIdent"), drawn);
     }
 }
