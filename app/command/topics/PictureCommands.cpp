@@ -88,6 +88,18 @@ void Resize(Session& session, Arguments& arguments) {
     FillPage(document, direction);
 }
 
+/// "a4", "a4 portrait", or "portrait" alone, which turns the paper that there is.
+void TakePaper(Arguments& arguments, PaperChoice& choice) {
+    for (std::size_t i = 0; i < kTurnWords.size(); ++i) {
+        if (!arguments.TakeKeyword(kTurnWords.at(i))) continue;
+        choice.turn = static_cast<PaperTurn>(i);
+        if (choice.size == PaperSize::None) choice.size = PaperSize::A4;
+        return;
+    }
+    if (!arguments.IsEmpty()) choice.size = ParsePaperSize(arguments.Take("PAPER"));
+    if (!arguments.IsEmpty()) choice.turn = ParsePaperTurn(arguments.Take("ORIENTATION"));
+}
+
 void ChoosePaper(Session& session, Arguments& arguments) {
     Document& document = session.Doc();
     PaperChoice choice = document.Paper();
@@ -99,8 +111,7 @@ void ChoosePaper(Session& session, Arguments& arguments) {
         choice.listColumns.clear();
         if (!columns->empty()) choice.listColumns = ParseListColumns(*columns);
     }
-    if (!arguments.IsEmpty()) choice.size = ParsePaperSize(arguments.Take("PAPER"));
-    if (!arguments.IsEmpty()) choice.turn = ParsePaperTurn(arguments.Take("ORIENTATION"));
+    TakePaper(arguments, choice);
     arguments.ExpectEnd();
     if (isEmpty) throw UserError(arguments.WithUsage("nothing to change; give a size of paper or an option"));
     const ViewDirection direction = DirectionOf(CameraOf(document));
@@ -177,9 +188,10 @@ CommandTopic PictureCommands() {
          {"page",
           "[PAPER] [landscape|portrait] [list=sheet|page|none] [title=TEXT] [date=TEXT] [columns=COLUMNS]",
           "put the sheet on paper",
-          "PAPER is a4, a3 or letter, with a frame and a title block, or none: a page of pixels. What is "
-          "shown "
-          "fills the picture again; 'layout' arranges the labels for it. The parts list stands above the "
+          "PAPER is a4, a3 or letter, with a frame and a title block, or none: a page of pixels. landscape "
+          "or "
+          "portrait alone turns the paper, and puts a page of pixels on a4. What is shown fills the picture "
+          "again; 'layout' arranges the labels for it. The parts list stands above the "
           "title block (sheet), or, also when it is too long for that, on pages of its own (page). COLUMNS "
           "are item, quantity, name, tag, level and property:NAME, with commas between; they are those of "
           "the lists in files, too.",
