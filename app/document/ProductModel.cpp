@@ -117,6 +117,20 @@ ScreenExtent Measure(const std::vector<PartPtr>& parts, const dg::DMat44& worldT
     return extent;
 }
 
+constexpr double kLeastSpan = 1e-12;
+
+/// Measures in its pixels what is one of the model's units long.
+dg::Camera3D FlatCamera(const ViewDirection& direction) {
+    return dg::Camera3D::Orthographic({}, direction.look, direction.up, 1.0, 0, 0, 1.0);
+}
+
+/// What is shown, or the whole model when nothing is.
+ScreenExtent MeasureAll(const zrk::ShapeScene& scene, const dg::Camera3D& camera) {
+    auto parts = ShownParts(scene);
+    if (parts.empty()) parts = scene.GetShapeInstances();
+    return parts.empty() ? kUnitExtent : Measure(parts, camera.GetWorldToPixel());
+}
+
 }  // namespace
 
 ProductModel::ProductModel(Assembly assembly) : m_scene(new zrk::illustration::Illustration3dScene) {
@@ -178,13 +192,16 @@ void ProductModel::Build(Assembly& assembly) {
     m_partCount = assembly.parts.size();
 }
 
+PagePoint ProductModel::ExtentFrom(const ViewDirection& direction) const {
+    const ScreenExtent extent = MeasureAll(*m_scene, FlatCamera(direction));
+    return {std::max(extent.maxX - extent.minX, kLeastSpan), std::max(extent.maxY - extent.minY, kLeastSpan)};
+}
+
 void ProductModel::LookAt(const ViewDirection& direction, int width, int height, double margin) {
-    const auto flat = dg::Camera3D::Orthographic({}, direction.look, direction.up, 1.0, 0, 0, 1.0);
-    auto parts = ShownParts(*m_scene);
-    if (parts.empty()) parts = m_scene->GetShapeInstances();
-    const ScreenExtent extent = parts.empty() ? kUnitExtent : Measure(parts, flat.GetWorldToPixel());
-    const double spanX = std::max(extent.maxX - extent.minX, 1e-12);
-    const double spanY = std::max(extent.maxY - extent.minY, 1e-12);
+    const dg::Camera3D flat = FlatCamera(direction);
+    const ScreenExtent extent = MeasureAll(*m_scene, flat);
+    const double spanX = std::max(extent.maxX - extent.minX, kLeastSpan);
+    const double spanY = std::max(extent.maxY - extent.minY, kLeastSpan);
     const double scale =
         std::min(std::max(width - 2.0 * margin, 1.0) / spanX, std::max(height - 2.0 * margin, 1.0) / spanY);
     const dg::DPoint3D middle((extent.minX + extent.maxX) * 0.5, (extent.minY + extent.maxY) * 0.5,

@@ -35,6 +35,9 @@ public:
     /// less `margin` on each side allow.
     void LookAt(const ViewDirection& direction, int width, int height, double margin);
 
+    /// How wide and high that is, in the model's units; never nothing. O(vertices).
+    [[nodiscard]] PagePoint ExtentFrom(const ViewDirection& direction) const;
+
     /// The rectangle of what is shown, in the viewport of the view as it looks now; empty at its middle when
     /// nothing is. O(vertices).
     [[nodiscard]] PageBox ScreenBox() const;

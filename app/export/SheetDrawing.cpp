@@ -23,6 +23,7 @@ constexpr double kHeadRuleWidth = 1.2;
 constexpr double kRowRuleWidth = 0.5;
 // Of frames, in millimetres.
 constexpr double kFrameWidth = 0.7;
+constexpr double kZoneSize = 3.4;  // of the text
 constexpr double kBoxWidth = 0.35;
 constexpr double kFieldRuleWidth = 0.18;
 constexpr double kCentringMark = 5.0;  // length on each side of the frame
@@ -292,9 +293,29 @@ void DrawField(const SheetField& field, const SheetStyle& style, DrawnForm& form
                           style.inkColor});
 }
 
+/// Zones are parted from the one before; the first of each side has the frame's corner there.
+void DrawZone(const SheetZone& zone, const SheetFrame& frame, const SheetStyle& style, DrawnForm& form) {
+    const double width = kBoxWidth * style.millimetre;
+    const double size = kZoneSize * style.millimetre;
+    const PageBox& box = zone.box;
+    const bool isAtSide = box.x0 >= frame.box.x1 || box.x1 <= frame.box.x0;
+    if (isAtSide && box.y0 > frame.box.y0)
+        form.rules.push_back({{box.x0, box.y0}, {box.x1, box.y0}, width, style.inkColor, false});
+    if (!isAtSide && box.x0 > frame.box.x0)
+        form.rules.push_back({{box.x0, box.y0}, {box.x0, box.y1}, width, style.inkColor, false});
+    form.texts.push_back({CleanText(zone.text),
+                          {Middle(box.x0, box.x1), Middle(box.y0, box.y1) + 0.5 * CapHeight(size)},
+                          TextAlign::kMiddle,
+                          size,
+                          false,
+                          style.inkColor});
+}
+
 void DrawFrame(const SheetFrame& frame, const SheetStyle& style, DrawnForm& form) {
     const double width = kFrameWidth * style.millimetre;
     for (const SheetField& field : frame.fields) DrawField(field, style, form);
+    for (const SheetZone& zone : frame.zones) DrawZone(zone, frame, style, form);
+    if (!frame.zones.empty()) DrawBox(frame.border, kBoxWidth * style.millimetre, style.inkColor, form.rules);
     DrawCentringMarks(frame.box, width, kCentringMark * style.millimetre, style.inkColor, form.rules);
     DrawBox(frame.box, width, style.inkColor, form.rules);
 }

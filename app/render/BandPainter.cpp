@@ -83,7 +83,8 @@ BandPainter::BandPainter(const SurfaceSampler& sampler, const EdgeRule& rule, co
       m_survey(survey),
       m_style(style),
       m_towardsLight(towardsLight),
-      m_samples(style.samplesPerPixel) {
+      m_samples(style.samplesPerPixel),
+      m_samplesPerPagePixel(rule.SamplesPerPagePixel()) {
     m_tints.reserve(style.colors.size());
     for (const dg::Color& color : style.colors) {
         const auto tint = [&style](float share) {
@@ -93,7 +94,7 @@ BandPainter::BandPainter(const SurfaceSampler& sampler, const EdgeRule& rule, co
     }
     const double widest =
         std::max({style.outlineWidth, style.overlapWidth, style.contactWidth, style.creaseWidth});
-    m_margin = static_cast<int>(std::ceil(0.5 * widest * m_samples)) + m_samples + 2;
+    m_margin = static_cast<int>(std::ceil(0.5 * widest * m_samplesPerPagePixel)) + m_samples + 2;
     const double middle = 0.5 * m_samples;
     double sum = 0.0;
     for (int i = -m_samples; i < 2 * m_samples; ++i) {
@@ -158,7 +159,7 @@ void BandPainter::DrawLine(Band& band, int x, int y, bool isVertical) const {
     if (width <= 0.0) return;
     const double shareA = a.IsGround() ? 1.0 : m_survey.LineShare(a.placement);
     const double shareB = b.IsGround() ? 1.0 : m_survey.LineShare(b.placement);
-    const double radius = 0.5 * width * std::min(shareA, shareB) * m_samples;
+    const double radius = 0.5 * width * std::min(shareA, shareB) * m_samplesPerPagePixel;
     band.Stamp(isVertical ? x : x + 0.5, isVertical ? y + 0.5 : y, radius);
 }
 

@@ -61,7 +61,8 @@ private:
     std::vector<Channels> m_tints;  // of placements
     std::vector<Tap> m_taps;
     int m_samples;  // per pixel and axis
-    int m_margin;   // rows of samples around a band whose lines reach into it
+    double m_samplesPerPagePixel;
+    int m_margin;  // rows of samples around a band whose lines reach into it
 };
 
 }  // namespace zrsheet

@@ -10,13 +10,13 @@ namespace {
 // How far the crossing of two facets may lie outside the step between their samples, in steps: room for a
 // facet that falls between the samples and for rounding.
 constexpr float kCrossingSlack = 1.0F;
-// In pixels. A surface that falls back by less has no visible step.
+// In page pixels. A surface that falls back by less has no visible step.
 constexpr double kLeastStep = 0.8;
-// In pixels. From the nearer on, a line between parts grows from contact to overlap.
+// In page pixels. From the nearer on, a line between parts grows from contact to overlap.
 constexpr double kContactGap = 1.5;
 constexpr double kOverlapGap = 9.0;
 // Facets of two parts that agree better than this lie in one plane.
-constexpr double kSamePlaneGap = 0.05;  // pixels
+constexpr double kSamePlaneGap = 0.05;  // page pixels
 constexpr float kSamePlaneCosine = 0.9999F;
 
 float Dot(const dg::FVec3& a, const dg::FVec3& b) { return a.x * b.x + a.y * b.y + a.z * b.z; }
@@ -87,12 +87,14 @@ bool EdgeRule::IsSpeck(const SurfaceSample& before, const SurfaceSample& middle,
     return behind > -kLeastStep && IsCrease(before, middle);
 }
 
+double EdgeRule::SamplesPerPagePixel() const { return m_sampler.GetSamplesPerPixel() * m_style.scale; }
+
 bool EdgeRule::IsCrease(const SurfaceSample& a, const SurfaceSample& b) const {
     return Dot(a.normal, b.normal) < m_creaseCosine;
 }
 
 double EdgeRule::ToPixels(double depth, const SurfaceSample& at, int x, int y) const {
-    return depth * m_sampler.SamplesPerDepth(at, x, y) / m_sampler.GetSamplesPerPixel();
+    return depth * m_sampler.SamplesPerDepth(at, x, y) / SamplesPerPagePixel();
 }
 
 }  // namespace zrsheet

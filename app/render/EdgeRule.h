@@ -14,8 +14,8 @@ public:
     /// The sampler and the style must outlive it.
     EdgeRule(const SurfaceSampler& sampler, const PictureStyle& style);
 
-    /// The width in pixels of the line between the samples at (x, y) and one step right or, if `isVertical`,
-    /// down; 0 when there is none.
+    /// The width in page pixels of the line between the samples at (x, y) and one step right or, if
+    /// `isVertical`, down; 0 when there is none.
     double LineWidth(const SurfaceSample& a, const SurfaceSample& b, int x, int y, bool isVertical) const;
 
     /// Is the middle one of three samples in a row a flaw of the mesh, with the surface running on from
@@ -23,6 +23,9 @@ public:
     /// noise, and tell coincident faces apart by chance. (x, y) is the place of `before`.
     bool IsSpeck(const SurfaceSample& before, const SurfaceSample& middle, const SurfaceSample& after, int x,
                  int y, bool isVertical) const;
+
+    /// Along each axis.
+    double SamplesPerPagePixel() const;
 
 private:
     bool IsCrease(const SurfaceSample& a, const SurfaceSample& b) const;

@@ -18,7 +18,7 @@ namespace zrsheet {
 namespace {
 
 constexpr int kBandRows = 32;
-constexpr double kSurveySamples = 0.5;  // per pixel and axis
+constexpr double kSurveySamples = 0.5;  // per page pixel and axis
 
 /// From the eye's upper left, and rather from the eye than from above, so that no face it sees is black.
 dg::DVec3 TowardsLight(const dg::Camera3D& camera) {
@@ -69,7 +69,7 @@ Raster RenderPicture(const zrg::RayScene& scene, const dg::Camera3D& camera, con
               "Every placement needs the number of its part.");
     DU_ASSERT(style.colors.empty() || style.colors.size() == scene.GetPlacementCount(),
               "Either every placement has a colour or none.");
-    const SurfaceSampler coarse(scene, camera, partOfPlacement, kSurveySamples);
+    const SurfaceSampler coarse(scene, camera, partOfPlacement, kSurveySamples / style.scale);
     const PartSurvey survey(coarse, EdgeRule(coarse, style), scene.GetPlacementCount(), threads);
     const Smoothing smoothing(scene, survey, style.creaseAngle, threads);
     SurfaceSampler sampler(scene, camera, partOfPlacement, style.samplesPerPixel);

@@ -10,7 +10,7 @@
 namespace zrsheet {
 namespace {
 
-// Pixels of surface to a pixel of line: with more the lines have their full width, with less a share of it.
+// Page pixels of surface to one of line: with more the lines have their full width, with less a share of it.
 constexpr double kRoomySurface = 6.0;
 constexpr double kLeastShare = 0.4;
 
@@ -79,7 +79,7 @@ PartSurvey::PartSurvey(const SurfaceSampler& sampler, const EdgeRule& rule, std:
             const SurfaceSample& sample = grid.At(x, y);
             if (sample.IsGround() || m_isSeen[sample.placement]) continue;
             const Tally& tally = tallies.at(sample.part);
-            const double surface = static_cast<double>(tally.samples) / sampler.GetSamplesPerPixel();
+            const double surface = static_cast<double>(tally.samples) / rule.SamplesPerPagePixel();
             const double share =
                 surface / (kRoomySurface * static_cast<double>(std::max<std::uint64_t>(tally.lines, 1)));
             m_isSeen[sample.placement] = true;

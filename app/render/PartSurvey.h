@@ -13,7 +13,7 @@ namespace zrsheet {
 
 class PartSurvey {
 public:
-    /// Looks at every sample of `sampler`, which should have few to a pixel.
+    /// Looks at every sample of `sampler`, which should have few to a page pixel.
     PartSurvey(const SurfaceSampler& sampler, const EdgeRule& rule, std::uint32_t placements,
                unsigned threads);
 

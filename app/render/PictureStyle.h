@@ -8,10 +8,11 @@
 
 namespace zrsheet {
 
-/// Line widths are in picture pixels and count for parts that are large on the picture; small parts get finer
+/// Line widths are in page pixels and count for parts that are large on the picture; small parts get finer
 /// lines.
 struct PictureStyle {
-    int samplesPerPixel = 3;    // along each axis
+    int samplesPerPixel = 3;    // of the picture, along each axis
+    double scale = 1.0;         // pixels of the picture to a page pixel, along each axis
     double outlineWidth = 2.3;  // the model against the ground
     double overlapWidth =
         1.7;  // a part before another that lies clearly behind it, or before a further piece of itself

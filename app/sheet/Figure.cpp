@@ -29,10 +29,13 @@ PageBox Crowd(const Document& document) {
     return crowd;
 }
 
-PageBox FigureOf(const Document& document) {
+PageBox FigureOf(const Document& document, const ViewDirection& direction) {
     const SheetStyle style;
     const std::vector<SheetItem> items = ListedItems(*document.Items());
-    if (document.Paper().size != PaperSize::None) return LayOutPaper(document, items, style).figure;
+    if (document.Paper().size != PaperSize::None) {
+        const PagePoint extent = document.Model().ExtentFrom(direction);
+        return LayOutPaper(document, items, style, {extent.x, extent.y, kModelMargin}).figure;
+    }
     const PartsTable table(items, style, document.Paper().listColumns);
     return LayOutPage(document.PageWidth(), document.PageHeight(), table, style).figure;
 }
@@ -40,7 +43,7 @@ PageBox FigureOf(const Document& document) {
 }  // namespace
 
 void FrameModel(Document& document, const ViewDirection& direction) {
-    const PageBox figure = FigureOf(document);
+    const PageBox figure = FigureOf(document, direction);
     document.Model().LookAt(direction, static_cast<int>(figure.x1 - figure.x0),
                             static_cast<int>(figure.y1 - figure.y0), kModelMargin);
 }

@@ -24,19 +24,31 @@ constexpr double kNarrowFrame = 200.0;
 constexpr double kFieldHeight = 9.0;
 constexpr double kFieldPadding = 1.5;
 constexpr double kSideField = 32.0;  // width of the shorter field of a row
+// The frame's margin is parted from the middles of its sides on; the zones at the corners take what remains.
+constexpr double kZone = 50.0;
+constexpr double kZoneHeight = 5.0;
+constexpr double kLargeSheet = 400.0;  // the longer side of one with zones all around
 
 /// The list may take so much from the picture that this share of its size remains.
 constexpr double kLeastFigureShare = 0.4;
+/// The picture must become so much larger for one more table to be worth it, and for rows that stand close.
+constexpr double kTableWorth = 1.05;
+constexpr double kDenseWorth = 1.1;
 constexpr std::size_t kMostTables = 4;  // beside each other
 
 double WidthOf(const PageBox& box) { return box.x1 - box.x0; }
 double HeightOf(const PageBox& box) { return box.y1 - box.y0; }
 
-/// How large a model can be that is as wide as high, which turned models with their balloons nearly are.
-double SizeOf(const PageBox& figure) { return std::max(std::min(WidthOf(figure), HeightOf(figure)), 0.0); }
+/// How large the content can be.
+double SizeIn(const PageBox& figure, const PaperContent& content) {
+    const double width = (WidthOf(figure) - 2.0 * content.border) / content.width;
+    const double height = (HeightOf(figure) - 2.0 * content.border) / content.height;
+    return std::max(std::min(width, height), 0.0);
+}
 
 /// How the parts list and the title block below it stand on the first page.
 struct Arrangement {
+    const PartsTable* list = nullptr;
     std::size_t tables = 0;  // beside each other
     std::size_t rowsEach = 0;
     double width = 0.0;  // of the title block and of all tables together
@@ -46,12 +58,14 @@ struct Arrangement {
 class PaperMaker {
 public:
     PaperMaker(const PaperChoice& choice, const Document& document, const std::vector<SheetItem>& items,
-               const SheetStyle& style)
+               const SheetStyle& style, const PaperContent& content)
         : m_choice(choice),
           m_document(document),
           m_style(style),
+          m_content(content),
           m_mm(style.millimetre),
-          m_table(items, style, choice.listColumns) {
+          m_table(items, style, choice.listColumns),
+          m_denseTable(m_table.Dense()) {
         const PaperExtent extent = ExtentOf(choice.size, choice.turn);
         m_layout.width = extent.width * m_mm;
         m_layout.height = extent.height * m_mm;
@@ -64,8 +78,7 @@ public:
         std::optional<Arrangement> withList;
         const bool hasRows = m_table.RowCount() > 0 && m_choice.list != ListPlace::None;
         if (hasRows && m_choice.list == ListPlace::Sheet) withList = WithList();
-        const bool isOnSheet =
-            withList && SizeOf(withList->figure) >= kLeastFigureShare * SizeOf(plain.figure);
+        const bool isOnSheet = withList && SizeOf(*withList) >= kLeastFigureShare * SizeOf(plain);
         const bool hasPages = hasRows && !isOnSheet;
         const std::size_t pages = hasPages ? MakeListPages(plain.width) : 0;
         const Arrangement& chosen = isOnSheet ? *withList : plain;
@@ -79,6 +92,8 @@ public:
     }
 
 private:
+    double SizeOf(const Arrangement& arrangement) const { return SizeIn(arrangement.figure, m_content); }
+
     /// Of title blocks and lists; frames that are little wider leave no gap beside them.
     double MostWidth() const {
         const double frame = WidthOf(m_frame);
@@ -101,24 +116,32 @@ private:
     /// No list on the first page.
     Arrangement Plain() const {
         const double width = MostWidth();
-        return {0, 0, width, FigureAbove(BlockHeight(width))};
+        return {nullptr, 0, 0, width, FigureAbove(BlockHeight(width))};
     }
 
     std::optional<Arrangement> WithList() const {
+        std::optional<Arrangement> best = Best(m_table);
+        const std::optional<Arrangement> dense = Best(m_denseTable);
+        if (dense && (!best || SizeOf(*dense) > kDenseWorth * SizeOf(*best))) best = dense;
+        return best;
+    }
+
+    std::optional<Arrangement> Best(const PartsTable& list) const {
         std::optional<Arrangement> best;
-        const auto consider = [&best](const Arrangement& each) {
-            if (!best || SizeOf(each.figure) > SizeOf(best->figure)) best = each;
+        const auto consider = [&](const Arrangement& each) {
+            const double worth = best && each.tables > best->tables ? kTableWorth : 1.0;
+            if (!best || SizeOf(each) > worth * SizeOf(*best)) best = each;
         };
         for (std::size_t tables = 1; tables <= kMostTables; ++tables) {
-            const double least = static_cast<double>(tables) * m_table.Width();
+            const double least = static_cast<double>(tables) * list.Width();
             if (least > WidthOf(m_frame)) break;
-            const std::size_t rows = (m_table.RowCount() + tables - 1) / tables;
+            const std::size_t rows = (list.RowCount() + tables - 1) / tables;
             const double narrow = std::max(least, kNarrowBlock * m_mm);
-            if (BlockHeight(narrow) + m_table.Height(rows) <= HeightOf(m_frame))
-                consider({tables, rows, narrow, FigureBeside(narrow)});
+            if (BlockHeight(narrow) + list.Height(rows) <= HeightOf(m_frame))
+                consider({&list, tables, rows, narrow, FigureBeside(narrow)});
             const double wide = std::max(least, MostWidth());
-            const double below = BlockHeight(wide) + m_table.Height(rows);
-            if (below < HeightOf(m_frame)) consider({tables, rows, wide, FigureAbove(below)});
+            const double below = BlockHeight(wide) + list.Height(rows);
+            if (below < HeightOf(m_frame)) consider({&list, tables, rows, wide, FigureAbove(below)});
         }
         return best;
     }
@@ -128,8 +151,9 @@ private:
         const double width = arrangement.width / static_cast<double>(arrangement.tables);
         const double bottom = m_frame.y1 - BlockHeight(arrangement.width);
         double right = m_frame.x1;
-        for (std::size_t first = 0; first < m_table.RowCount(); first += arrangement.rowsEach) {
-            SheetTable table = m_table.Table(first, arrangement.rowsEach, width);
+        const PartsTable& list = *arrangement.list;
+        for (std::size_t first = 0; first < list.RowCount(); first += arrangement.rowsEach) {
+            SheetTable table = list.Table(first, arrangement.rowsEach, width);
             table.box = {right - width, bottom - table.box.y1, right, bottom};
             table.growsUp = true;
             table.isBoxed = true;
@@ -177,7 +201,42 @@ private:
         } else {
             rows = {{title}, {model}, {field("date", m_choice.date), number}};
         }
-        return {m_frame, Stacked(rows, width)};
+        SheetFrame frame{m_frame, Stacked(rows, width), m_frame, {}};
+        AddZones(frame);
+        return frame;
+    }
+
+    /// Numbers along the top, letters down the side; small sheets have them at two sides only.
+    void AddZones(SheetFrame& frame) const {
+        const double high = kZoneHeight * m_mm;
+        const bool isLarge = std::max(m_layout.width, m_layout.height) >= kLargeSheet * m_mm;
+        frame.border = {m_frame.x0 - (isLarge ? high : 0.0), m_frame.y0 - high, m_frame.x1 + high,
+                        m_frame.y1 + (isLarge ? high : 0.0)};
+        const auto add = [&frame](const PageBox& box, const std::string& text) {
+            frame.zones.push_back({box, text});
+        };
+        const std::vector<double> columns = ZoneEdges(m_frame.x0, m_frame.x1, m_layout.width);
+        for (std::size_t i = 1; i < columns.size(); ++i) {
+            const std::string text = std::to_string(i);
+            add({columns[i - 1], m_frame.y0 - high, columns[i], m_frame.y0}, text);
+            if (isLarge) add({columns[i - 1], m_frame.y1, columns[i], m_frame.y1 + high}, text);
+        }
+        const std::vector<double> rows = ZoneEdges(m_frame.y0, m_frame.y1, m_layout.height);
+        for (std::size_t i = 1; i < rows.size(); ++i) {
+            const std::string text(1, static_cast<char>('A' + i - 1));
+            add({m_frame.x1, rows[i - 1], m_frame.x1 + high, rows[i]}, text);
+            if (isLarge) add({m_frame.x0 - high, rows[i - 1], m_frame.x0, rows[i]}, text);
+        }
+    }
+
+    /// From `from` to `to`, as many zones on both sides of the middle as the paper of that length asks for.
+    std::vector<double> ZoneEdges(double from, double to, double paper) const {
+        const double zone = kZone * m_mm;
+        const auto half = static_cast<int>(std::round(0.5 * paper / zone));
+        std::vector<double> edges{from};
+        for (int i = 1 - half; i < half; ++i) edges.push_back(0.5 * (from + to) + i * zone);
+        edges.push_back(to);
+        return edges;
     }
 
     /// The rows from the frame's lower right corner upwards, the last field of a row at its right.
@@ -205,8 +264,10 @@ private:
     const PaperChoice& m_choice;
     const Document& m_document;
     const SheetStyle& m_style;
+    const PaperContent& m_content;
     double m_mm;  // in page pixels
     PartsTable m_table;
+    PartsTable m_denseTable;
     PageBox m_frame;
     PaperLayout m_layout;
 };
@@ -218,8 +279,8 @@ std::string TitleOf(const Document& document) {
 }
 
 PaperLayout LayOutPaper(const Document& document, const std::vector<SheetItem>& items,
-                        const SheetStyle& style) {
-    return PaperMaker(document.Paper(), document, items, style).Make();
+                        const SheetStyle& style, const PaperContent& content) {
+    return PaperMaker(document.Paper(), document, items, style, content).Make();
 }
 
 SheetStyle Refined(SheetStyle style, double factor) {

@@ -20,14 +20,21 @@ struct PaperLayout {
     std::vector<SheetListPage> listPages;  // when the list has pages of its own
 };
 
+/// What the picture is to show: how wide and high in any unit, and a border in page pixels around it.
+struct PaperContent {
+    double width = 1.0;
+    double height = 1.0;
+    double border = 0.0;
+};
+
 /// What the author chose, or the model's name.
 [[nodiscard]] std::string TitleOf(const Document& document);
 
 /// The document's list, of these items, as it is to be printed in that style. It stands beside or below the
-/// picture, where it leaves the picture more room; a list that leaves it too little goes to pages of its own.
-/// Requires: the document is on paper.
+/// picture, in as many tables and rows as close as let the content be largest; a list that leaves it too
+/// little goes to pages of its own. Requires: the document is on paper; the content is not empty.
 [[nodiscard]] PaperLayout LayOutPaper(const Document& document, const std::vector<SheetItem>& items,
-                                      const SheetStyle& style);
+                                      const SheetStyle& style, const PaperContent& content);
 
 /// The style for the same paper with `factor` times as many pixels: frame, title block and parts list remain
 /// as large as they are, and the picture gets so many more pixels.

@@ -17,6 +17,7 @@ constexpr double kMostNameWidth = 22.5;
 constexpr double kMostOtherWidth = 110.0 / 12.0;
 constexpr double kIndent = 1.0;  // of a row, for each level
 constexpr double kRowHeight = 1.75;
+constexpr double kDenseRowHeight = 1.45;
 
 std::string TitleOf(const ListColumn& column) {
     constexpr std::array<const char*, 5> kMessages{"item", "quantity", "name", "tag", "level"};
@@ -73,6 +74,12 @@ PartsTable::PartsTable(const std::vector<SheetItem>& items, const SheetStyle& st
         for (std::size_t i = 0; i < m_rows.size(); ++i) m_rows[i].push_back(draft.cells[i]);
         m_columns.push_back(draft.column);
     }
+}
+
+PartsTable PartsTable::Dense() const {
+    PartsTable dense = *this;
+    dense.m_rowHeight *= kDenseRowHeight / kRowHeight;
+    return dense;
 }
 
 double PartsTable::Height(std::size_t rows) const { return static_cast<double>(rows + 1) * m_rowHeight; }

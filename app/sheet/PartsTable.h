@@ -15,6 +15,9 @@ public:
     PartsTable(const std::vector<SheetItem>& items, const SheetStyle& style,
                const std::vector<std::string>& columns = {});
 
+    /// The same with rows as close as they can be read.
+    [[nodiscard]] PartsTable Dense() const;
+
     /// Of one table.
     [[nodiscard]] double Width() const { return m_width; }
     [[nodiscard]] double Height(std::size_t rows) const;

@@ -75,7 +75,10 @@ Raster ScenePainter::Shade(const dg::Camera3D& camera) const {
     if (m_mode == PictureMode::Line) return {};
     std::vector<std::uint32_t> numbers(m_scene.GetParts().size());
     std::iota(numbers.begin(), numbers.end(), 0U);
-    return RenderPicture(m_scene.GetRays(), camera, m_style, numbers, m_threads);
+    dg::Camera3D fine = camera.Magnified({0.0, 0.0, 0.0}, {0.0, 0.0, 0.0}, m_style.scale);
+    const auto scaled = [this](int length) { return static_cast<int>(std::lround(m_style.scale * length)); };
+    fine.SetViewport(scaled(camera.GetViewportWidth()), scaled(camera.GetViewportHeight()));
+    return RenderPicture(m_scene.GetRays(), fine, m_style, numbers, m_threads);
 }
 
 LineArt ScenePainter::Draw(const dg::Camera3D& camera) const {

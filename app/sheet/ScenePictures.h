@@ -30,7 +30,8 @@ public:
     ScenePainter(const zrk::PickScene& scene, const PictureChoice& choice, const PictureStyle& style,
                  unsigned threads);
 
-    /// As large as the viewport; empty where the author wants lines only.
+    /// The viewport's picture with as many pixels to one of its own as the style says; empty where the author
+    /// wants lines only.
     [[nodiscard]] Raster Shade(const dg::Camera3D& camera) const;
     /// As large as the viewport; without lines where the author wants none.
     [[nodiscard]] LineArt Draw(const dg::Camera3D& camera) const;

@@ -146,10 +146,18 @@ struct SheetField {
     bool isStrong = false;
 };
 
+/// A field of the margin, by which people name places on the sheet.
+struct SheetZone {
+    PageBox box;
+    std::string text;
+};
+
 /// A frame with a title block in its lower right corner.
 struct SheetFrame {
     PageBox box;
     std::vector<SheetField> fields;  // side by side, without gaps
+    PageBox border{};                // around the frame and the zones outside it
+    std::vector<SheetZone> zones{};
 };
 
 /// A further page, as large as the first one.

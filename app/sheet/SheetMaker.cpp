@@ -47,6 +47,12 @@ void Shift(SheetInset& inset, const PagePoint& move) {
     Shift(inset.box, move);
 }
 
+// A shaded picture that is to be printed, and how many rays each of its many pixels gets.
+constexpr double kPrintDotsPerInch = 300.0;
+constexpr int kPrintSamples = 2;
+
+bool IsOnPaper(const Document& document) { return document.Paper().size != PaperSize::None; }
+
 /// The picture and the glasses over it.
 void TakePictures(const Document& document, const dg::Camera3D& camera, const PageBox& figure,
                   unsigned threads, Sheet& sheet) {
@@ -55,6 +61,10 @@ void TakePictures(const Document& document, const dg::Camera3D& camera, const Pa
     dg::Color border;
     document.View()->GetBackgroundColors(style.groundTop, style.groundBottom, border);
     style.colors = ColorsOf(*scene, document.Model());
+    if (IsOnPaper(document)) {
+        style.scale = kPrintDotsPerInch / (25.4 * sheet.style.millimetre);
+        style.samplesPerPixel = kPrintSamples;
+    }
     sheet.look = document.Picture();
     sheet.ground = {CssColor(style.groundTop), CssColor(style.groundBottom)};
     const ScenePainter painter(*scene, sheet.look, style, threads);
@@ -88,8 +98,6 @@ SheetModel Describe(const ProductModel& model, const PageBox& figure) {
     Shift(description.box, {figure.x0, figure.y0});
     return description;
 }
-
-bool IsOnPaper(const Document& document) { return document.Paper().size != PaperSize::None; }
 
 PageLayout LayOutPixels(const Document& document, const std::vector<SheetItem>& items,
                         const SheetStyle& style) {
@@ -126,12 +134,13 @@ PagePoint PutOnPage(const Document& document, const PageBox& figure, const std::
 PagePoint PutOnPaper(const Document& document, const PageBox& figure, const std::vector<PageBox>& balloons,
                      Sheet& sheet) {
     const PageBox needed = Around(figure, balloons);
-    PaperLayout layout = LayOutPaper(document, sheet.items, sheet.style);
-    const double growth = std::max({(needed.x1 - needed.x0) / (layout.figure.x1 - layout.figure.x0),
-                                    (needed.y1 - needed.y0) / (layout.figure.y1 - layout.figure.y0), 1.0});
+    const PaperContent content{needed.x1 - needed.x0, needed.y1 - needed.y0, 0.0};
+    PaperLayout layout = LayOutPaper(document, sheet.items, sheet.style, content);
+    const double growth = std::max({content.width / (layout.figure.x1 - layout.figure.x0),
+                                    content.height / (layout.figure.y1 - layout.figure.y0), 1.0});
     if (growth > 1.0) {
         sheet.style = Refined(sheet.style, growth);
-        layout = LayOutPaper(document, sheet.items, sheet.style);
+        layout = LayOutPaper(document, sheet.items, sheet.style, content);
     }
     const PagePoint move{
         std::round(Middle(layout.figure.x0, layout.figure.x1) - Middle(needed.x0, needed.x1)),

@@ -74,7 +74,29 @@ TEST(PartPicture, DrawsSmallPartsWithFinerLines) {
     EXPECT_GT(large, 1.8 * small);
 }
 
-// Bands of rows are drawn side by side; a line near their seam reaches into both.
+// On paper the picture has more pixels, and nothing of it may become thinner for that: outlines, edges over a
+// small step, and the finer ones of small parts, also where bands of rows meet.
+TEST(PartPicture, HasLinesOfTheSameWidthsWithMorePixels) {
+    const auto weights = [](int scale) {
+        ModelStage stage(200 * scale, 100 * scale, scale);
+        stage.Style().scale = scale;
+        stage.Style().outlineWidth = 6.0;
+        stage.Add(0, Box({-80, -40, 0}, {20, 16, 10}));
+        stage.Add(1, Box({-40, -20, 0}, {0, 10, 14}));
+        stage.Add(2, Box({60, -4, 0}, {68, 4, 10}));
+        const Raster raster = stage.Render();
+        const auto weight = [&](int firstX, int lastX) {
+            return LineWeight(raster, 50 * scale, firstX * scale, lastX * scale) / scale;
+        };
+        const double seam =
+            InkIn(raster, 70 * scale, 26 * scale, 80 * scale, 38 * scale) / (10.0 * scale * scale);
+        return std::vector<double>{weight(10, 30), weight(50, 70), weight(154, 162), seam};
+    };
+    const std::vector<double> plain = weights(1);
+    const std::vector<double> fine = weights(3);
+    for (std::size_t i = 0; i < plain.size(); ++i) EXPECT_NEAR(fine[i], plain[i], 0.15 * plain[i]) << i;
+}
+
 // Surfaces and their lines stay grey.
 TEST(PartPicture, LiesOnAGroundThatGoesFromOneColourToTheOther) {
     ModelStage stage(101, 101);
@@ -111,6 +133,7 @@ TEST(PartPicture, TintsPartsByTheirColours) {
                                      testing::_));
 }
 
+// Bands of rows are drawn side by side; a line near their seam reaches into both.
 TEST(PartPicture, IsTheSameForAnyNumberOfThreads) {
     ModelStage stage(300, 250);
     for (int i = 0; i < 12; ++i) {
