@@ -3,25 +3,47 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <utility>
+
 #include "app/sheet/SheetMaker.h"
 #include "tests/app/document/AssemblyMaker.h"
 
 namespace zrsheet {
 namespace {
 
-/// A row of so many different parts.
-Sheet SheetOf(int parts, const PaperChoice& paper, const std::vector<std::string>& selection = {}) {
+const PaperChoice kA4{PaperSize::A4, PaperTurn::Landscape, ListPlace::Sheet, "", "", {}};
+
+/// So many different parts, the next one always that far from the last.
+Assembly Boards(int parts, const std::array<double, 3>& step, const std::string& what = "Board") {
     AssemblyMaker maker("shelf");
     for (int i = 0; i < parts; ++i) {
-        const std::string name = "Board " + std::to_string(i);
-        maker.Node(name, -1, maker.Box(name, 1.0F + 0.01F * static_cast<float>(i), 1, 1), {2.0 * i, 0, 0});
+        const std::string name = what + " " + std::to_string(i);
+        maker.Node(name, -1, maker.Box(name, 1.0F + 0.001F * static_cast<float>(i), 1, 1),
+                   {step[0] * i, step[1] * i, step[2] * i});
     }
+    return maker.Get();
+}
+
+/// Seen from the front.
+Sheet SheetOf(Assembly assembly, const PaperChoice& paper, const std::vector<std::string>& selection) {
     SheetOptions options;
     options.paper = paper;
     options.threads = 1;
     options.selection = selection;
-    return MakeSheet(maker.Get(), options, [](std::string_view, int) {});
+    options.view = {{0, 0, -1}, {0, 1, 0}};
+    return MakeSheet(std::move(assembly), options, [](std::string_view, int) {});
 }
+
+/// A row.
+Sheet SheetOf(int parts, const PaperChoice& paper, const std::vector<std::string>& selection = {}) {
+    return SheetOf(Boards(parts, {2.0, 0, 0}), paper, selection);
+}
+
+double WidthOf(const PageBox& box) { return box.x1 - box.x0; }
+double HeightOf(const PageBox& box) { return box.y1 - box.y0; }
 
 bool Holds(const PageBox& outer, const PageBox& inner) {
     constexpr double kSlack = 1e-6;
@@ -100,16 +122,91 @@ TEST(PaperLayout, HoldsEverythingOnEveryPaper) {
 }
 
 TEST(PaperLayout, GivesALongListPagesOfItsOwn) {
-    const PaperChoice paper{PaperSize::A4, PaperTurn::Landscape, ListPlace::Sheet, "", "", {}};
-    const Sheet sheet = SheetOf(300, paper, {"Board 0"});
-    ExpectSound(sheet, paper, 300);
+    const Sheet sheet = SheetOf(300, kA4, {"Board 0"});
+    ExpectSound(sheet, kA4, 300);
     EXPECT_TRUE(sheet.tables.empty());
     EXPECT_GT(sheet.listPages.size(), 1U);
 }
 
+// The longest list that stays on the sheet leaves the picture a good part of its size, and none goes early.
+TEST(PaperLayout, KeepsTheListOnTheSheetAsLongAsThePictureRemainsLarge) {
+    const auto pile = [](int parts, ListPlace list) {
+        PaperChoice paper = kA4;
+        paper.list = list;
+        return SheetOf(Boards(parts, {0, 0, -2}), paper, {"Board 0"});
+    };
+    int fitting = 30;
+    for (int tooMany = 200; tooMany - fitting > 1;) {
+        const int middle = (fitting + tooMany) / 2;
+        (pile(middle, ListPlace::Sheet).listPages.empty() ? fitting : tooMany) = middle;
+    }
+    const double share = HeightOf(pile(fitting, ListPlace::Sheet).model.box) /
+                         HeightOf(pile(fitting, ListPlace::None).model.box);
+    EXPECT_GE(share, 0.4) << fitting;
+    EXPECT_LT(share, 0.5) << fitting;
+}
+
+// A row of parts gets the paper's whole width, a tower its height.
+TEST(PaperLayout, GivesThePictureTheShapeOfTheModel) {
+    const Sheet wide = SheetOf(Boards(9, {2, 0, 0}), kA4, {"Board 0"});
+    EXPECT_GT(WidthOf(wide.figure), 0.9 * WidthOf(wide.frame->box));
+    const Sheet tall = SheetOf(Boards(9, {0, 2, 0}), kA4, {"Board 0"});
+    EXPECT_GT(HeightOf(tall.figure), 0.9 * HeightOf(tall.frame->box));
+    for (const Sheet* sheet : {&wide, &tall}) ExpectSound(*sheet, kA4, 9);
+}
+
+// A short list stands in one table where more of them would gain next to nothing, and only a long one has
+// rows that stand close.
+TEST(PaperLayout, LeavesTheListItsRoom) {
+    PaperChoice portrait = kA4;
+    portrait.turn = PaperTurn::Portrait;
+    const auto rowHeight = [](const Sheet& sheet) {
+        return sheet.tables.at(0).rowHeight / sheet.style.millimetre;
+    };
+    const Sheet few = SheetOf(Boards(9, {0, 0, -2}), portrait, {"Board 0"});
+    EXPECT_EQ(few.tables.size(), 1U);
+    EXPECT_NEAR(rowHeight(few), 5.56, 0.01);
+    const Sheet many = SheetOf(Boards(30, {0, 0, -2}, "Board of the shelf, right"), kA4, {"* 0"});
+    EXPECT_EQ(many.tables.size(), 1U);
+    EXPECT_NEAR(rowHeight(many), 4.60, 0.01);
+    ExpectSound(many, kA4, 30);
+}
+
+// From the middles outwards, so that the zones of all sheets of a size are the same ones.
+TEST(PaperLayout, NamesTheZonesOfTheFrame) {
+    const struct {
+        PaperSize size;
+        PaperTurn turn;
+        const char* names;
+    } rows[] = {{PaperSize::A4, PaperTurn::Landscape, "123456ABCD"},
+                {PaperSize::Letter, PaperTurn::Portrait, "1234ABCDEF"},
+                {PaperSize::A3, PaperTurn::Landscape, "1122334455667788AABBCCDDEEFF"}};
+    for (const auto& row : rows) {
+        PaperChoice paper = kA4;
+        paper.size = row.size;
+        paper.turn = row.turn;
+        const Sheet sheet = SheetOf(1, paper);
+        const PageBox& frame = sheet.frame->box;
+        std::string names;
+        int inner = 0;
+        for (const SheetZone& zone : sheet.frame->zones) {
+            names += zone.text;
+            EXPECT_FALSE(Overlap(zone.box, frame)) << zone.text;
+            EXPECT_TRUE(Holds(sheet.frame->border, zone.box)) << zone.text;
+            EXPECT_TRUE(Holds({0, 0, sheet.width, sheet.height}, zone.box)) << zone.text;
+            const double length = std::max(WidthOf(zone.box), HeightOf(zone.box)) / sheet.style.millimetre;
+            inner += std::abs(length - 50.0) < 1e-6;
+        }
+        EXPECT_EQ(names, row.names);
+        const auto corners = static_cast<int>(row.size == PaperSize::A3 ? 8 : 4);
+        EXPECT_EQ(inner, static_cast<int>(names.size()) - corners) << row.names;
+    }
+}
+
 // The paper does not grow, so that what is drawn around the model must become smaller; frame and list do not.
 TEST(PaperLayout, MakesRoomForManyBalloons) {
-    const PaperChoice paper{PaperSize::A4, PaperTurn::Landscape, ListPlace::Page, "", "", {}};
+    PaperChoice paper = kA4;
+    paper.list = ListPlace::Page;
     const Sheet few = SheetOf(8, paper);
     const Sheet many = SheetOf(120, paper);
     ExpectSound(many, paper, 120);
@@ -122,23 +219,23 @@ TEST(PaperLayout, MakesRoomForManyBalloons) {
 }
 
 TEST(PaperLayout, FillsInTheTitleBlock) {
-    const auto told = [](const PaperChoice& paper) {
+    const auto told = [](const PaperChoice& paper, const std::array<double, 3>& step) {
         std::string text;
-        const Sheet sheet = SheetOf(3, paper, {"Board 0"});
+        const Sheet sheet = SheetOf(Boards(3, step), paper, {"Board 0"});
         for (const SheetField& field : sheet.frame->fields)
             text.append(field.caption).append("=").append(field.text).append(" ");
         for (const SheetListPage& page : sheet.listPages) text.append(page.frame.fields[1].text);
         return text;
     };
-    EXPECT_EQ(told({PaperSize::A4, PaperTurn::Landscape, ListPlace::Sheet, "", "", {}}),
-              "Title=shelf Model=shelf Sheet=1 / 1 ");
-    EXPECT_EQ(told({PaperSize::A4, PaperTurn::Portrait, ListPlace::Page, "A shelf", "2031-02-03", {}}),
-              "Title=A shelf Sheet=1 / 2 Model=shelf Date=2031-02-03 2 / 2");
+    EXPECT_EQ(told(kA4, {0, 2, 0}), "Title=shelf Model=shelf Sheet=1 / 1 ");
+    EXPECT_EQ(
+        told({PaperSize::A4, PaperTurn::Portrait, ListPlace::Page, "A shelf", "2031-02-03", {}}, {2, 0, 0}),
+        "Title=A shelf Sheet=1 / 2 Model=shelf Date=2031-02-03 2 / 2");
 }
 
 TEST(PaperLayout, ListsTheColumnsThatTheAuthorChose) {
-    const PaperChoice paper{
-        PaperSize::A4, PaperTurn::Landscape, ListPlace::Sheet, "", "", {"name", "property:Name", "quantity"}};
+    PaperChoice paper = kA4;
+    paper.listColumns = {"name", "property:Name", "quantity"};
     const Sheet sheet = SheetOf(1, paper);
     std::vector<std::string> titles;
     for (const TableColumn& column : sheet.tables.at(0).columns) titles.push_back(column.title);

@@ -52,9 +52,9 @@ protected:
         m_document.Scene()->GetAnnoSet(annoSet);
         return annoSet;
     }
-    std::vector<SheetInset> Insets(PictureMode mode) const {
+    std::vector<SheetInset> Insets(PictureMode mode, const PictureStyle& style = {}) const {
         const auto scene = m_document.Scene()->GetPickScene();
-        return InsetsOf(*AnnoSet(), ScenePainter(*scene, {mode}, PictureStyle(), 1), kFigure,
+        return InsetsOf(*AnnoSet(), ScenePainter(*scene, {mode}, style, 1), kFigure,
                         [&](auto areas) { return HotspotsOf(m_document, *scene, std::move(areas)); });
     }
     CalloutPlates PlatesOf(unsigned threads) const {
@@ -121,6 +121,26 @@ TEST_F(ScenePictures, AGlassHasLinesAsTheAuthorWantsThem) {
         const auto& rings = insets[0].hotspots[0].rings;
         EXPECT_TRUE(std::any_of(rings[0].begin(), rings[0].end(), corner)) << "where the glass shows it";
     }
+}
+
+// The same place three times as large, pixel for pixel.
+TEST_F(ScenePictures, AreFinerWhereTheyAreToBePrinted) {
+    AddInset(AnchorOf(Plate("1")));
+    PictureStyle style;
+    const Raster plain = Insets(PictureMode::Both, style).at(0).picture;
+    style.scale = 3.0;
+    const Raster fine = Insets(PictureMode::Both, style).at(0).picture;
+    ASSERT_EQ(fine.width, 3 * plain.width);
+    ASSERT_EQ(fine.height, 3 * plain.height);
+    const auto tone = [](const Raster& raster, int x, int y) {
+        return raster.pixels.at(3 * static_cast<std::size_t>(y * raster.width + x));
+    };
+    int different = 0;
+    for (int y = 0; y < plain.height; ++y) {
+        for (int x = 0; x < plain.width; ++x)
+            different += std::abs(tone(plain, x, y) - tone(fine, 3 * x + 1, 3 * y + 1)) > 8;
+    }
+    EXPECT_LT(different, plain.width * plain.height / 50) << "but for the borders of the areas";
 }
 
 // The pin is 10 pixels wide or so: its middle is magnified into the glass, and what lies beyond is not drawn.
