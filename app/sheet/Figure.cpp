@@ -34,7 +34,7 @@ PageBox FigureOf(const Document& document, const ViewDirection& direction) {
     const std::vector<SheetItem> items = ListedItems(*document.Items());
     if (document.Paper().size != PaperSize::None) {
         const PagePoint extent = document.Model().ExtentFrom(direction);
-        return LayOutPaper(document, items, style, {extent.x, extent.y, kModelMargin}).figure;
+        return LayOutPaper(document, items, style, {extent.x, extent.y}).figure;
     }
     const PartsTable table(items, style, document.Paper().listColumns);
     return LayOutPage(document.PageWidth(), document.PageHeight(), table, style).figure;

@@ -16,7 +16,8 @@ namespace {
 // Millimetres. The margin at the left is for binding.
 constexpr double kBinding = 20.0;
 constexpr double kMargin = 10.0;
-constexpr double kGap = 4.0;  // around the picture
+constexpr double kGap = 4.0;        // around the picture
+constexpr double kBalloons = 20.0;  // what they take on each side of the model, more or less
 constexpr double kNarrowBlock = 84.0;
 constexpr double kWideBlock = 120.0;  // from here on two fields beside each other
 constexpr double kWidestBlock = 180.0;
@@ -38,13 +39,6 @@ constexpr std::size_t kMostTables = 4;  // beside each other
 
 double WidthOf(const PageBox& box) { return box.x1 - box.x0; }
 double HeightOf(const PageBox& box) { return box.y1 - box.y0; }
-
-/// How large the content can be.
-double SizeIn(const PageBox& figure, const PaperContent& content) {
-    const double width = (WidthOf(figure) - 2.0 * content.border) / content.width;
-    const double height = (HeightOf(figure) - 2.0 * content.border) / content.height;
-    return std::max(std::min(width, height), 0.0);
-}
 
 /// How the parts list and the title block below it stand on the first page.
 struct Arrangement {
@@ -92,7 +86,13 @@ public:
     }
 
 private:
-    double SizeOf(const Arrangement& arrangement) const { return SizeIn(arrangement.figure, m_content); }
+    /// How large the model can be.
+    double SizeOf(const Arrangement& arrangement) const {
+        const double balloons = 2.0 * kBalloons * m_mm;
+        return std::max(std::min((WidthOf(arrangement.figure) - balloons) / m_content.width,
+                                 (HeightOf(arrangement.figure) - balloons) / m_content.height),
+                        0.0);
+    }
 
     /// Of title blocks and lists; frames that are little wider leave no gap beside them.
     double MostWidth() const {

@@ -20,11 +20,10 @@ struct PaperLayout {
     std::vector<SheetListPage> listPages;  // when the list has pages of its own
 };
 
-/// What the picture is to show: how wide and high in any unit, and a border in page pixels around it.
+/// What the picture is to show, without balloons: how wide and high in any unit.
 struct PaperContent {
     double width = 1.0;
     double height = 1.0;
-    double border = 0.0;
 };
 
 /// What the author chose, or the model's name.

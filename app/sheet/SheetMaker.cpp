@@ -134,10 +134,11 @@ PagePoint PutOnPage(const Document& document, const PageBox& figure, const std::
 PagePoint PutOnPaper(const Document& document, const PageBox& figure, const std::vector<PageBox>& balloons,
                      Sheet& sheet) {
     const PageBox needed = Around(figure, balloons);
-    const PaperContent content{needed.x1 - needed.x0, needed.y1 - needed.y0, 0.0};
+    const PageBox model = document.Model().ScreenBox();
+    const PaperContent content{std::max(model.x1 - model.x0, 1.0), std::max(model.y1 - model.y0, 1.0)};
     PaperLayout layout = LayOutPaper(document, sheet.items, sheet.style, content);
-    const double growth = std::max({content.width / (layout.figure.x1 - layout.figure.x0),
-                                    content.height / (layout.figure.y1 - layout.figure.y0), 1.0});
+    const double growth = std::max({(needed.x1 - needed.x0) / (layout.figure.x1 - layout.figure.x0),
+                                    (needed.y1 - needed.y0) / (layout.figure.y1 - layout.figure.y0), 1.0});
     if (growth > 1.0) {
         sheet.style = Refined(sheet.style, growth);
         layout = LayOutPaper(document, sheet.items, sheet.style, content);

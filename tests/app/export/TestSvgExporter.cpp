@@ -224,5 +224,27 @@ TEST(SvgExporter, GivesLegalIdsOfWhichNoTwoAreAlike) {
     for (const std::string& id : ids) EXPECT_THAT(id, MatchesRegex("(callout|inset)-[-_.A-Za-z0-9]*"));
 }
 
+// Zones are parted from each other, not from the corners, where only the border runs on.
+TEST(SvgExporter, NamesTheZonesBesideTheFrame) {
+    Sheet sheet = SampleSheet();
+    sheet.frame = SheetFrame{{20, 20, 380, 180},
+                             {},
+                             {20, 10, 390, 180},
+                             {{{20, 10, 200, 20}, "1"},
+                              {{200, 10, 380, 20}, "2"},
+                              {{380, 20, 390, 100}, "A"},
+                              {{380, 100, 390, 180}, "B"}}};
+    const ReadSvg svg(sheet);
+    std::string names;
+    for (const std::string& name : svg.All("//g[@class='frame']/text/text()")) names += name;
+    EXPECT_EQ(names, "12AB");
+    const auto ticks = [&svg](const std::string& box) {
+        return svg.All(("//g[@class='frame']/line" + box).c_str()).size();
+    };
+    EXPECT_EQ(ticks("[@x1='200' and @x2='200' and @y2='20']"), 1U + 1U) << "and the centring mark";
+    EXPECT_EQ(ticks("[@y1='100' and @y2='100' and @x1='380']"), 1U + 1U);
+    EXPECT_EQ(ticks("[@x1='20' and @x2='20' and @y1='10' and @y2='20']"), 0U);
+}
+
 }  // namespace
 }  // namespace zrsheet::test

@@ -144,6 +144,10 @@ TEST(PaperLayout, KeepsTheListOnTheSheetAsLongAsThePictureRemainsLarge) {
                          HeightOf(pile(fitting, ListPlace::None).model.box);
     EXPECT_GE(share, 0.4) << fitting;
     EXPECT_LT(share, 0.5) << fitting;
+    for (const int parts : {fitting, fitting + 1}) {
+        EXPECT_EQ(pile(parts, ListPlace::Sheet).style.millimetre, SheetStyle().millimetre)
+            << "framed for the place that it has";
+    }
 }
 
 // A row of parts gets the paper's whole width, a tower its height.
