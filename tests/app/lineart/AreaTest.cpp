@@ -61,5 +61,16 @@ TEST(VisibleAreas, HaveHolesWhereOtherPartsStandInFront) {
     EXPECT_EQ(art.areas[1].rings[0].size(), 4U) << "a rectangle has four corners";
 }
 
+// By chance, triangle by triangle, nobody could point at either.
+TEST(VisibleAreas, BelongToTheFirstOfPartsThatCoincide) {
+    ArtStage stage;
+    const dg::Location tilt = Turned({0.3, 1, 0.2}, 31.7);
+    stage.Add(Plate(160, 120, 7, 5), tilt);
+    stage.Add(Box({-80, -60, -10}, {80, 60, 0}), tilt);
+    const LineArt art = stage.Draw();
+    ASSERT_EQ(art.areas.size(), 2U);
+    EXPECT_EQ(art.areas[0].rings.size(), 1U) << "all of the plate, and no hole in it";
+}
+
 }  // namespace
 }  // namespace zrsheet::test
