@@ -385,6 +385,21 @@ TEST(LineArt, DrawsSmallPartsFiner) {
     EXPECT_THAT(fineness, ::testing::UnorderedElementsAre(0, 3));
 }
 
+// The thick line is the part's against what it is not.
+TEST(LineArt, DrawsAPartInFrontOfItselfWithThinLines) {
+    const ShapePtr back = Box({-80, -50, -20}, {80, 50, 0});
+    const ShapePtr front = Box({-20, -20, 10}, {20, 20, 20});
+    std::vector<float> positions(back->GetPositions().begin(), back->GetPositions().end());
+    std::vector<std::uint32_t> indices(back->GetIndices().begin(), back->GetIndices().end());
+    const auto first = static_cast<std::uint32_t>(positions.size() / 3);
+    positions.insert(positions.end(), front->GetPositions().begin(), front->GetPositions().end());
+    for (const std::uint32_t index : front->GetIndices()) indices.push_back(first + index);
+    ArtStage stage;
+    stage.Add(ShapePtr(new zrg::Shape(positions, indices)));
+    EXPECT_NEAR(stage.LengthOf(LineKind::Outline), 2.0 * (160 + 100), 1.0);
+    EXPECT_NEAR(stage.LengthOf(LineKind::Edge), 4.0 * 40, 1.0);
+}
+
 // Looked at through a glass: a magnified window of the view, with most of the model outside.
 TEST(LineArt, EndsAtTheBorderOfThePicture) {
     ArtStage stage;
