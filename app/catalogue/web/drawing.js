@@ -40,12 +40,13 @@ export class Drawing {
             balloon.setAttribute('aria-pressed', 'false');
         }
         this.#whole = this.#extent();
-        svg.style.setProperty('--aspect', String(this.#whole.width / this.#whole.height));
+        // What is higher than wide has more room beside the model than above it.
+        svg.closest('.panes').classList.toggle('upright', this.#whole.width < this.#whole.height);
     }
 
     /** What is drawn, without the sheet's own parts list and title, which the page has already. */
     #extent() {
-        // What a glass shows is cut to its rim; its box is not.
+        // What a glass shows is cut to its rim; the box of it is not.
         const drawn = this.#svg.querySelectorAll('.model, .picture, .callouts, .inset > circle, .inset > line');
         const boxes = [...drawn].map(each => boxOf(each, this.#svg)).filter(box => box.width > 0 && box.height > 0);
         if (boxes.length === 0) return {...fromRect(this.#svg.viewBox.baseVal)};
@@ -193,8 +194,8 @@ export class Drawing {
     /** Moves the paper, no more than it must, until balloons and areas of the item are on the screen. */
     #bringIntoView(item) {
         const shapes = [...this.#spots.get(item) ?? [], ...this.#balloons.get(item) ?? []];
-        const boxes = shapes.map(shape => seenBoxOf(shape, this.#svg)).filter(box => box !== null);
-        if (boxes.length === 0) return;
+        if (shapes.length === 0) return;
+        const boxes = shapes.map(shape => boxOf(shape, this.#svg));
         const isInside = boxes.some(box => box.x >= this.#box.x && box.y >= this.#box.y &&
             box.x + box.width <= this.#box.x + this.#box.width && box.y + box.height <= this.#box.y + this.#box.height);
         if (isInside) return;
@@ -223,19 +224,6 @@ function spanOf(pointers) {
 
 function fromRect({x, y, width, height}) {
     return {x, y, width, height};
-}
-
-/** The part of the box inside of the glass in which the shape lies, if it lies in one; null if there is none. */
-function seenBoxOf(shape, svg) {
-    const box = boxOf(shape, svg);
-    const rim = shape.closest('.view')?.parentElement.querySelector(':scope > .view + circle');
-    if (!rim) return box;
-    const glass = boxOf(rim, svg);
-    const x = Math.max(box.x, glass.x);
-    const y = Math.max(box.y, glass.y);
-    const right = Math.min(box.x + box.width, glass.x + glass.width);
-    const bottom = Math.min(box.y + box.height, glass.y + glass.height);
-    return right > x && bottom > y ? {x, y, width: right - x, height: bottom - y} : null;
 }
 
 /** The box of a shape in the units of the drawing, whatever groups it lies in. */

@@ -6,6 +6,7 @@
 #include <string>
 
 #include "app/export/SvgExporter.h"
+#include "app/file/Base64.h"
 #include "tests/app/export/SampleSheet.h"
 
 namespace zrsheet {
@@ -63,6 +64,8 @@ TEST(CatalogueHtml, CountsPlacesFromTheMiddleOfTheModel) {
     const Json scene = DataOf(HtmlOf(SheetWithSolids()))["scene"];
     const double x = scene["callouts"][0]["anchors"][0]["place"][0];
     EXPECT_NEAR(x, 0.5, 1e-6);
+    const std::string origin("\0\0\xC0\xBF\0\0\x80\xBF\0\0\0\0", 12);  // -1.5, -1, 0
+    EXPECT_EQ(scene["places"].get<std::string>().substr(48, 16), Base64(origin));
 }
 
 TEST(CatalogueHtml, IsTheSameEachTimeAndAsksForNothingElse) {
@@ -79,12 +82,13 @@ TEST(CatalogueHtml, KeepsNamesFromBecomingMarkup) {
     Sheet sheet = SheetWithSolids();
     const std::size_t scripts = Count(HtmlOf(sheet), "</script");
     const std::string hostile = "</script><!-- \"'&\x01{{data}}\xff";
-    sheet.title = sheet.items[0].name = sheet.items[0].tag = hostile;
+    sheet.language = sheet.title = sheet.items[0].name = sheet.items[0].tag = hostile;
     sheet.items[0].properties = {{hostile, hostile}};
     sheet.solids[0].name = sheet.solids[0].instance = sheet.callouts[0].label = hostile;
     const std::string html = HtmlOf(sheet);
     EXPECT_EQ(Count(html, "</script"), scripts);
     EXPECT_EQ(Count(html, "<!--"), 0U);
+    EXPECT_EQ(Count(html, R"(lang="&lt;/script&gt;&lt;!-- &quot;'&amp;)"), 1U);
     EXPECT_EQ(DataOf(html)["items"][0]["name"], "</script><!-- \"'&{{data}}\xEF\xBF\xBD");
 }
 

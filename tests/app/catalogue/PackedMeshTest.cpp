@@ -47,6 +47,7 @@ TEST(PackedMesh, JoinsEqualVerticesAndDropsWhatVanishes) {
 
 // One vertex more than 16 bits can count must not come out as the first one.
 TEST(PackedMesh, CountsManyVerticesWith32Bits) {
+    std::vector<double> sizes;
     for (const std::uint32_t count : {65536U, 65537U}) {
         std::vector<float> positions;
         std::vector<std::uint32_t> indices;
@@ -58,7 +59,9 @@ TEST(PackedMesh, CountsManyVerticesWith32Bits) {
         for (std::uint32_t i = 0; i < 301; ++i) indices.insert(indices.end(), {i, count - 1, count - 2});
         const PackedMesh mesh = PackOf(positions, indices);
         EXPECT_EQ(mesh.isWide, count > 65536) << count;
+        sizes.push_back(static_cast<double>(mesh.indices.size()));
     }
+    EXPECT_NEAR(sizes[1] / sizes[0], 2.0, 0.01);
 }
 
 }  // namespace

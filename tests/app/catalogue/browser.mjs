@@ -31,11 +31,12 @@ export class Browser {
 
     makeSample() {
         execFileSync(process.env.ZR_SAMPLE, [this.in('sample.glb')]);
-        this.make('sample.glb', 'sample.html', 'sample.svg');
+        this.make('sample.glb', ['sample.html', 'sample.svg']);
     }
 
-    make(model, ...outputs) {
-        execFileSync(process.env.ZR_SHEET, ['make', this.in(model), ...outputs.flatMap(each => ['-o', this.in(each)])]);
+    make(model, outputs, ...options) {
+        const files = outputs.flatMap(each => ['-o', this.in(each)]);
+        execFileSync(process.env.ZR_SHEET, ['make', this.in(model), ...files, ...options]);
     }
 
     /** Runs a script, from which a sheet with glasses can come. */
