@@ -111,9 +111,13 @@ BENCHMARK_CAPTURE(StepToSvg, 576 parts, "step/as1_x32_scale.step")
     ->Unit(benchmark::kMillisecond)
     ->UseRealTime()
     ->MinTime(3.0);
-BENCHMARK_CAPTURE(StepToSvg, 18 parts, "step/as1-oc-214.stp")->Unit(benchmark::kMillisecond)->UseRealTime();
+BENCHMARK_CAPTURE(StepToSvg, 18 parts, "step/as1-oc-214.stp")
+    ->Unit(benchmark::kMillisecond)
+    ->UseRealTime()
+    ->MinTime(3.0);
 BENCHMARK_CAPTURE(StepToSvg, V4 engine, "step/asm4_V4_engine.step")
     ->Unit(benchmark::kMillisecond)
-    ->UseRealTime();
+    ->UseRealTime()
+    ->MinTime(3.0);
 
 }  // namespace
