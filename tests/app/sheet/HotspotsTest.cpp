@@ -53,7 +53,9 @@ TEST(Hotspots, KeepTheirIdsWhenPartsAreRenamedOrHidden) {
 TEST(Hotspots, TellWhichItemAndWhichInstanceTheyAre) {
     const zrkapp::illustration::HostSession session(1);
     const Document document(PinsAndPlate("Pin", "Plate"), Document::Settings());
-    const SheetHotspot spot = Spots(document).at(1);
+    const VisibleArea area{1, {{{0, 0}, {4, 0}, {0, 4}}}};
+    const SheetHotspot spot = HotspotsOf(document, *document.Scene()->GetPickScene(), {area}).at(0);
+    EXPECT_EQ(spot.rings, area.rings);
     EXPECT_TRUE(spot.hasItem);
     EXPECT_EQ(spot.itemId, 2U);
     EXPECT_EQ(spot.label + " " + spot.name + " " + spot.instance, "2 Plate /Plate");
