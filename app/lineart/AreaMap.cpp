@@ -12,7 +12,6 @@
 namespace zrsheet {
 namespace {
 
-constexpr int kSamples = 2;         // per pixel and axis
 constexpr double kTolerance = 0.3;  // pixels; evens out the steps of the grid
 constexpr double kSpeck = 1.0;      // square pixels
 
