@@ -63,6 +63,7 @@ void MakeSheets(const MakeRequest& request) {
     SheetPair sheets = MakeSheetPair(std::move(assembly), WithPrint(request), show);
     sheets.sheet.seconds.load += importSeconds;
     const auto writing = std::chrono::steady_clock::now();
+    progress.Show("Writing the files", 0);
     ExportSheets(FilesOf(request, sheets));
     sheets.sheet.seconds.write = SecondsSince(writing);
     if (!request.report.empty()) ExportReport(sheets.sheet, request.report);
