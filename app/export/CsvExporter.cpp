@@ -1,18 +1,29 @@
 #include "app/export/CsvExporter.h"
 
+#include <algorithm>
+#include <array>
 #include <string_view>
 #include <vector>
 
+#include "app/render/CleanText.h"
 #include "app/sheet/ListTable.h"
 
 namespace zrsheet {
 namespace {
 
-/// Spreadsheets take what begins so for a formula and run it; after an apostrophe they take it for text.
-constexpr std::string_view kFormulaStarts = "=+-@\t\r";
+/// Spreadsheets take what begins so for a formula and run it, some of them also when the signs are wide ones
+/// or stand behind blanks; after an apostrophe they take it for text.
+constexpr std::array<std::string_view, 8> kFormulaStarts{"=",      "+",      "-",      "@",
+                                                         "\uFF1D", "\uFF0B", "\uFF0D", "\uFF20"};
 
+/// One line without characters that programs may drop, so that what is looked at is what they see.
 std::string Tamed(const std::string& text) {
-    return !text.empty() && kFormulaStarts.find(text.front()) != std::string_view::npos ? "'" + text : text;
+    std::string clean = CleanText(text);
+    const std::string_view seen =
+        std::string_view(clean).substr(std::min(clean.find_first_not_of(' '), clean.size()));
+    const bool isFormula = std::any_of(kFormulaStarts.begin(), kFormulaStarts.end(),
+                                       [seen](std::string_view start) { return seen.starts_with(start); });
+    return isFormula ? "'" + clean : clean;
 }
 
 std::string Quoted(std::string_view field) {

@@ -7,6 +7,7 @@
 
 #include "app/export/CsvExporter.h"
 #include "app/export/JsonExporter.h"
+#include "app/render/CleanText.h"
 #include "tests/app/export/SampleSheet.h"
 
 namespace zrsheet::test {
@@ -20,16 +21,16 @@ TEST(CsvExporter, QuotesWhatWouldBreakARecord) {
         {7, "7,a", -1, "1/2\" valve", "two\r\nlines", 0, {{"a,b", "1+1"}, {"\u9600", "a\nb"}}, {}}};
     EXPECT_EQ(CsvText(sheet),
               "Item,Quantity,Name,Tag,\"a,b\",\u9600\r\n"
-              "\"7,a\",-1,\"1/2\"\" valve\",\"two\r\nlines\",1+1,\"a\nb\"\r\n");
+              "\"7,a\",-1,\"1/2\"\" valve\",two  lines,1+1,a b\r\n");
 }
 
 // Whatever spreadsheets run as a formula, in whichever column, the head included.
 TEST(CsvExporter, LetsNoTextBeAFormula) {
-    for (const std::string start : {"=", "+", "-", "@", "\t"}) {
+    for (const std::string start : {"=", "+", "-", "@", "\t=", "\r\n@", "\x01=", " -", "\uFF1D", "\uFF20"}) {
         const std::string text = start + "cmd";
         Sheet sheet;
         sheet.items = {{1, text, 1, text, text, 0, {{text, text}}, {}}};
-        const std::string tamed = "'" + text;
+        const std::string tamed = "'" + CleanText(text);
         EXPECT_EQ(CsvText(sheet), "Item,Quantity,Name,Tag," + tamed + "\r\n" + tamed + ",1," + tamed + "," +
                                       tamed + "," + tamed + "\r\n");
     }
