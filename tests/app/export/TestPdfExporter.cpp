@@ -79,9 +79,13 @@ TEST(PdfExporter, HasBookmarksForSheetItemsAndPagesOfTheList) {
     PutFile(folder / "a.pdf", PdfBytes(PaperSheet()));
     const std::string outline =
         OutputOf("pdftohtml -xml -i -stdout " + (folder / "a.pdf").string() + " | sed -n '/<outline>/,$p'");
-    EXPECT_THAT(outline, AllOf(HasSubstr("<item page=\"1\">Pump</item>"),
+    EXPECT_THAT(outline, AllOf(HasSubstr("<item page=\"1\">Pump</item>\n<outline>"),
                                HasSubstr("<item page=\"1\">2  Screw</item>"),
-                               HasSubstr("<item page=\"2\">1 – 2</item>")));
+                               HasSubstr("</outline>\n<item page=\"2\">1 – 2</item>")));
+    const std::string bytes = ReadFile(folder / "a.pdf");
+    const std::size_t screw = bytes.find("/Title (2  Screw)");
+    ASSERT_NE(screw, std::string::npos);
+    EXPECT_THAT(bytes.substr(screw, 150), HasSubstr("/XYZ 28.35 277.79")) << "where its balloon is";
 }
 
 TEST(PdfExporter, TellsTheDateItIsGivenAndElseAlwaysTheSame) {
@@ -98,6 +102,7 @@ TEST(PdfExporter, TellsTheDateItIsGivenAndElseAlwaysTheSame) {
         const std::size_t created = dated.find("/CreationDate");
         ASSERT_NE(created, std::string::npos);
         EXPECT_THAT(dated.substr(created, 40), HasSubstr(row.told)) << row.given;
+        EXPECT_NE(dated.find(std::string("/ModDate (") + row.told), std::string::npos) << row.given;
     }
     unsetenv("SOURCE_DATE_EPOCH");
 }
