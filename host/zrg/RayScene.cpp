@@ -4,7 +4,10 @@
 
 #include <algorithm>
 #include <array>
+#include <atomic>
+#include <future>
 #include <limits>
+#include <thread>
 #include <unordered_map>
 #include <utility>
 
@@ -21,15 +24,13 @@ RTCDevice Device() {
     return device;
 }
 
-struct SceneRelease {
-    void operator()(RTCScene scene) const { rtcReleaseScene(scene); }
-};
-using ScenePtr = std::unique_ptr<RTCSceneTy, SceneRelease>;
+/// Once committed it may be asked, and be part of other scenes, on any thread.
+using ScenePtr = std::shared_ptr<RTCSceneTy>;
 
 ScenePtr NewScene() {
     RTCScene scene = rtcNewScene(Device());
     rtcSetSceneFlags(scene, RTC_SCENE_FLAG_ROBUST);
-    return ScenePtr(scene);
+    return {scene, rtcReleaseScene};
 }
 
 ScenePtr BuildShape(const Shape& shape) {
@@ -51,6 +52,26 @@ ScenePtr BuildShape(const Shape& shape) {
     }
     rtcCommitScene(scene.get());
     return scene;
+}
+
+/// One shape is too little work to be shared out; many are dealt to threads as those come for them.
+void BuildShapes(const std::vector<std::pair<const Shape*, ScenePtr*>>& shapes) {
+    constexpr std::size_t kEnough = 64;  // for a second thread
+    constexpr std::size_t kDeal = 16;    // at once
+    std::atomic<std::size_t> next{0};
+    const auto build = [&] {
+        for (std::size_t first = next.fetch_add(kDeal); first < shapes.size();
+             first = next.fetch_add(kDeal)) {
+            const std::size_t end = std::min(first + kDeal, shapes.size());
+            for (std::size_t i = first; i < end; ++i) *shapes[i].second = BuildShape(*shapes[i].first);
+        }
+    };
+    std::vector<std::future<void>> helpers;
+    const std::size_t cores = std::max(std::thread::hardware_concurrency(), 1U);
+    const std::size_t threads = std::min(cores, shapes.size() / kEnough + 1);
+    for (std::size_t i = 1; i < threads; ++i) helpers.push_back(std::async(std::launch::async, build));
+    build();
+    for (auto& helper : helpers) helper.get();  // throws what was thrown there
 }
 
 // Rows of rays are not marked as coherent: on finely meshed parts, where the time goes, that costs more than
@@ -93,7 +114,7 @@ dg::DVec3 TurnNormal(const dg::DVec3& n, const dg::DMat44& inverse) {
 /// A placed shape.
 struct Placement {
     du::SmartPtr<Shape> shape;
-    RTCScene scene = nullptr;  // the shape's own, owned by the scene's table
+    const ScenePtr* scene = nullptr;  // the shape's own, in the scene's table
     dg::DMat44 toWorld;
     dg::DMat44 toLocal;
     std::uint32_t mask = RayScene::kEverything;
@@ -103,11 +124,13 @@ struct Placement {
 
 class RayScene::Impl {
 public:
+    explicit Impl(const Impl* former) : m_former(former) {}
+
     std::uint32_t Add(const du::SmartPtr<Shape>& shape, const dg::Location& location, std::uint32_t mask) {
-        auto& scene = m_shapes[shape];
-        if (!scene) scene = BuildShape(*shape);
+        const auto [known, isNew] = m_shapes.try_emplace(shape);
+        if (isNew) Find(shape, known->second);
         const dg::DMat44 toWorld = location.GetXform();
-        m_placements.push_back({shape, scene.get(), toWorld, toWorld.Invert(), mask});
+        m_placements.push_back({shape, &known->second, toWorld, toWorld.Invert(), mask});
         dg::FBox box;
         if (shape->ComputeDefaultBBox(box)) m_box.Enclose(box * location);
         return static_cast<std::uint32_t>(m_placements.size() - 1);
@@ -120,6 +143,9 @@ public:
                                  0.5 * (static_cast<double>(m_box.min.y) + static_cast<double>(m_box.max.y)),
                                  0.5 * (static_cast<double>(m_box.min.z) + static_cast<double>(m_box.max.z)));
         }
+        BuildShapes(m_toBuild);
+        m_toBuild.clear();
+        m_former = nullptr;
         m_top = NewScene();
         for (std::size_t i = 0; i < m_placements.size(); ++i) AttachPlacement(static_cast<unsigned>(i));
         rtcCommitScene(m_top.get());
@@ -147,7 +173,7 @@ public:
         // The direction keeps its local length, so that distances along the ray stay the world's.
         RTCRayHit hit =
             ToEmbree(ray.origin * placement.toLocal, Turn(ray.direction, placement.toLocal), kEverything);
-        rtcIntersect1(placement.scene, &context, &hit);
+        rtcIntersect1(placement.scene->get(), &context, &hit);
         if (hit.hit.geomID == RTC_INVALID_GEOMETRY_ID) return {};
         hit.hit.instID[0] = index;
         return Resolve(ray, hit);
@@ -173,10 +199,19 @@ public:
     const std::vector<Placement>& GetPlacements() const { return m_placements; }
 
 private:
+    /// The scene of a shape stays in place while others come.
+    void Find(const du::SmartPtr<Shape>& shape, ScenePtr& scene) {
+        if (m_former != nullptr) {
+            const auto known = m_former->m_shapes.find(shape);
+            if (known != m_former->m_shapes.end()) scene = known->second;
+        }
+        if (!scene) m_toBuild.emplace_back(shape.get(), &scene);
+    }
+
     void AttachPlacement(unsigned index) {
         const Placement& placement = m_placements[index];
         RTCGeometry instance = rtcNewGeometry(Device(), RTC_GEOMETRY_TYPE_INSTANCE);
-        rtcSetGeometryInstancedScene(instance, placement.scene);
+        rtcSetGeometryInstancedScene(instance, placement.scene->get());
         const dg::DMat44& m = placement.toWorld;
         const dg::DPoint3D position = dg::DPoint3D(m(3, 0), m(3, 1), m(3, 2)) + m_origin * -1.0;
         std::array<float, 12> columns{};
@@ -204,14 +239,17 @@ private:
                 hit.hit.v};
     }
 
+    const Impl* m_former;  // until this is committed
     std::unordered_map<du::SmartPtr<Shape>, ScenePtr> m_shapes;
+    std::vector<std::pair<const Shape*, ScenePtr*>> m_toBuild;  // of the shapes above
     std::vector<Placement> m_placements;
     dg::FBox m_box;
     dg::DVec3 m_origin;
     ScenePtr m_top;
 };
 
-RayScene::RayScene() : m_impl(std::make_unique<Impl>()) {}
+RayScene::RayScene(const RayScene* former)
+    : m_impl(std::make_unique<Impl>(former != nullptr ? former->m_impl.get() : nullptr)) {}
 
 RayScene::~RayScene() = default;
 

@@ -36,7 +36,9 @@ public:
     /// The masks of rays and placements: a ray meets a placement when they share a bit.
     static constexpr std::uint32_t kEverything = 0xFFFFFFFFU;
 
-    RayScene();
+    /// What `former` found out about shapes is used again, so that a scene in which a few parts were moved
+    /// costs little. `former` is needed until Commit has returned.
+    explicit RayScene(const RayScene* former = nullptr);
     RayScene(const RayScene&) = delete;
     RayScene& operator=(const RayScene&) = delete;
     ~RayScene();
@@ -44,7 +46,7 @@ public:
     /// Places a shape; returns the number of the placement, counted from 0.
     std::uint32_t Add(const du::SmartPtr<Shape>& shape, const dg::Location& location,
                       std::uint32_t mask = kEverything);
-    /// Makes what was added ready for rays.
+    /// Makes what was added ready for rays. Shapes that are new are shared out among all cores.
     void Commit();
 
     /// The nearest hit, or none.

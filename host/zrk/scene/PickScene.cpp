@@ -14,7 +14,8 @@ std::uint32_t MaskOf(du::Flags flags) {
 
 }  // namespace
 
-PickScene::PickScene(const std::vector<du::SmartPtr<ShapeInstance>>& parts) {
+PickScene::PickScene(const std::vector<du::SmartPtr<ShapeInstance>>& parts, const PickScene* former)
+    : m_rays(former != nullptr ? &former->m_rays : nullptr) {
     for (const auto& part : parts) {
         zrg::Shape* shape = part->GetShape() ? part->GetShape()->GetShapeData() : nullptr;
         if (shape == nullptr || shape->GetTriangleCount() == 0 || !part->IsVisible()) continue;

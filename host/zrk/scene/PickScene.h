@@ -19,7 +19,8 @@ namespace zrk {
 /// Never changes once built, so any thread may ask. Parts that are hidden or have no geometry are not met.
 class PickScene {
 public:
-    explicit PickScene(const std::vector<du::SmartPtr<ShapeInstance>>& parts);
+    /// `former`, which may be null, is an earlier one of the same scene: what is as it was costs less.
+    PickScene(const std::vector<du::SmartPtr<ShapeInstance>>& parts, const PickScene* former);
 
     /// What the ray meets first: one result, or none.
     std::vector<PickResult> Pick(const dg::Ray& ray, du::Flags flags) const;

@@ -116,7 +116,7 @@ std::shared_ptr<const PickScene> ShapeScene::GetPickScene() const {
     const std::lock_guard hold(m_pickMutex);
     const std::uint64_t revision = GetRevision();
     if (!m_pickScene || m_pickRevision != revision) {
-        m_pickScene = std::make_shared<const PickScene>(GetShapeInstances());
+        m_pickScene = std::make_shared<const PickScene>(GetShapeInstances(), m_pickScene.get());
         m_pickRevision = revision;
     }
     return m_pickScene;

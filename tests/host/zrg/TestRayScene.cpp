@@ -6,6 +6,7 @@
 #include <array>
 #include <cmath>
 #include <limits>
+#include <memory>
 #include <random>
 #include <vector>
 
@@ -42,6 +43,24 @@ TEST(RayScene, MeetsOnlyPlacementsThatShareABitOfTheMask) {
         std::array<RayHit, 1> hits;
         scene.NearestRow(above, 5, 6, 1, hits, row.mask);
         EXPECT_EQ(hits[0].placement, row.placement) << row.mask;
+    }
+}
+
+// More shapes than one thread builds; half of them are new, in another order, and the former scene is gone by
+// then.
+TEST(RayScene, UsesShapesOfAFormerSceneAgain) {
+    std::vector<ShapePtr> shapes;
+    for (int i = 0; i < 300; ++i) shapes.push_back(Square());
+    auto former = std::make_unique<RayScene>();
+    for (std::size_t i = 0; i < 150; ++i) former->Add(shapes[i], At(2.0 * static_cast<double>(i), 0, 0));
+    former->Commit();
+    RayScene scene(former.get());
+    for (std::size_t i = 300; i-- > 0;) scene.Add(shapes[i], At(2.0 * static_cast<double>(i), 7, 0));
+    scene.Commit();
+    former.reset();
+    for (std::uint32_t i = 0; i < 300; ++i) {
+        EXPECT_EQ(scene.Nearest(Down(2.0 * i + 0.5, 7.4)).placement, 299 - i);
+        EXPECT_FALSE(scene.Nearest(Down(2.0 * i + 0.5, 0.4)));
     }
 }
 
