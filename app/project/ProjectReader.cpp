@@ -17,7 +17,7 @@ namespace {
 
 using Json = nlohmann::json;  // its objects are searched fast, whatever their size
 
-constexpr int kDeepest = 16;  // lists and objects within each other; projects need seven
+constexpr std::size_t kDeepest = 16;  // lists and objects within each other; projects need seven
 constexpr const char* kAdvice = "; correct the file or open an older copy of it";
 
 /// A value in the file, and where it stands.
@@ -171,19 +171,43 @@ void Read(const Place& place, T& out) {
 }
 
 /// Refuses what JSON allows and no project has: members of the same name, and lists within lists without end.
-class StructureGuard {
+/// It goes over the text before that is parsed: a parser that asks while it parses looks through the whole
+/// list after each of its objects.
+class StructureGuard : public nlohmann::json_sax<Json> {
 public:
-    bool operator()(int depth, Json::parse_event_t event, const Json& parsed) {
-        if (depth > kDeepest) throw ProjectFault("", "lists and objects are nested too deep");
-        if (event == Json::parse_event_t::object_start) m_names.emplace_back();
-        if (event == Json::parse_event_t::object_end) m_names.pop_back();
-        if (event == Json::parse_event_t::key && !m_names.back().insert(parsed.get<std::string>()).second)
-            throw ProjectFault("", "the member " + parsed.dump() + " stands twice in one object");
+    bool null() override { return true; }
+    bool boolean(bool) override { return true; }
+    bool number_integer(number_integer_t) override { return true; }
+    bool number_unsigned(number_unsigned_t) override { return true; }
+    bool number_float(number_float_t, const string_t&) override { return true; }
+    bool string(string_t&) override { return true; }
+    bool binary(binary_t&) override { return true; }
+    bool start_object(std::size_t) override { return Open(); }
+    bool end_object() override { return Close(); }
+    bool start_array(std::size_t) override { return Open(); }
+    bool end_array() override { return Close(); }
+    bool key(string_t& name) override {
+        if (!m_names.back().insert(name).second)
+            throw ProjectFault("", "the member " + Json(name).dump() + " stands twice in one object");
         return true;
+    }
+    /// The parser tells it better.
+    bool parse_error(std::size_t, const std::string&, const nlohmann::detail::exception&) override {
+        return false;
     }
 
 private:
-    std::vector<std::set<std::string>> m_names;  // of the objects that are open
+    bool Open() {
+        m_names.emplace_back();
+        if (m_names.size() > kDeepest) throw ProjectFault("", "lists and objects are nested too deep");
+        return true;
+    }
+    bool Close() {
+        m_names.pop_back();
+        return true;
+    }
+
+    std::vector<std::set<std::string>> m_names;  // of the objects that are open; lists have none
 };
 
 std::string LineAndColumn(std::string_view text, std::size_t byte) {
@@ -202,9 +226,8 @@ void SkipSpace(std::string_view& text) {
 Json Parse(std::string_view text) {
     try {
         StructureGuard guard;
-        return Json::parse(text, [&guard](int depth, Json::parse_event_t event, const Json& parsed) {
-            return guard(depth, event, parsed);
-        });
+        Json::sax_parse(text, &guard);
+        return Json::parse(text);
     } catch (const Json::parse_error& error) {
         throw ProjectFault(LineAndColumn(text, error.byte), "this is no JSON");
     } catch (const Json::out_of_range&) {
