@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "bench/Ball.h"
+#include "bench/Footprint.h"
 #include "bench/Tracer.h"
 #include "callouts/Callouts.h"
 #include "callouts/generator/CalloutGenerator.h"
@@ -255,6 +256,22 @@ void UndoCreationRun(benchmark::State& state) {
     state.SetComplexityN(state.range(0));
 }
 
+/// What a callout with one leader needs by itself, and what set and engine need on top to know it. The
+/// numbers count in a process of its own.
+void CalloutBytes(benchmark::State& state) {
+    const auto parts = static_cast<double>(state.range(0));
+    for (auto _ : state) {
+        PartField field(static_cast<int>(state.range(0)));
+        const zrbench::Footprint making;
+        const auto callouts = field.MakeCallouts();
+        for (const auto& callout : callouts) field.Engine().SetCalloutText(callout);
+        state.counters["annotation"] = static_cast<double>(making.Kept()) / parts;
+        const zrbench::Footprint knowing;
+        for (const auto& callout : callouts) field.Annotations().AddAnnotationToSet(callout, nullptr);
+        state.counters["engine"] = static_cast<double>(knowing.Kept()) / parts;
+    }
+}
+
 void Label(benchmark::State& state) {
     PartField field(static_cast<int>(state.range(0)));
     const auto callouts = field.MakeCallouts();
@@ -347,6 +364,7 @@ BENCHMARK(Remove)->RangeMultiplier(10)->Range(kFew, kMany)->Unit(benchmark::kMil
 BENCHMARK(ClearAndUndo)->RangeMultiplier(10)->Range(kFew, kMany)->Unit(benchmark::kMillisecond);
 BENCHMARK(DeleteItemsAndUndo)->RangeMultiplier(10)->Range(kFew, kMany)->Unit(benchmark::kMillisecond);
 BENCHMARK(UndoCreationRun)->RangeMultiplier(10)->Range(kFew, kMany)->Unit(benchmark::kMillisecond);
+BENCHMARK(CalloutBytes)->Arg(kMany)->Arg(10 * kMany)->Iterations(1)->Unit(benchmark::kMillisecond);
 BENCHMARK(Label)->RangeMultiplier(10)->Range(kFew, kMany)->Unit(benchmark::kMillisecond);
 BENCHMARK(CheckLeaders)->Arg(kMany)->Unit(benchmark::kMillisecond);
 BENCHMARK(TraceLeaders)->Arg(kMany)->Unit(benchmark::kMillisecond);

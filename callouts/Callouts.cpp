@@ -230,7 +230,7 @@ void Callouts::ClearRegistry() {
     // Swapped out under the guard and released after it: releasing a callout runs its host's code.
     CalloutSet callouts;
     Snapshot snapshot;
-    std::map<std::string, CalloutSet> instanceIdCallouts;
+    decltype(m_instanceIdCallouts) instanceIdCallouts;
     InsetObserverMap insetObservers;
     InsetMap insetCallouts;
     const std::lock_guard hold(m_guard);

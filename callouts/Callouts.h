@@ -288,7 +288,7 @@ private:
     CalloutSet m_callouts;
     mutable Snapshot m_snapshot;                            // of the callouts above; null since they changed
     std::shared_ptr<zrannotations::ItemIndex> m_itemIndex;  // of the callouts above
-    std::map<std::string, CalloutSet> m_instanceIdCallouts;
+    std::set<std::pair<std::string, CalloutPtr>> m_instanceIdCallouts;  // flat: most parts have one callout
     SymbolMap m_symbolAnnotations;
     InsetMap m_insetCallouts;
     InsetObserverMap m_insetObservers;

@@ -50,7 +50,7 @@ void Callouts::FileLeader(const CalloutPtr& callout, unsigned int position) {
     bool isInsetKnown = false;
     {
         const std::lock_guard hold(m_guard);
-        m_instanceIdCallouts[id].insert(callout);
+        m_instanceIdCallouts.emplace(id, callout);
         const auto entry = inset ? m_insetCallouts.find(inset) : m_insetCallouts.end();
         isInsetKnown = entry != m_insetCallouts.end();
         if (isInsetKnown) entry->second.insert(callout);
@@ -63,10 +63,7 @@ void Callouts::UnfileLeader(const CalloutPtr& callout, unsigned int position) {
     const std::string id = callout->GetShapeInstanceIdAtPos(position);
     const InsetPtr inset = callout->GetInsetAtPos(position);
     const std::lock_guard hold(m_guard);
-    if (const auto entry = m_instanceIdCallouts.find(id); entry != m_instanceIdCallouts.end()) {
-        entry->second.erase(callout);
-        if (entry->second.empty()) m_instanceIdCallouts.erase(entry);
-    }
+    m_instanceIdCallouts.erase({id, callout});
     // An inset keeps its entry: callouts that come later are still recorded for it.
     const auto entry = inset ? m_insetCallouts.find(inset) : m_insetCallouts.end();
     if (entry != m_insetCallouts.end()) entry->second.erase(callout);
@@ -98,9 +95,11 @@ Callouts::Snapshot Callouts::SnapshotCallouts() const {
 
 std::vector<Callouts::CalloutPtr> Callouts::SnapshotInstance(const std::string& instanceId) const {
     const std::lock_guard hold(m_guard);
-    const auto entry = m_instanceIdCallouts.find(instanceId);
-    if (entry == m_instanceIdCallouts.end()) return {};
-    return {entry->second.begin(), entry->second.end()};
+    std::vector<CalloutPtr> found;
+    for (auto entry = m_instanceIdCallouts.lower_bound({instanceId, nullptr});
+         entry != m_instanceIdCallouts.end() && entry->first == instanceId; ++entry)
+        found.push_back(entry->second);
+    return found;
 }
 
 std::vector<Callouts::CalloutPtr> Callouts::SnapshotInset(const InsetPtr& inset) const {

@@ -1,5 +1,7 @@
 #include "callouts/observers/CalloutTemplateObserver.h"
 
+#include <mutex>
+
 #include "callouts/Callouts.h"
 
 namespace zrcallouts {

@@ -3,9 +3,9 @@
 #pragma once
 
 #include <memory>
-#include <mutex>
 
 #include "callouts/observers/EngineHandle.h"
+#include "du/LeafLock.h"
 #include "zrannotations/Callout.h"
 #include "zrk/illustration/CalloutTemplateObserver.h"
 
@@ -25,7 +25,7 @@ private:
 
     // Guards m_callout. The callout's destructor calls OnDestroy, which waits here until a reference that is
     // just being taken is safe.
-    mutable std::mutex m_mutex;
+    mutable du::LeafLock m_mutex;
     zrannotations::Callout* m_callout;
     EngineLink m_owner;
 };

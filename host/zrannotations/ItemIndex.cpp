@@ -14,29 +14,28 @@ ItemIndex::~ItemIndex() = default;
 void ItemIndex::Count(unsigned id, const du::SmartPtr<Callout>& carrier, int change) {
     const std::lock_guard hold(m_mutex);
     if (m_isClosed) return;
-    const auto entry = m_carriers.try_emplace(id).first;
-    const auto count = entry->second.try_emplace(carrier, 0).first;
+    const auto count = m_carriers.try_emplace({id, carrier}, 0).first;
     count->second += change;
-    if (count->second == 0) entry->second.erase(count);
-    if (entry->second.empty()) m_carriers.erase(entry);
+    if (count->second == 0) m_carriers.erase(count);
 }
 
 bool ItemIndex::IsUsed(unsigned id) const {
     const std::lock_guard hold(m_mutex);
-    return m_carriers.count(id) != 0;
+    const auto first = m_carriers.lower_bound({id, nullptr});
+    return first != m_carriers.end() && first->first.first == id;
 }
 
 std::vector<du::SmartPtr<Callout>> ItemIndex::Find(unsigned id) const {
     std::vector<du::SmartPtr<Callout>> found;
     const std::lock_guard hold(m_mutex);
-    const auto entry = m_carriers.find(id);
-    if (entry == m_carriers.end()) return found;
-    for (const auto& [carrier, count] : entry->second) found.push_back(carrier);
+    for (auto entry = m_carriers.lower_bound({id, nullptr});
+         entry != m_carriers.end() && entry->first.first == id; ++entry)
+        found.push_back(entry->first.second);
     return found;
 }
 
 void ItemIndex::Close() {
-    std::unordered_map<unsigned, Carriers> released;
+    decltype(m_carriers) released;
     const std::lock_guard hold(m_mutex);
     released.swap(m_carriers);
     m_isClosed = true;

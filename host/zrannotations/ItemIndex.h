@@ -4,7 +4,7 @@
 
 #include <map>
 #include <mutex>
-#include <unordered_map>
+#include <utility>
 #include <vector>
 
 #include "du/SmartPtr.h"
@@ -24,7 +24,7 @@ public:
 
     void Add(unsigned id, const du::SmartPtr<Callout>& carrier) { Count(id, carrier, 1); }
     void Remove(unsigned id, const du::SmartPtr<Callout>& carrier) { Count(id, carrier, -1); }
-    /// O(1).
+    /// O(log callouts).
     bool IsUsed(unsigned id) const;
     /// In the order of their addresses.
     std::vector<du::SmartPtr<Callout>> Find(unsigned id) const;
@@ -32,14 +32,12 @@ public:
     void Close();
 
 private:
-    /// How many members carry it, for a combined callout. Below zero for a moment where one thread takes away
-    /// what another is about to add.
-    using Carriers = std::map<du::SmartPtr<Callout>, int>;
-
     void Count(unsigned id, const du::SmartPtr<Callout>& carrier, int change);
 
     mutable std::mutex m_mutex;  // guards all below
-    std::unordered_map<unsigned, Carriers> m_carriers;
+    /// How many members carry the item, for a combined callout. Below zero for a moment where one thread
+    /// takes away what another is about to add. One flat table: nearly every item has one carrier.
+    std::map<std::pair<unsigned, du::SmartPtr<Callout>>, int> m_carriers;
     bool m_isClosed = false;
 };
 
