@@ -104,5 +104,23 @@ TEST_F(TaskPoolTest, AbortsWhatIsQueuedButFinishesWhatRuns) {
     EXPECT_EQ(m_log.Lines().size(), 4U);
 }
 
+// The pool outlives what goes wrong in a task, and tells whoever waits, once.
+TEST_F(TaskPoolTest, GoesOnBehindATaskThatThrows) {
+    TaskPool pool(1);
+    Insert(pool, "bad", 2, [] { throw std::runtime_error("too hot"); });
+    Insert(pool, "worse", 1, [] { throw std::runtime_error("too cold"); });
+    Insert(pool, "good", 0);
+    try {
+        pool.WaitIdle();
+        ADD_FAILURE() << "nobody was told";
+    } catch (const std::runtime_error& error) {
+        EXPECT_STREQ(error.what(), "too hot");
+    }
+    EXPECT_EQ(m_log.Lines(), (std::vector<std::string>{"run good", "done good"}));
+    Insert(pool, "next", 0);
+    pool.WaitIdle();
+    EXPECT_EQ(m_log.Lines().size(), 4U);
+}
+
 }  // namespace
 }  // namespace du
