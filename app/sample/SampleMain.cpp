@@ -5,12 +5,29 @@
 #include <cstdio>
 #include <cstring>
 #include <fstream>
+#include <string_view>
 
 #include "app/sample/GearReducer.h"
 #include "app/sample/GlbWriter.h"
 #include "app/sample/SyntheticAssembly.h"
 
 namespace {
+
+constexpr int kBadInput = 2;
+constexpr const char* kUsage = "zr_sample OUT.glb [INSTANCES PARTS LEVELS]";
+
+int Refuse(const char* what) {
+    std::fprintf(stderr, "zr_sample: %s; usage: %s\n", what, kUsage);
+    return kBadInput;
+}
+
+int Help() {
+    std::printf(
+        "usage: %s\nWrites the sample assembly, a gear reducer, as binary glTF, or one for measuring.\n"
+        "INSTANCES: at most 1000000, of PARTS different parts, in LEVELS levels of assemblies\n",
+        kUsage);
+    return 0;
+}
 
 bool ReadNumber(const char* text, int& number) {
     const char* const end = text + std::strlen(text);
@@ -28,17 +45,15 @@ bool ReadSize(const char* const* numbers, zrsheet::SyntheticSize& size) {
 }  // namespace
 
 int main(int argc, char** argv) {
+    const std::string_view first = argc > 1 ? argv[1] : "";
+    if (first == "--help" || first == "-h") return Help();
+    if (first.empty()) return Refuse("the file to write is missing");
+    if (first.starts_with('-')) return Refuse("there are no options but --help");
+    if (argc != 2 && argc != 5) return Refuse("the number of arguments is wrong");
     zrsheet::SyntheticSize size;
-    if (argc != 2 && (argc != 5 || !ReadSize(argv + 2, size))) {
-        std::fputs(
-            "usage: zr_sample OUT.glb [INSTANCES PARTS LEVELS]\n"
-            "INSTANCES: at most 1000000, of PARTS different parts, in LEVELS levels of assemblies\n",
-            stderr);
-        return 2;
-    }
+    if (argc == 5 && !ReadSize(argv + 2, size)) return Refuse("the size is no size of an assembly");
     std::ofstream file(argv[1], std::ios::binary);
     file << zrsheet::WriteGlb(argc == 2 ? zrsheet::MakeGearReducer() : zrsheet::MakeSyntheticAssembly(size))
          << std::flush;
-    if (!file) std::fprintf(stderr, "%s cannot be written\n", argv[1]);
-    return file ? 0 : 1;
+    return file ? 0 : Refuse("the file cannot be written");
 }

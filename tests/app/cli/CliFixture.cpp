@@ -80,11 +80,17 @@ std::string CliFixture::SmallModel() {
            R"("}]})";
 }
 
-CliResult CliFixture::Run(const std::vector<std::string>& arguments, const std::string& input) const {
+CliResult CliFixture::Run(const std::vector<std::string>& arguments, const std::string& input,
+                          void (*prepare)()) const {
+    return RunProgram(ZR_SHEET, arguments, input, prepare);
+}
+
+CliResult CliFixture::RunProgram(const std::string& program, const std::vector<std::string>& arguments,
+                                 const std::string& input, void (*prepare)()) const {
     // Beside the folder, so that nothing of the test's own lies in it.
     const fs::path out = m_folder.string() + ".out";
     const fs::path err = m_folder.string() + ".err";
-    std::vector<char*> argv{const_cast<char*>(ZR_SHEET)};
+    std::vector<char*> argv{const_cast<char*>(program.c_str())};
     for (const auto& argument : arguments) argv.push_back(const_cast<char*>(argument.c_str()));
     argv.push_back(nullptr);
     const pid_t child = fork();
@@ -93,7 +99,9 @@ CliResult CliFixture::Run(const std::vector<std::string>& arguments, const std::
         if (source < 0 || dup2(source, STDIN_FILENO) < 0) _exit(kNotStarted);
         SendTo(STDOUT_FILENO, out);
         SendTo(STDERR_FILENO, err);
-        if (chdir(m_folder.c_str()) == 0) execv(argv[0], argv.data());
+        if (chdir(m_folder.c_str()) != 0) _exit(kNotStarted);
+        if (prepare != nullptr) prepare();
+        execv(argv[0], argv.data());
         _exit(kNotStarted);
     }
     int status = 0;
@@ -107,9 +115,10 @@ CliResult CliFixture::Run(const std::vector<std::string>& arguments, const std::
     return result;
 }
 
-void CliFixture::ExpectRefused(const std::vector<std::string>& arguments, const std::string& culprit) const {
+void CliFixture::ExpectRefused(const std::vector<std::string>& arguments, const std::string& culprit,
+                               void (*prepare)()) const {
     const auto before = Files();
-    const CliResult result = Run(arguments);
+    const CliResult result = Run(arguments, "/dev/null", prepare);
     EXPECT_EQ(result.exitCode, 2);
     EXPECT_TRUE(result.err.starts_with("zrsheet: ")) << result.err;
     EXPECT_EQ(std::count(result.err.begin(), result.err.end(), '\n'), 1) << result.err;

@@ -35,12 +35,17 @@ protected:
     [[nodiscard]] static std::string SmallModel();
 
     /// Runs the program in the folder with these arguments and waits. `input` is a file for its standard
-    /// input.
+    /// input. `prepare` is called in the new process, in the folder, before the program takes it over.
     [[nodiscard]] CliResult Run(const std::vector<std::string>& arguments,
-                                const std::string& input = "/dev/null") const;
+                                const std::string& input = "/dev/null", void (*prepare)() = nullptr) const;
+    /// The same for another program.
+    [[nodiscard]] CliResult RunProgram(const std::string& program, const std::vector<std::string>& arguments,
+                                       const std::string& input = "/dev/null",
+                                       void (*prepare)() = nullptr) const;
     /// The same for a model that is to fail: exit code 2, one line that names the culprit, nothing new in the
     /// folder.
-    void ExpectRefused(const std::vector<std::string>& arguments, const std::string& culprit) const;
+    void ExpectRefused(const std::vector<std::string>& arguments, const std::string& culprit,
+                       void (*prepare)() = nullptr) const;
 
 private:
     std::filesystem::path m_folder;

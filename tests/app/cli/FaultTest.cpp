@@ -1,0 +1,82 @@
+// What authors meet when the machine, not their input, is at fault.
+
+#include <sys/resource.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <csignal>
+#include <filesystem>
+
+#include "tests/app/cli/CliFixture.h"
+
+namespace zrsheet {
+namespace {
+
+using Fault = CliFixture;
+
+constexpr uid_t kNobody = 65534;
+
+/// No file can grow beyond some bytes, as if the disk were full.
+void FillDisk() {
+    std::signal(SIGXFSZ, SIG_IGN);
+    const rlimit limit{300, 300};
+    setrlimit(RLIMIT_FSIZE, &limit);
+}
+
+/// Permissions do not stop the administrator, who runs tests in containers.
+void BecomeNobody() {
+    if (geteuid() == 0 && (setgid(kNobody) != 0 || setuid(kNobody) != 0)) _exit(126);
+}
+
+constexpr const char* kScript =
+    "import wedge.gltf\ncreate\nsave a.zrsheet\nhide Wedge\nsave a.zrsheet\nquit discard\n";
+
+TEST_F(Fault, AFullDiskLeavesWhatWasThere) {
+    Write("wedge.gltf", SmallModel());
+    Write("make.zrs", kScript);
+    ASSERT_EQ(Run({"run", "make.zrs"}).exitCode, 0);
+    Write("sheet.svg", "old sheet");
+    const std::string project = Read(In("a.zrsheet"));
+    ExpectRefused({"make", "wedge.gltf", "-o", "sheet.svg", "-o", "list.csv"}, "Make room on the disk",
+                  FillDisk);
+    const auto before = Files();
+    const CliResult saving = Run({"run", "make.zrs"}, "/dev/null", FillDisk);
+    EXPECT_EQ(saving.exitCode, 2);
+    EXPECT_TRUE(saving.err.starts_with("make.zrs:3: command 'save': Cannot write")) << saving.err;
+    EXPECT_EQ(Files(), before);
+    EXPECT_EQ(Read(In("sheet.svg")), "old sheet");
+    EXPECT_EQ(Read(In("a.zrsheet")), project);
+}
+
+TEST_F(Fault, AFolderThatMayNotBeWrittenIsNamedBeforeAnythingIsDrawn) {
+    Write("wedge.gltf", SmallModel());
+    std::filesystem::create_directory(In("folder"));
+    ASSERT_EQ(chmod(In("folder").c_str(), 0555), 0);
+    ASSERT_EQ(chmod(In("").c_str(), 0755), 0);
+    if (RunProgram("/bin/sh", {"-c", "test -x " ZR_SHEET " && test ! -w folder"}, "/dev/null", BecomeNobody)
+            .exitCode != 0)
+        GTEST_SKIP() << "nobody may run the program here";
+    ExpectRefused({"make", "wedge.gltf", "-o", "folder/sheet.svg"}, "Name a folder that you may write to",
+                  BecomeNobody);
+}
+
+TEST_F(Fault, TheSampleIsWrittenToAFileAndNothingElse) {
+    Write("a.glb", "old");
+    const std::vector<std::vector<std::string>> rows{
+        {}, {"--wings"}, {"-o", "a.glb"}, {"a.glb", "b.glb"}, {"absent/a.glb"}, {"a.glb", "1", "2", "0"}};
+    for (const auto& arguments : rows) {
+        SCOPED_TRACE(testing::PrintToString(arguments));
+        const CliResult result = RunProgram(ZR_SAMPLE, arguments);
+        EXPECT_EQ(result.exitCode, 2);
+        EXPECT_TRUE(result.err.starts_with("zr_sample: ")) << result.err;
+        EXPECT_EQ(result.err.find('\n'), result.err.size() - 1) << result.err;
+    }
+    const CliResult help = RunProgram(ZR_SAMPLE, {"--help"});
+    EXPECT_EQ(help.exitCode, 0);
+    EXPECT_TRUE(help.out.starts_with("usage: zr_sample OUT.glb")) << help.out;
+    EXPECT_EQ(Files(), std::vector<std::string>{"a.glb"});
+    EXPECT_EQ(Read(In("a.glb")), "old");
+}
+
+}  // namespace
+}  // namespace zrsheet
