@@ -1,5 +1,7 @@
 #include "app/command/Session.h"
 
+#include <gmock/gmock.h>
+
 #include "tests/app/command/ScriptFixture.h"
 
 namespace zrsheet {
@@ -83,6 +85,17 @@ TEST_F(SessionTest, KeepsTheDocumentWhenAnotherCannotBeOpened) {
     EXPECT_NE(Run("import nought.glb"), "");
     EXPECT_EQ(Dump(), before);
     EXPECT_EQ(m_session->File(), "a.zrsheet");
+}
+
+// The model's file may go while its sheet is worked at: nobody needs it until the project is opened again.
+TEST_F(SessionTest, WorksOnWithoutTheModelsFile) {
+    RunOnRig("create\n");
+    std::filesystem::remove("rig.gltf");
+    EXPECT_EQ(Run("hide Pin\nundo\nexport a.svg a.html\nsave a.zrsheet"), "undone: Hide Part\n");
+    EXPECT_TRUE(std::filesystem::exists("a.svg") && std::filesystem::exists("a.zrsheet"));
+    const std::string before = Dump();
+    EXPECT_THAT(Run("open a.zrsheet"), testing::HasSubstr("its model is not at"));
+    EXPECT_EQ(Dump(), before);
 }
 
 TEST_F(SessionTest, OpensAProjectWhoseModelWasMoved) {
