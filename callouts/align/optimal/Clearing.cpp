@@ -1,0 +1,99 @@
+#include "callouts/align/optimal/Clearing.h"
+
+#include <algorithm>
+#include <limits>
+
+namespace zrcallouts {
+namespace {
+
+constexpr double kStep = 6.0;       // pixels
+constexpr double kClearance = 1.0;  // pixels between a leader and a foreign label
+constexpr double kNever = std::numeric_limits<double>::infinity();
+
+}  // namespace
+
+bool Clearing::Run() {
+    bool isChanged = false;
+    for (std::size_t lane = 0; lane < m_seating.LaneCount(); ++lane) isChanged = PushOut(lane) || isChanged;
+    for (std::size_t lane = 0; lane < m_seating.LaneCount(); ++lane) {
+        for (std::size_t other = 0; other < m_seating.LaneCount(); ++other) {
+            if (m_seating.LaneAt(lane).Along() != m_seating.LaneAt(other).Along())
+                isChanged = ClearCorner(lane, other) || isChanged;
+        }
+    }
+    return isChanged;
+}
+
+bool Clearing::IsTouched(std::uint32_t label, std::uint32_t by) const {
+    const auto& labels = m_seating.Problem().labels;
+    const auto anchors = m_seating.AnchorsOf(by);
+    return std::any_of(anchors.begin(), anchors.end(), [&](const ScreenPoint& anchor) {
+        const ScreenPoint& centre = m_seating.CentreOf(by);
+        const ScreenSegment leader{labels[by].form.Start(centre, anchor), anchor};
+        return labels[label].form.IsTouched(m_seating.CentreOf(label), leader, kClearance);
+    });
+}
+
+/// A leader that clears its neighbours clears the others of its lane.
+bool Clearing::HasTouches(std::size_t lane) const {
+    const auto& labels = m_seating.RowOf(lane);
+    const std::size_t next = m_seating.LaneAt(lane).IsDouble() ? 2 : 1;
+    for (std::size_t i = 0; i < labels.size(); ++i) {
+        for (std::size_t k = i + 1; k < std::min(i + 1 + next, labels.size()); ++k) {
+            if (IsTouched(labels[i], labels[k]) || IsTouched(labels[k], labels[i])) return true;
+        }
+    }
+    return false;
+}
+
+bool Clearing::PushOut(std::size_t lane) {
+    bool isChanged = false;
+    while (m_seating.Spare(lane) >= kStep && HasTouches(lane)) {
+        m_seating.Push(lane, kStep);
+        m_seating.Settle(lane);
+        isChanged = true;
+    }
+    return isChanged;
+}
+
+/// The first leader from one lane that runs into a label of the other.
+std::optional<Clearing::Touch> Clearing::FindTouch(std::size_t lane, std::size_t other) const {
+    for (const std::uint32_t leader : m_seating.RowOf(lane)) {
+        for (const std::uint32_t label : m_seating.RowOf(other)) {
+            if (IsTouched(label, leader)) return Touch{leader, label};
+        }
+    }
+    return std::nullopt;
+}
+
+Clearing::End Clearing::EndNear(std::uint32_t label) const {
+    const std::size_t lane = m_seating.LaneOf(label);
+    return {lane, 2 * m_seating.IndexOf(label) < m_seating.RowOf(lane).size()};
+}
+
+/// What it costs to take a step off the lane's end.
+double Clearing::LossBy(const End& end) {
+    if (m_seating.Load(end.lane) + kStep > m_seating.Capacity(end.lane)) return kNever;
+    Seating::Window window = m_seating.Whole(end.lane);
+    const double before = m_seating.CostOf(window);
+    (end.isLeast ? window.least : window.greatest) += end.isLeast ? kStep : -kStep;
+    return m_seating.CostWith(window, m_seating.RowOf(end.lane)) - before;
+}
+
+bool Clearing::ClearCorner(std::size_t lane, std::size_t other) {
+    bool isChanged = false;
+    for (auto touch = FindTouch(lane, other); touch; touch = FindTouch(lane, other)) {
+        const End own = EndNear(touch->leader);
+        const End others = EndNear(touch->label);
+        const double ownLoss = LossBy(own);
+        const double othersLoss = LossBy(others);
+        if (std::min(ownLoss, othersLoss) == kNever) break;
+        const End& end = ownLoss < othersLoss ? own : others;
+        m_seating.Shorten(end.lane, end.isLeast, kStep);
+        m_seating.Settle(end.lane);
+        isChanged = true;
+    }
+    return isChanged;
+}
+
+}  // namespace zrcallouts

@@ -1,0 +1,15 @@
+#include "callouts/align/optimal/LayoutProblem.h"
+
+#include <algorithm>
+
+namespace zrcallouts {
+
+double GreatestLength(const std::vector<LayoutLabel>& labels, int axis) {
+    double greatest = 0.0;
+    for (const LayoutLabel& label : labels) {
+        if (!label.isPinned) greatest = std::max(greatest, label.form.Length(axis));
+    }
+    return greatest;
+}
+
+}  // namespace zrcallouts

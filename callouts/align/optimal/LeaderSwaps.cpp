@@ -1,0 +1,202 @@
+#include "callouts/align/optimal/LeaderSwaps.h"
+
+#include <algorithm>
+#include <limits>
+
+namespace zrcallouts {
+namespace {
+
+constexpr int kMostRounds = 60;     // of exchanging and placing; in practice a handful
+constexpr int kMostSorts = 12;      // of one lane at a time
+constexpr double kOrderCost = 3.0;  // pixels of leader that neighbours save at least by changing their order
+constexpr double kNeighbourGain = 1e-3;  // of both leaders, beyond that
+constexpr double kLeastGain = 1e-6;
+
+constexpr double kInfinity = std::numeric_limits<double>::infinity();
+constexpr ScreenBox kNothing{kInfinity, kInfinity, -kInfinity, -kInfinity};
+
+void Enclose(ScreenBox& box, const ScreenBox& other) {
+    box = {std::min(box.x0, other.x0), std::min(box.y0, other.y0), std::max(box.x1, other.x1),
+           std::max(box.y1, other.y1)};
+}
+
+}  // namespace
+
+LeaderSwaps::LeaderSwaps(Seating& seating) : m_seating(seating), m_lanes(seating.LaneCount()) {}
+
+bool LeaderSwaps::Run() {
+    bool isAnyChanged = false;
+    for (int round = 0; round < kMostRounds; ++round) {
+        bool isChanged = false;
+        for (std::size_t lane = 0; lane < m_lanes.size(); ++lane) isChanged = SortNeighbours(lane) || isChanged;
+        m_sorted = m_seating.Now();
+        isChanged = Uncross() || isChanged;
+        isAnyChanged = isAnyChanged || isChanged;
+        if (!isChanged) break;
+    }
+    return isAnyChanged;
+}
+
+/// Exchanges neighbours as long as that saves enough.
+bool LeaderSwaps::SortNeighbours(std::size_t lane) {
+    const auto& labels = m_seating.RowOf(lane);
+    bool isAnyChanged = false;
+    std::uint64_t sorted = m_sorted;
+    const auto isFresh = [&](std::uint32_t label) { return m_seating.LastMoveOf(label) > sorted; };
+    for (int round = 0; round < kMostSorts; ++round) {
+        bool isChanged = false;
+        for (std::size_t i = 1; i < labels.size(); ++i) {
+            if (!isFresh(labels[i - 1]) && !isFresh(labels[i])) continue;
+            for (std::size_t k = i; k > 0 && TrySwap(labels[k - 1], labels[k], true); --k) isChanged = true;
+        }
+        if (!isChanged) break;
+        isAnyChanged = true;
+        sorted = m_seating.Now();
+        m_seating.Settle(lane);
+    }
+    return isAnyChanged;
+}
+
+/// Only pairs are looked at of which one has moved since the last time.
+bool LeaderSwaps::Uncross() {
+    for (std::size_t lane = 0; lane < m_lanes.size(); ++lane) Measure(lane);
+    m_seen = m_seating.Now();
+    bool isChanged = false;
+    for (std::size_t a = 0; a < m_lanes.size(); ++a) {
+        if (m_lanes[a].isFresh) isChanged = SwapWithin(a) || isChanged;
+        for (std::size_t b = 0; b < a; ++b) {
+            isChanged = SwapBetween(a, b) || isChanged;
+            isChanged = SwapBetween(b, a) || isChanged;
+        }
+    }
+    for (std::size_t lane = 0; lane < m_lanes.size(); ++lane) {
+        if (m_lanes[lane].isChanged) m_seating.Settle(lane);
+    }
+    return isChanged;
+}
+
+void LeaderSwaps::Measure(std::size_t lane) {
+    LaneSpans& all = m_lanes[lane];
+    all.isChanged = all.isFresh = false;
+    all.box = kNothing;
+    all.spans.resize(m_seating.RowOf(lane).size());
+    for (std::size_t i = 0; i < all.spans.size(); ++i) {
+        MeasureOne(lane, i);
+        Span& span = all.spans[i];
+        span.isFresh = m_seating.LastMoveOf(m_seating.RowOf(lane)[i]) > m_seen;
+        all.isFresh = all.isFresh || span.isFresh;
+    }
+}
+
+void LeaderSwaps::MeasureOne(std::size_t lane, std::size_t index) {
+    auto& spans = m_lanes[lane].spans;
+    const std::uint32_t label = m_seating.RowOf(lane)[index];
+    const int axis = m_seating.LaneAt(lane).Along();
+    const ScreenPoint& centre = m_seating.CentreOf(label);
+    Span& span = spans[index];
+    span.box = {centre.x, centre.y, centre.x, centre.y};
+    for (const ScreenPoint& anchor : m_seating.AnchorsOf(label))
+        Enclose(span.box, {anchor.x, anchor.y, anchor.x, anchor.y});
+    span.from = span.box.Least(axis);
+    span.to = span.box.Greatest(axis);
+    span.reach = index > 0 ? std::max(spans[index - 1].reach, span.to) : span.to;
+    Enclose(m_lanes[lane].box, span.box);
+}
+
+/// Only leaders whose stretches of the lane overlap can cross: each looks back as far as any before it
+/// reaches.
+bool LeaderSwaps::SwapWithin(std::size_t lane) {
+    bool isChanged = false;
+    auto& spans = m_lanes[lane].spans;
+    const auto& labels = m_seating.RowOf(lane);
+    for (std::size_t i = 1; i < spans.size(); ++i) {
+        for (std::size_t k = i; k-- > 0;) {
+            if (spans[k].reach < spans[i].from) break;
+            if (!spans[i].isFresh && !spans[k].isFresh) continue;
+            if (!spans[k].box.Overlaps(spans[i].box) || !TrySwap(labels[k], labels[i], false)) continue;
+            isChanged = true;
+            MeasureOne(lane, k);
+            MeasureOne(lane, i);
+            for (std::size_t each = k + 1; each <= i; ++each)
+                spans[each].reach = std::max(spans[each - 1].reach, spans[each].to);
+        }
+    }
+    return isChanged;
+}
+
+/// Looks at what has moved of `a` and at all of `b`.
+bool LeaderSwaps::SwapBetween(std::size_t a, std::size_t b) {
+    if (!m_lanes[a].isFresh || !m_lanes[a].box.Overlaps(m_lanes[b].box)) return false;
+    bool isChanged = false;
+    for (std::size_t i = 0; i < m_lanes[a].spans.size(); ++i) {
+        const Span& span = m_lanes[a].spans[i];
+        if (span.isFresh && span.box.Overlaps(m_lanes[b].box)) isChanged = SwapAcross(a, i, b) || isChanged;
+    }
+    return isChanged;
+}
+
+bool LeaderSwaps::SwapAcross(std::size_t a, std::size_t i, std::size_t b) {
+    bool isChanged = false;
+    const auto& spans = m_lanes[b].spans;
+    for (std::size_t k = 0; k < spans.size(); ++k) {
+        if (!m_lanes[a].spans[i].box.Overlaps(spans[k].box)) continue;
+        if (!TrySwap(m_seating.RowOf(a)[i], m_seating.RowOf(b)[k], false)) continue;
+        isChanged = true;
+        MeasureOne(a, i);
+        MeasureOne(b, k);
+    }
+    return isChanged;
+}
+
+/// Exchanges labels whose leaders cross, and neighbours that save more than their old order is worth.
+bool LeaderSwaps::TrySwap(std::uint32_t a, std::uint32_t b, bool areNeighbours) {
+    const bool doCross = DoLeadersCross(a, b);
+    if ((!doCross && !areNeighbours) || !FitsSwapped(a, b)) return false;
+    const double length = m_seating.LengthOf(a) + m_seating.LengthOf(b);
+    double gain = length - m_seating.LengthInSeatOf(a, b) - m_seating.LengthInSeatOf(b, a);
+    if (!doCross) {
+        if (WereInOrder(a, b)) gain -= kOrderCost;
+        if (WereInOrder(b, a)) gain += kOrderCost;
+        if (gain < kNeighbourGain * length) return false;
+    }
+    if (gain < kLeastGain) return false;
+    m_seating.Swap(a, b);
+    if (!doCross && DoLeadersCross(a, b)) {
+        m_seating.Swap(a, b);
+        return false;
+    }
+    m_lanes[m_seating.LaneOf(a)].isChanged = m_lanes[m_seating.LaneOf(b)].isChanged = true;
+    return true;
+}
+
+bool LeaderSwaps::FitsSwapped(std::uint32_t a, std::uint32_t b) const {
+    const std::size_t laneA = m_seating.LaneOf(a);
+    const std::size_t laneB = m_seating.LaneOf(b);
+    if (laneA == laneB) return true;
+    const double moreA = m_seating.LoadOf(b, laneA) - m_seating.LoadOf(a, laneA);
+    const double moreB = m_seating.LoadOf(a, laneB) - m_seating.LoadOf(b, laneB);
+    return (moreA <= 0.0 || m_seating.Load(laneA) + moreA <= m_seating.Capacity(laneA)) &&
+           (moreB <= 0.0 || m_seating.Load(laneB) + moreB <= m_seating.Capacity(laneB));
+}
+
+/// Whether both stood on one side before, `a` first.
+bool LeaderSwaps::WereInOrder(std::uint32_t a, std::uint32_t b) const {
+    const std::size_t lane = m_seating.LaneOf(a);
+    if (!m_seating.IsHome(a, lane) || !m_seating.IsHome(b, lane)) return false;
+    const int axis = m_seating.LaneAt(lane).Along();
+    const auto& labels = m_seating.Problem().labels;
+    return labels[a].centre[axis] < labels[b].centre[axis];
+}
+
+bool LeaderSwaps::DoLeadersCross(std::uint32_t a, std::uint32_t b) const {
+    const auto& labels = m_seating.Problem().labels;
+    for (const ScreenPoint& anchorA : m_seating.AnchorsOf(a)) {
+        const ScreenSegment leaderA{labels[a].form.Start(m_seating.CentreOf(a), anchorA), anchorA};
+        for (const ScreenPoint& anchorB : m_seating.AnchorsOf(b)) {
+            if (DoCross(leaderA, {labels[b].form.Start(m_seating.CentreOf(b), anchorB), anchorB})) return true;
+        }
+    }
+    return false;
+}
+
+}  // namespace zrcallouts

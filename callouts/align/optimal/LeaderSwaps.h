@@ -1,0 +1,62 @@
+// Exchanges labels until no leaders cross.
+
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <vector>
+
+#include "callouts/align/optimal/ScreenGeometry.h"
+#include "callouts/align/optimal/Seating.h"
+
+namespace zrcallouts {
+
+/// Two crossing leaders are longer than the same two with their labels exchanged, so exchanging comes to an
+/// end, and without crossings, where labels are of one size. Keeps its memory from call to call.
+class LeaderSwaps {
+public:
+    explicit LeaderSwaps(Seating& seating);
+
+    /// Exchanges and places anew until nothing is to gain. Returns whether anything changed.
+    bool Run();
+    /// The same, from what has hardly moved since the last run on.
+    bool RunAnew() {
+        m_seen = m_sorted = 0;
+        return Run();
+    }
+
+private:
+    /// A label's leaders.
+    struct Span {
+        ScreenBox box;
+        double from = 0.0;  // along the lane, the label's place included
+        double to = 0.0;
+        double reach = 0.0;  // the greatest `to` of all spans up to here
+        bool isFresh = true;  // moved since it was last looked at
+    };
+    struct LaneSpans {
+        std::vector<Span> spans;  // of the labels, in their order
+        ScreenBox box;            // of all their leaders
+        bool isFresh = true;
+        bool isChanged = false;
+    };
+
+    void Measure(std::size_t lane);
+    void MeasureOne(std::size_t lane, std::size_t index);
+    bool SortNeighbours(std::size_t lane);
+    bool Uncross();
+    bool SwapWithin(std::size_t lane);
+    bool SwapBetween(std::size_t a, std::size_t b);
+    bool SwapAcross(std::size_t a, std::size_t i, std::size_t b);
+    bool TrySwap(std::uint32_t a, std::uint32_t b, bool areNeighbours);
+    [[nodiscard]] bool FitsSwapped(std::uint32_t a, std::uint32_t b) const;
+    [[nodiscard]] bool WereInOrder(std::uint32_t a, std::uint32_t b) const;
+    [[nodiscard]] bool DoLeadersCross(std::uint32_t a, std::uint32_t b) const;
+
+    Seating& m_seating;
+    std::vector<LaneSpans> m_lanes;
+    std::uint64_t m_sorted = 0;  // what moved up to then stands well beside its neighbours
+    std::uint64_t m_seen = 0;    // what moved up to then crosses nothing
+};
+
+}  // namespace zrcallouts

@@ -1,0 +1,140 @@
+#include "callouts/align/optimal/Relocation.h"
+
+#include <algorithm>
+
+namespace zrcallouts {
+namespace {
+
+constexpr int kMostPasses = 6;
+constexpr double kTouching = 0.5;   // pixels; neighbours as near as this hold each other
+constexpr double kLeastGain = 0.5;  // pixels of leader
+
+std::ptrdiff_t Offset(std::size_t index) { return static_cast<std::ptrdiff_t>(index); }
+
+}  // namespace
+
+Relocation::Relocation(Seating& seating)
+    : m_seating(seating), m_rooms(seating.LaneCount()) {}
+
+bool Relocation::Run() {
+    bool isAnyChanged = false;
+    for (int pass = 0; pass < kMostPasses; ++pass) {
+        for (std::size_t lane = 0; lane < m_seating.LaneCount(); ++lane) Appraise(lane);
+        FindMoves();
+        bool isChanged = false;
+        for (const Move& move : m_moves) isChanged = Try(move) || isChanged;
+        if (!isChanged) break;
+        isAnyChanged = true;
+    }
+    return isAnyChanged;
+}
+
+/// Sums up the pulls of labels that touch.
+void Relocation::Appraise(std::size_t lane) {
+    const auto& labels = m_seating.RowOf(lane);
+    const auto& places = m_seating.PlacesOf(lane);
+    const Lane& on = m_seating.LaneAt(lane);
+    auto& rooms = m_rooms[lane];
+    rooms.assign(labels.size(), {});
+    for (std::size_t first = 0; first < labels.size();) {
+        std::size_t end = first + 1;
+        while (end < labels.size() && places[end] - places[end - 1] <
+                                          m_seating.Pitch(lane, labels[end - 1], labels[end]) + kTouching)
+            ++end;
+        const double margin = 0.5 * m_seating.LoadOf(labels[first], lane) + kTouching;
+        const bool isFirstHeld = places[first] - on.Least() < margin;
+        const bool isLastHeld = on.Greatest() - places[end - 1] < margin;
+        double all = 0.0;
+        for (std::size_t i = first; i < end; ++i) all += m_seating.PullOf(labels[i]);
+        double before = 0.0;
+        for (std::size_t i = first; i < end; ++i) {
+            const double pull = m_seating.PullOf(labels[i]);
+            rooms[i] = {before, all - before - pull, isFirstHeld, isLastHeld};
+            before += pull;
+        }
+        first = end;
+    }
+}
+
+/// What its neighbours save at the most when the label goes.
+double Relocation::Relief(std::uint32_t label) const {
+    const std::size_t lane = m_seating.LaneOf(label);
+    const Room& room = m_rooms[lane][m_seating.IndexOf(label)];
+    return m_seating.LoadOf(label, lane) * std::max({room.after, -room.before, 0.0});
+}
+
+/// What they pay at the least when it comes.
+double Relocation::Price(std::uint32_t label, std::size_t lane) const {
+    const auto& labels = m_seating.RowOf(lane);
+    const std::size_t i = PlaceIn(labels, lane, m_seating.WishOf(label, lane));
+    if (i == 0 || i == labels.size()) return 0.0;
+    const auto& places = m_seating.PlacesOf(lane);
+    const double free = places[i] - places[i - 1] - m_seating.Pitch(lane, labels[i - 1], labels[i]);
+    if (free > kTouching) return 0.0;
+    const Room& next = m_rooms[lane][i];
+    const Room& last = m_rooms[lane][i - 1];
+    const double after = last.after;
+    const double before = next.before;
+    double pull = 0.5 * (after - before);
+    if (next.isLastHeld) pull = -before;
+    if (next.isFirstHeld) pull = next.isLastHeld ? std::max(after, -before) : after;
+    return m_seating.LoadOf(label, lane) * std::max(pull, 0.0);
+}
+
+double Relocation::GainOf(std::uint32_t label, std::size_t lane) const {
+    const std::size_t from = m_seating.LaneOf(label);
+    const double own = m_seating.CostOf(label);
+    const double gain = own - m_seating.LoneCost(label, lane);
+    const double relief = Relief(label);
+    if (lane == from || gain + relief < kLeastGain) return 0.0;
+    return gain + relief - Price(label, lane);
+}
+
+void Relocation::FindMoves() {
+    m_moves.clear();
+    for (std::size_t from = 0; from < m_seating.LaneCount(); ++from) {
+        for (const std::uint32_t label : m_seating.RowOf(from)) {
+            for (std::size_t lane = 0; lane < m_seating.LaneCount(); ++lane) {
+                if (m_seating.Load(lane) + m_seating.LoadOf(label, lane) > m_seating.Capacity(lane)) continue;
+                const double gain = GainOf(label, lane);
+                if (gain > kLeastGain) m_moves.push_back({gain, label, lane});
+            }
+        }
+    }
+    std::stable_sort(m_moves.begin(), m_moves.end(),
+                     [](const Move& a, const Move& b) { return a.gain > b.gain; });
+}
+
+std::size_t Relocation::PlaceIn(const Seating::Labels& labels, std::size_t lane, double wish) const {
+    const auto next = std::lower_bound(labels.begin(), labels.end(), wish, [&](std::uint32_t label, double at) {
+        return m_seating.WishOf(label, lane) < at;
+    });
+    return static_cast<std::size_t>(next - labels.begin());
+}
+
+/// Earlier moves of the pass may have changed what this one gains.
+bool Relocation::Try(const Move& move) {
+    const std::size_t from = m_seating.LaneOf(move.label);
+    if (from == move.lane || GainOf(move.label, move.lane) < kLeastGain) return false;
+    if (m_seating.Load(move.lane) + m_seating.LoadOf(move.label, move.lane) > m_seating.Capacity(move.lane)) return false;
+    const std::size_t index = m_seating.IndexOf(move.label);
+    const auto leaving = m_seating.Around(from, index, m_seating.LoadOf(move.label, from));
+    const auto& row = m_seating.RowOf(from);
+    m_left.assign(row.begin() + Offset(leaving.first), row.begin() + Offset(leaving.end));
+    m_left.erase(m_left.begin() + Offset(index - leaving.first));
+    const auto& other = m_seating.RowOf(move.lane);
+    const std::size_t at = PlaceIn(other, move.lane, m_seating.WishOf(move.label, move.lane));
+    const auto joining = m_seating.Around(move.lane, at, m_seating.LoadOf(move.label, move.lane));
+    m_joined.assign(other.begin() + Offset(joining.first), other.begin() + Offset(joining.end));
+    m_joined.insert(m_joined.begin() + Offset(at - joining.first), move.label);
+    const double before = m_seating.CostOf(leaving) + m_seating.CostOf(joining);
+    const double after = m_seating.CostWith(leaving, m_left) + m_seating.CostWith(joining, m_joined);
+    if (before - after < kLeastGain) return false;
+    m_seating.Replace(leaving, m_left);
+    m_seating.Replace(joining, m_joined);
+    Appraise(from);
+    Appraise(move.lane);
+    return true;
+}
+
+}  // namespace zrcallouts

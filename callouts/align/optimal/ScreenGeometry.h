@@ -1,0 +1,57 @@
+// Points and boxes on the screen, as the layout reckons with them.
+
+#pragma once
+
+#include <cmath>
+
+namespace zrcallouts {
+
+/// In pixels of the view, y downwards.
+struct ScreenPoint {
+    double x = 0.0;
+    double y = 0.0;
+
+    [[nodiscard]] double& operator[](int axis) { return axis == 0 ? x : y; }
+    [[nodiscard]] double operator[](int axis) const { return axis == 0 ? x : y; }
+    friend bool operator==(const ScreenPoint&, const ScreenPoint&) = default;
+};
+
+struct ScreenBox {
+    double x0 = 0.0;
+    double y0 = 0.0;
+    double x1 = 0.0;
+    double y1 = 0.0;
+
+    [[nodiscard]] double Least(int axis) const { return axis == 0 ? x0 : y0; }
+    [[nodiscard]] double Greatest(int axis) const { return axis == 0 ? x1 : y1; }
+    [[nodiscard]] double Middle(int axis) const { return 0.5 * (Least(axis) + Greatest(axis)); }
+    [[nodiscard]] double Length(int axis) const { return Greatest(axis) - Least(axis); }
+    [[nodiscard]] bool Holds(const ScreenBox& other) const {
+        return x0 <= other.x0 && y0 <= other.y0 && x1 >= other.x1 && y1 >= other.y1;
+    }
+    /// Whether less than `gap` lies between them, along both axes. Boxes that only touch do not overlap.
+    [[nodiscard]] bool Overlaps(const ScreenBox& other, double gap = 0.0) const {
+        return x0 < other.x1 + gap && other.x0 < x1 + gap && y0 < other.y1 + gap && other.y0 < y1 + gap;
+    }
+};
+
+struct ScreenSegment {
+    ScreenPoint from;
+    ScreenPoint to;
+
+    [[nodiscard]] ScreenBox Box() const;
+};
+
+[[nodiscard]] inline double Distance(const ScreenPoint& a, const ScreenPoint& b) {
+    const double x = b.x - a.x;
+    const double y = b.y - a.y;
+    return std::sqrt(x * x + y * y);
+}
+/// Of any point of one to any of the other; 0 if they cross.
+[[nodiscard]] double Distance(const ScreenSegment& a, const ScreenSegment& b);
+/// Whether they have a point in common that is an end of neither.
+[[nodiscard]] bool DoCross(const ScreenSegment& a, const ScreenSegment& b);
+/// Whether any of the segment lies inside the box.
+[[nodiscard]] bool IsInside(const ScreenSegment& segment, const ScreenBox& box);
+
+}  // namespace zrcallouts

@@ -1,0 +1,360 @@
+#include "callouts/align/optimal/Seating.h"
+
+#include <algorithm>
+#include <cmath>
+#include <utility>
+
+namespace zrcallouts {
+namespace {
+
+constexpr int kMostRounds = 5;        // of placing one row; two or three do
+constexpr double kEnough = 1e-4;      // of the cost: what a further round must save
+constexpr double kSwitchCost = 8.0;   // pixels of leader that a label saves at least by going to another side
+constexpr double kSlantCost = 2.0;    // pixels of leader for each pixel that a label stands too far aside
+constexpr double kBlockCost = 300.0;  // pixels of leader for each obstacle that it leads over
+constexpr double kPassage = 6.0;      // pixels between inner labels, beyond the gap, for a leader to the outer row
+constexpr double kStill = 0.25;       // pixels; what moves less has not moved
+constexpr double kShortest = 1.0;     // pixels; leaders count as this long at least where that divides
+
+}  // namespace
+
+Seating::Seating(const LayoutProblem& problem)
+    : m_problem(problem),
+      m_set(MakeLanes(problem)),
+      m_rows(m_set.lanes.size()),
+      m_seats(problem.labels.size()),
+      m_thickest{GreatestLength(problem.labels, 0), GreatestLength(problem.labels, 1)} {
+    m_firstAnchors.reserve(problem.labels.size() + 1);
+    m_anchors.reserve(problem.labels.size());
+    for (const LayoutLabel& label : problem.labels) {
+        m_firstAnchors.push_back(m_anchors.size());
+        m_anchors.insert(m_anchors.end(), label.anchors.begin(), label.anchors.end());
+        if (label.anchors.empty()) m_anchors.push_back(label.centre);
+        m_slants.push_back(label.form.Slant(problem.rules.gap));
+    }
+    m_firstAnchors.push_back(m_anchors.size());
+    FindHomes();
+}
+
+void Seating::FindHomes() {
+    m_homes.assign(m_problem.labels.size(), -1);
+    for (std::size_t i = 0; i < m_homes.size(); ++i) {
+        const LayoutLabel& label = m_problem.labels[i];
+        const ScreenBox box = label.form.BoxAt(label.centre);
+        const auto home = [&](LaneSide side) { m_homes[i] = static_cast<int>(side); };
+        if (box.x1 <= m_problem.model.x0) {
+            home(LaneSide::Left);
+        } else if (box.x0 >= m_problem.model.x1) {
+            home(LaneSide::Right);
+        } else if (box.y1 <= m_problem.model.y0) {
+            home(LaneSide::Top);
+        } else if (box.y0 >= m_problem.model.y1) {
+            home(LaneSide::Bottom);
+        }
+    }
+}
+
+double Seating::SlantCost(std::uint32_t label, double along, double across) const {
+    return kSlantCost * std::max(std::abs(along) - m_slants[label] * std::abs(across), 0.0);
+}
+
+/// For leaders over foreign obstacles; those of what an obstacle shows end inside it.
+double Seating::BlockCost(const ScreenSegment& leader) const {
+    double cost = 0.0;
+    for (const ScreenBox& obstacle : m_problem.obstacles) {
+        const ScreenBox end{leader.to.x, leader.to.y, leader.to.x, leader.to.y};
+        if (!obstacle.Holds(end) && IsInside(leader, obstacle)) cost += kBlockCost;
+    }
+    return cost;
+}
+
+double Seating::SwitchCost(std::uint32_t label, const Lane& lane) const {
+    return m_homes[label] < 0 || m_homes[label] == static_cast<int>(lane.Side()) ? 0.0 : kSwitchCost;
+}
+
+ScreenPoint Seating::CentreAt(std::uint32_t label, const Lane& lane, double place, std::size_t index) const {
+    const bool isOuter = lane.IsDouble() && index % 2 == 1;
+    return lane.Centre(m_problem.labels[label].form, place, isOuter, m_anchors[m_firstAnchors[label]]);
+}
+
+/// What a label takes along the lane. By turns in two rows each takes half, as the largest does.
+double Seating::LengthOn(const Lane& lane, std::uint32_t label) const {
+    if (!lane.IsDouble()) return m_problem.labels[label].form.Length(lane.Along());
+    const double gap = m_problem.rules.gap;
+    return 0.5 * (m_thickest[lane.Along()] + gap + kPassage) - gap;
+}
+
+double Seating::Pitch(const Lane& lane, std::uint32_t a, std::uint32_t b) const {
+    return 0.5 * (LengthOn(lane, a) + LengthOn(lane, b)) + m_problem.rules.gap;
+}
+
+double Seating::Capacity(std::size_t lane) const {
+    return LaneAt(lane).Greatest() - LaneAt(lane).Least() + m_problem.rules.gap;
+}
+
+double Seating::LoadOf(std::uint32_t label, std::size_t lane) const {
+    return LengthOn(LaneAt(lane), label) + m_problem.rules.gap;
+}
+
+double Seating::WishOf(std::uint32_t label, std::size_t lane) const {
+    const Lane& on = LaneAt(lane);
+    const auto anchors = AnchorsOf(label);
+    double sum = 0.0;
+    for (const ScreenPoint& anchor : anchors) sum += anchor[on.Along()];
+    const double half = 0.5 * m_problem.labels[label].form.Length(on.Along());
+    const double least = on.Least() + half;
+    return std::clamp(sum / static_cast<double>(anchors.size()), least, std::max(on.Greatest() - half, least));
+}
+
+Seating::LabelSeat Seating::LoneSeat(std::uint32_t label, std::size_t lane) const {
+    const double place = WishOf(label, lane);
+    LabelSeat seat;
+    seat.centre = CentreAt(label, LaneAt(lane), place, 0);
+    MeasureOne(label, LaneAt(lane), place, seat);
+    return seat;
+}
+
+double Seating::LoneCost(std::uint32_t label, std::size_t lane) const { return LoneSeat(label, lane).cost; }
+
+Seating::Lone Seating::LonePlace(std::uint32_t label) const {
+    LabelSeat best = LoneSeat(label, 0);
+    for (std::size_t lane = 1; lane < LaneCount(); ++lane) {
+        const LabelSeat seat = LoneSeat(label, lane);
+        if (seat.length < best.length) best = seat;
+    }
+    return {best.centre, best.length};
+}
+
+double Seating::LengthInSeatOf(std::uint32_t label, std::uint32_t other) const {
+    const LabelSeat& seat = m_seats[other];
+    const double place = m_rows[seat.lane].places[seat.index];
+    const ScreenPoint centre = CentreAt(label, LaneAt(seat.lane), place, seat.index);
+    double length = 0.0;
+    for (const ScreenPoint& anchor : AnchorsOf(label))
+        length += Distance(m_problem.labels[label].form.Start(centre, anchor), anchor);
+    return length;
+}
+
+void Seating::Seat(const std::vector<std::size_t>& lanes) {
+    for (Row& row : m_rows) row = {};
+    for (std::uint32_t label = 0; label < lanes.size(); ++label) {
+        if (!m_problem.labels[label].isPinned) m_rows[lanes[label]].labels.push_back(label);
+    }
+    std::vector<double> wishes;
+    for (std::size_t lane = 0; lane < LaneCount(); ++lane) {
+        const Labels unsorted = m_rows[lane].labels;
+        wishes.clear();
+        for (const std::uint32_t label : unsorted) wishes.push_back(WishOf(label, lane));
+        const auto order = m_order.Sort(wishes);
+        Labels sorted(order.size());
+        std::transform(order.begin(), order.end(), sorted.begin(), [&](std::uint32_t i) { return unsorted[i]; });
+        Replace(Whole(lane), sorted);
+    }
+}
+
+Seating::Window Seating::Whole(std::size_t lane) const {
+    return {lane, 0, m_rows[lane].labels.size(), LaneAt(lane).Least(), LaneAt(lane).Greatest()};
+}
+
+/// Beyond so much slack nobody has to move. In two rows all that follow change rows.
+Seating::Window Seating::Around(std::size_t lane, std::size_t index, double length) const {
+    const Lane& on = LaneAt(lane);
+    const auto& labels = m_rows[lane].labels;
+    const auto& places = m_rows[lane].places;
+    Window window = Whole(lane);
+    if (on.IsDouble() || m_problem.rules.pattern == LayoutPattern::Rectangle) return window;
+    double slack = 0.0;
+    for (std::size_t i = index; i-- > 0 && window.first == 0;) {
+        if (i + 1 < labels.size()) slack += places[i + 1] - places[i] - Pitch(on, labels[i], labels[i + 1]);
+        if (slack < length) continue;
+        window.first = i + 1;
+        window.least = places[i] + 0.5 * LengthOn(on, labels[i]) + m_problem.rules.gap;
+    }
+    slack = 0.0;
+    for (std::size_t i = index; i < labels.size() && window.end == labels.size(); ++i) {
+        if (i > 0) slack += places[i] - places[i - 1] - Pitch(on, labels[i - 1], labels[i]);
+        if (slack < length || i == index) continue;
+        window.end = i;
+        window.greatest = places[i] - 0.5 * LengthOn(on, labels[i]) - m_problem.rules.gap;
+    }
+    return window;
+}
+
+double Seating::CostOf(const Window& window) const {
+    double cost = 0.0;
+    for (std::size_t i = window.first; i < window.end; ++i) cost += CostOf(m_rows[window.lane].labels[i]);
+    return cost;
+}
+
+double Seating::CostWith(const Window& window, const Labels& labels) { return Arrange(window, labels); }
+
+void Seating::Replace(const Window& window, const Labels& labels) {
+    Row& row = m_rows[window.lane];
+    const auto at = [](auto& all, std::size_t i) { return all.begin() + static_cast<std::ptrdiff_t>(i); };
+    Arrange(window, labels);
+    row.labels.erase(at(row.labels, window.first), at(row.labels, window.end));
+    row.labels.insert(at(row.labels, window.first), labels.begin(), labels.end());
+    row.places.resize(std::max(row.places.size(), window.end));
+    row.places.erase(at(row.places, window.first), at(row.places, window.end));
+    row.places.insert(at(row.places, window.first), m_trial.places.begin(), m_trial.places.end());
+    row.load = 0.0;
+    for (std::size_t i = 0; i < row.labels.size(); ++i) {
+        row.load += LoadOf(row.labels[i], window.lane);
+        m_seats[row.labels[i]].lane = window.lane;
+        m_seats[row.labels[i]].index = i;
+    }
+    Take({window.lane, window.first, window.first + labels.size(), window.least, window.greatest});
+}
+
+void Seating::Settle(std::size_t lane) {
+    const Window window = Whole(lane);
+    Arrange(window, m_rows[lane].labels);
+    m_rows[lane].places = m_trial.places;
+    Take(window);
+}
+
+/// Remembers what the trial found for the window's labels.
+void Seating::Take(const Window& window) {
+    ++m_now;
+    for (std::size_t i = window.first; i < window.end; ++i) {
+        LabelSeat& seat = m_seats[m_rows[window.lane].labels[i]];
+        const LabelSeat& found = m_trial.seats[i - window.first];
+        if (Distance(seat.centre, found.centre) > kStill) seat.moved = m_now;
+        seat.centre = found.centre;
+        seat.cost = found.cost;
+        seat.length = found.length;
+        seat.pull = found.pull;
+        seat.next = found.next;
+    }
+}
+
+void Seating::Swap(std::uint32_t a, std::uint32_t b) {
+    std::swap(m_seats[a].lane, m_seats[b].lane);
+    std::swap(m_seats[a].index, m_seats[b].index);
+    ++m_now;
+    for (const std::uint32_t label : {a, b}) {
+        LabelSeat& seat = m_seats[label];
+        Row& row = m_rows[seat.lane];
+        row.labels[seat.index] = label;
+        seat.centre = CentreAt(label, LaneAt(seat.lane), row.places[seat.index], seat.index);
+        MeasureOne(label, LaneAt(seat.lane), row.places[seat.index], seat);
+        seat.moved = m_now;
+    }
+    const double more = LoadOf(b, LaneOf(b)) - LoadOf(a, LaneOf(b));
+    m_rows[LaneOf(b)].load += more;
+    m_rows[LaneOf(a)].load += LoadOf(a, LaneOf(a)) - LoadOf(b, LaneOf(a));
+}
+
+/// Least squares with weights that make them lengths: from round to round the sum of the lengths falls, until
+/// it is the least that the order allows.
+double Seating::Arrange(const Window& window, const Labels& labels) {
+    if (m_problem.rules.pattern == LayoutPattern::Rectangle) return ArrangeEvenly(window, labels);
+    Wish(window, labels);
+    const auto first = Spread(window);
+    m_trial.places.assign(first.begin(), first.end());
+    double cost = Measure(window, labels);
+    for (int round = 0; round < kMostRounds; ++round) {
+        const auto next = Spread(window);
+        m_trial.places.assign(next.begin(), next.end());
+        const double before = std::exchange(cost, Measure(window, labels));
+        if (cost >= before * (1.0 - kEnough)) break;
+    }
+    return cost;
+}
+
+double Seating::ArrangeEvenly(const Window& window, const Labels& labels) {
+    const Lane& lane = LaneAt(window.lane);
+    double taken = 0.0;
+    for (const std::uint32_t label : labels) taken += LengthOn(lane, label);
+    const double gap = (window.greatest - window.least - taken) / static_cast<double>(labels.size() + 1);
+    m_spaced.resize(labels.size());
+    m_trial.places.clear();
+    double from = window.least;
+    for (const std::uint32_t label : labels) {
+        const double length = LengthOn(lane, label);
+        m_trial.places.push_back(from + gap + 0.5 * length);
+        from += gap + length;
+    }
+    return Measure(window, labels);
+}
+
+/// Labels that stand on the lane know better by now than what they wished at first.
+void Seating::Wish(const Window& window, const Labels& labels) {
+    m_spaced.resize(labels.size());
+    const Lane& lane = LaneAt(window.lane);
+    for (std::size_t k = 0; k < labels.size(); ++k) {
+        const LabelSeat& seat = m_seats[labels[k]];
+        const bool isKnown = seat.lane == window.lane && seat.next.weight > 0.0;
+        m_spaced[k] = isKnown ? seat.next : FirstWish(labels[k], lane, window.first + k);
+        m_spaced[k].length = LengthOn(lane, labels[k]);
+    }
+}
+
+/// Straight beside the anchors; far anchors mind less.
+SpacedLabel Seating::FirstWish(std::uint32_t label, const Lane& lane, std::size_t index) const {
+    const int axis = lane.Along();
+    double weights = 0.0;
+    double sum = 0.0;
+    for (const ScreenPoint& anchor : AnchorsOf(label)) {
+        const ScreenPoint centre = CentreAt(label, lane, anchor[axis], index);
+        const double weight = 1.0 / std::max(std::abs(centre[1 - axis] - anchor[1 - axis]), kShortest);
+        weights += weight;
+        sum += weight * anchor[axis];
+    }
+    return {sum / weights, weights, 0.0};
+}
+
+std::span<const double> Seating::Spread(const Window& window) {
+    const Lane& lane = LaneAt(window.lane);
+    // In two rows labels take less than their length; at the ends they need it.
+    const double over = lane.IsDouble() ? 0.5 * (m_thickest[lane.Along()] - LengthOn(lane, 0)) : 0.0;
+    return m_spacer.Space(m_spaced, m_problem.rules.gap, window.least + over, window.greatest - over);
+}
+
+/// The cost of the trial's places; it also notes the wishes of the next round.
+double Seating::Measure(const Window& window, const Labels& labels) {
+    m_trial.seats.resize(labels.size());
+    const Lane& lane = LaneAt(window.lane);
+    double cost = 0.0;
+    for (std::size_t k = 0; k < labels.size(); ++k) {
+        LabelSeat& seat = m_trial.seats[k];
+        seat.centre = CentreAt(labels[k], lane, m_trial.places[k], window.first + k);
+        MeasureOne(labels[k], lane, m_trial.places[k], seat);
+        m_spaced[k].wish = seat.next.wish;
+        m_spaced[k].weight = seat.next.weight;
+        cost += seat.cost;
+    }
+    return cost;
+}
+
+/// What standing at its centre means for a label.
+void Seating::MeasureOne(std::uint32_t label, const Lane& lane, double place, LabelSeat& seat) const {
+    const LabelForm& form = m_problem.labels[label].form;
+    const int axis = lane.Along();
+    seat.cost = SwitchCost(label, lane);
+    seat.length = seat.pull = 0.0;
+    double weights = 0.0;
+    for (const ScreenPoint& anchor : AnchorsOf(label)) {
+        const ScreenPoint start = form.Start(seat.centre, anchor);
+        const double length = Distance(start, anchor);
+        const double weight = 1.0 / std::max(length, kShortest);
+        const double along = start[axis] - anchor[axis];
+        seat.length += length;
+        seat.cost += length + SlantCost(label, along, start[1 - axis] - anchor[1 - axis]) +
+                     BlockCost({start, anchor});
+        seat.pull += weight * along;
+        weights += weight;
+    }
+    seat.next = {place - seat.pull / weights, weights, 0.0};
+}
+
+bool Seating::CanDouble(std::size_t lane) const {
+    return m_problem.rules.rows > 1 && !LaneAt(lane).IsDouble() && Thick(lane) > 0.0 &&
+           Spare(lane) >= Thick(lane) + m_problem.rules.gap;
+}
+
+void Seating::Double(std::size_t lane) { m_set.lanes[lane].Double(Thick(lane) + m_problem.rules.gap); }
+
+double Seating::Spare(std::size_t lane) const { return LaneAt(lane).Spare(Thick(lane)); }
+
+}  // namespace zrcallouts

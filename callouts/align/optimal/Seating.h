@@ -1,0 +1,171 @@
+// Which label stands on which lane, in which order, and where.
+
+#pragma once
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <span>
+#include <vector>
+
+#include "callouts/align/optimal/LabelSpacer.h"
+#include "callouts/align/optimal/LaneMaker.h"
+#include "callouts/align/optimal/LayoutProblem.h"
+#include "callouts/align/optimal/PlaceOrder.h"
+
+namespace zrcallouts {
+
+/// The state of a layout under way. Labels and lanes go by their numbers; pinned labels have no seat. What a
+/// lane costs is the length of its labels' leaders; more for leaders so slanting that they run into neighbours;
+/// and a little for each label that left the side it was on, so that a layout stays when the picture hardly
+/// changes. One thread. The problem must outlive it.
+class Seating {
+public:
+    using Labels = std::vector<std::uint32_t>;
+
+    /// Neighbours on a lane, and the room between those around them.
+    struct Window {
+        std::size_t lane = 0;
+        std::size_t first = 0;
+        std::size_t end = 0;
+        double least = 0.0;
+        double greatest = 0.0;
+    };
+
+    struct Lone {
+        ScreenPoint centre;
+        double length = 0.0;
+    };
+
+    explicit Seating(const LayoutProblem& problem);
+    Seating(const Seating&) = delete;
+    Seating& operator=(const Seating&) = delete;
+
+    [[nodiscard]] const LayoutProblem& Problem() const { return m_problem; }
+    [[nodiscard]] std::size_t LaneCount() const { return m_set.lanes.size(); }
+    [[nodiscard]] const Lane& LaneAt(std::size_t lane) const { return m_set.lanes[lane]; }
+    [[nodiscard]] const Labels& RowOf(std::size_t lane) const { return m_rows[lane].labels; }
+    [[nodiscard]] const std::vector<double>& PlacesOf(std::size_t lane) const { return m_rows[lane].places; }
+    [[nodiscard]] std::size_t LaneOf(std::uint32_t label) const { return m_seats[label].lane; }
+    [[nodiscard]] std::size_t IndexOf(std::uint32_t label) const { return m_seats[label].index; }
+    [[nodiscard]] const ScreenPoint& CentreOf(std::uint32_t label) const { return m_seats[label].centre; }
+    [[nodiscard]] double CostOf(std::uint32_t label) const { return m_seats[label].cost; }
+    /// Of its leaders.
+    [[nodiscard]] double LengthOf(std::uint32_t label) const { return m_seats[label].length; }
+    /// How strongly the label's leaders pull it back along the lane: -1 to 1 for each leader.
+    [[nodiscard]] double PullOf(std::uint32_t label) const { return m_seats[label].pull; }
+    /// Counts up whenever labels move; the count of a label's last move.
+    [[nodiscard]] std::uint64_t Now() const { return m_now; }
+    [[nodiscard]] std::uint64_t LastMoveOf(std::uint32_t label) const { return m_seats[label].moved; }
+    /// What its leaders end at; its old centre where it has none.
+    [[nodiscard]] std::span<const ScreenPoint> AnchorsOf(std::uint32_t label) const {
+        const std::size_t first = m_firstAnchors[label];
+        return {m_anchors.data() + first, m_firstAnchors[label + 1] - first};
+    }
+    /// Whether the label stood on the lane's side before the layout.
+    [[nodiscard]] bool IsHome(std::uint32_t label, std::size_t lane) const {
+        return m_homes[label] == static_cast<int>(LaneAt(lane).Side());
+    }
+
+    /// What the lane offers, what its labels take of that, and what one takes: its length and a gap.
+    [[nodiscard]] double Capacity(std::size_t lane) const;
+    [[nodiscard]] double Load(std::size_t lane) const { return m_rows[lane].load; }
+    [[nodiscard]] double LoadOf(std::uint32_t label, std::size_t lane) const;
+    /// Where along the lane the label would be if it was alone there, and what that costs.
+    [[nodiscard]] double WishOf(std::uint32_t label, std::size_t lane) const;
+    [[nodiscard]] double LoneCost(std::uint32_t label, std::size_t lane) const;
+    /// Where the label's leaders are shortest if it has the page to itself. Requires: there is a lane.
+    [[nodiscard]] Lone LonePlace(std::uint32_t label) const;
+    /// The length of a label's leaders if it had the other one's place.
+    [[nodiscard]] double LengthInSeatOf(std::uint32_t label, std::uint32_t other) const;
+
+    /// How far apart neighbours on the lane are at the least.
+    [[nodiscard]] double Pitch(std::size_t lane, std::uint32_t a, std::uint32_t b) const {
+        return Pitch(LaneAt(lane), a, b);
+    }
+
+    /// Fills the lanes; `lanes` has one for each label. Sorts the rows by wishes and places everything.
+    void Seat(const std::vector<std::size_t>& lanes);
+    /// The labels that move when room of a length is needed or given free at an index of the lane.
+    [[nodiscard]] Window Around(std::size_t lane, std::size_t index, double length) const;
+    [[nodiscard]] Window Whole(std::size_t lane) const;
+    [[nodiscard]] double CostOf(const Window& window) const;
+    /// The cost of the window if these were its labels, in this order.
+    double CostWith(const Window& window, const Labels& labels);
+    /// Gives the window other labels and places them.
+    void Replace(const Window& window, const Labels& labels);
+    /// The two change places; `Settle` then sees to their lanes.
+    void Swap(std::uint32_t a, std::uint32_t b);
+    /// Places the labels of the lane as its order wants them.
+    void Settle(std::size_t lane);
+
+    [[nodiscard]] double Thick(std::size_t lane) const { return m_thickest[1 - LaneAt(lane).Along()]; }
+    /// Has the page room for a second row on the lane?
+    [[nodiscard]] bool CanDouble(std::size_t lane) const;
+    void Double(std::size_t lane);
+    /// How much farther out its labels may go.
+    [[nodiscard]] double Spare(std::size_t lane) const;
+    /// Takes a piece off one end of the lane; `Settle` then sees to it.
+    void Shorten(std::size_t lane, bool atLeast, double by) { m_set.lanes[lane].Shorten(atLeast, by); }
+    /// Moves the lane farther out; `Settle` then sees to it.
+    void Push(std::size_t lane, double by) { m_set.lanes[lane].Push(by); }
+
+private:
+    struct Row {
+        Labels labels;
+        std::vector<double> places;
+        double load = 0.0;
+    };
+    struct LabelSeat {
+        std::size_t lane = 0;
+        std::size_t index = 0;
+        ScreenPoint centre;
+        double cost = 0.0;
+        double length = 0.0;
+        double pull = 0.0;
+        SpacedLabel next;  // what it wishes where it is; without weight it has not been asked
+        std::uint64_t moved = 0;
+    };
+    /// Labels being placed, one after the other.
+    struct Trial {
+        std::vector<double> places;
+        std::vector<double> better;
+        std::vector<LabelSeat> seats;
+    };
+
+    void FindHomes();
+    [[nodiscard]] double BlockCost(const ScreenSegment& leader) const;
+    [[nodiscard]] double SlantCost(std::uint32_t label, double along, double across) const;
+    [[nodiscard]] LabelSeat LoneSeat(std::uint32_t label, std::size_t lane) const;
+    [[nodiscard]] double SwitchCost(std::uint32_t label, const Lane& lane) const;
+    [[nodiscard]] ScreenPoint CentreAt(std::uint32_t label, const Lane& lane, double place,
+                                       std::size_t index) const;
+    [[nodiscard]] double LengthOn(const Lane& lane, std::uint32_t label) const;
+    [[nodiscard]] double Pitch(const Lane& lane, std::uint32_t a, std::uint32_t b) const;
+    double Arrange(const Window& window, const Labels& labels);
+    double ArrangeEvenly(const Window& window, const Labels& labels);
+    void Wish(const Window& window, const Labels& labels);
+    double Measure(const Window& window, const Labels& labels);
+    void MeasureOne(std::uint32_t label, const Lane& lane, double place, LabelSeat& seat) const;
+    [[nodiscard]] SpacedLabel FirstWish(std::uint32_t label, const Lane& lane, std::size_t index) const;
+    std::span<const double> Spread(const Window& window);
+    void Take(const Window& window);
+
+    const LayoutProblem& m_problem;
+    LaneSet m_set;
+    std::vector<Row> m_rows;  // of each lane
+    std::vector<LabelSeat> m_seats;
+    std::vector<ScreenPoint> m_anchors;  // of all labels
+    std::vector<std::size_t> m_firstAnchors;
+    std::vector<int> m_homes;          // the side where each label is already; -1: none
+    std::vector<double> m_slants;      // of each label's form
+    std::array<double, 2> m_thickest;  // the largest label along each axis
+    std::uint64_t m_now = 0;
+
+    LabelSpacer m_spacer;
+    PlaceOrder m_order;
+    std::vector<SpacedLabel> m_spaced;
+    Trial m_trial;
+};
+
+}  // namespace zrcallouts
