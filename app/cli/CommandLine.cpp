@@ -72,6 +72,16 @@ constexpr const char* kShellExamples =
     "\n"
     "Exit codes: 0 done, 2 a command from a pipe failed.";
 
+constexpr const char* kLintExamples =
+    "Labels over each other, the model or the page's border, leaders that cross or run into\n"
+    "labels, and how long leaders are beside the shortest there could be.\n"
+    "\n"
+    "Examples:\n"
+    "  zrsheet lint pump.zrsheet\n"
+    "  zrsheet lint pump.step --json | jq .counts\n"
+    "\n"
+    "Exit codes: 0 no faults, 1 some, 2 bad input, 3 internal error.";
+
 constexpr const char* kCheckExamples =
     "Items without callout or without parts, parts without item, callouts without item or\n"
     "without leader, leaders to parts that are covered, removed or lost, labels given twice:\n"
@@ -117,6 +127,11 @@ struct RawOptions {
     std::string picture = "line";
     double outline = PictureChoice().outline;
     std::optional<std::string> size;
+    std::string layout = "optimal";
+    std::string pattern = "sides";
+    double distance = zrcallouts::LayoutRules().distance;
+    double gap = zrcallouts::LayoutRules().gap;
+    double rows = zrcallouts::LayoutRules().rows;
     std::string paper = "none";
     std::string turn = "landscape";
     std::string list = "sheet";
@@ -198,6 +213,21 @@ void DefinePaper(CLI::App& make, SheetOptions& options, RawOptions& raw) {
         "none");
     add("--title", options.paper.title, "TEXT", "The title; else it is the model's name");
     add("--date", options.paper.date, "TEXT", "For the title block; none is shown else");
+}
+
+void DefineLayout(CLI::App& make, RawOptions& raw) {
+    const auto add = [&make](const std::string& name, auto& value, const std::string& type,
+                             const std::string& help) {
+        make.add_option(name, value, help)->type_name(type)->group("Layout")->capture_default_str();
+    };
+    add("--layout", raw.layout, "KIND",
+        "optimal (nothing overlaps, no leaders cross, all are as short as\ncan be) or simple (each label to "
+        "its nearest side)");
+    add("--pattern", raw.pattern, "PATTERN",
+        "Along what labels stand: sides, rectangle (evenly), columns, rows,\ncircle or silhouette");
+    add("--distance", raw.distance, "N", "Of labels from the model, in pixels");
+    add("--gap", raw.gap, "N", "Between labels at the least, in pixels");
+    add("--rows", raw.rows, "N", "Of labels on each side at the most: 1 or 2");
 }
 
 void DefineCallouts(CLI::App& make, SheetOptions& options, RawOptions& raw) {
@@ -350,6 +380,17 @@ void DefineCheck(CLI::App& check, CheckRequest& request) {
     check.footer(kCheckExamples);
 }
 
+void DefineLint(CLI::App& lint, LintRequest& request) {
+    lint.add_option("FILE", request.file, "A project (.zrsheet), or a model as 'make' would draw it")
+        ->type_name("")
+        ->required();
+    lint.add_option("--model", request.model, "Where the project's model is now")->type_name("MODEL");
+    lint.add_flag("--json", request.asJson, "For programs: a JSON object instead of lines");
+    DefineLanguage(lint, request.language);
+    DefineThreads(lint, request.threads);
+    lint.footer(kLintExamples);
+}
+
 void Interpret(const RawOptions& raw, MakeRequest& request) {
     SheetOptions& options = request.options;
     options.view = ParseViewDirection(raw.view);
@@ -357,6 +398,9 @@ void Interpret(const RawOptions& raw, MakeRequest& request) {
     if (raw.size) ReadSize(*raw.size, options);
     options.picture.mode = ParsePictureMode(raw.picture);
     options.picture.outline = CheckedOutline(raw.outline);
+    options.layout = {ParseLayoutMode(raw.layout),
+                      {ParseLayoutPattern(raw.pattern), CheckedDistance(raw.distance), CheckedGap(raw.gap),
+                       CheckedRows(raw.rows)}};
     options.paper.size = ParsePaperSize(raw.paper);
     options.paper.turn = ParsePaperTurn(raw.turn);
     options.paper.list = ParseListPlace(raw.list);
@@ -389,6 +433,7 @@ void DefineMake(CLI::App& make, MakeRequest& request, RawOptions& raw) {
     DefineFiles(make, request);
     DefinePicture(make, request.options, raw);
     DefinePaper(make, request.options, raw);
+    DefineLayout(make, raw);
     DefineCallouts(make, request.options, raw);
     DefineList(make, request.options, raw);
 }
@@ -409,6 +454,7 @@ CommandLine ReadCommandLine(int argc, const char* const* argv) {
     RunRequest runRequest;
     ShellRequest shellRequest;
     CheckRequest checkRequest;
+    LintRequest lintRequest;
     RawOptions raw;
     CLI::App app(kAbout, "zrsheet");
     app.set_version_flag("--version", std::string("zrsheet ") + kVersion);
@@ -421,15 +467,18 @@ CommandLine ReadCommandLine(int argc, const char* const* argv) {
     CLI::App* run = app.add_subcommand("run", "Does what a script says: illustrations step by step.");
     CLI::App* shell = app.add_subcommand("shell", "Does what is typed, command by command.");
     CLI::App* check = app.add_subcommand("check", "Tells what an illustration still lacks.");
+    CLI::App* lint = app.add_subcommand("lint", "Tells how good the places of a sheet's labels are.");
     DefineMake(*make, makeRequest, raw);
     DefineRun(*run, runRequest);
     DefineShell(*shell, shellRequest);
     DefineCheck(*check, checkRequest);
+    DefineLint(*lint, lintRequest);
     try {
         app.parse(argc, argv);
         if (run->parsed()) return runRequest;
         if (shell->parsed()) return shellRequest;
         if (check->parsed()) return checkRequest;
+        if (lint->parsed()) return lintRequest;
         Interpret(raw, makeRequest);
         return makeRequest;
     } catch (const CLI::Success& success) {

@@ -7,6 +7,7 @@
 
 #include "app/cli/CheckProject.h"
 #include "app/cli/CommandLine.h"
+#include "app/cli/LintSheet.h"
 #include "app/cli/MakeSheets.h"
 #include "app/cli/RunScript.h"
 #include "app/cli/Shell.h"
@@ -31,6 +32,9 @@ struct Doing {
     }
     int operator()(const zrsheet::CheckRequest& request) const {
         return zrsheet::CheckProject(request) ? 0 : kFound;
+    }
+    int operator()(const zrsheet::LintRequest& request) const {
+        return zrsheet::LintSheet(request) ? 0 : kFound;
     }
 };
 

@@ -12,6 +12,7 @@
 #include "app/file/AtomicFile.h"
 #include "app/import/OpenModel.h"
 #include "app/sheet/SheetMaker.h"
+#include "app/sheet/SheetQuality.h"
 
 namespace zrsheet {
 namespace {
@@ -62,6 +63,8 @@ void MakeSheets(const MakeRequest& request) {
     const double importSeconds = SecondsSince(start);
     SheetPair sheets = MakeSheetPair(std::move(assembly), WithPrint(request), show);
     sheets.sheet.seconds.load += importSeconds;
+    progress.Show({}, 100);
+    for (const std::string& notice : FaultNotices(sheets.sheet)) PrintWarning(notice);
     const auto writing = std::chrono::steady_clock::now();
     progress.Show("Writing the files", 0);
     ExportSheets(FilesOf(request, sheets));

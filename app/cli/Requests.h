@@ -40,4 +40,12 @@ struct CheckRequest {
     std::optional<std::string> language;  // of what is told; empty: that of the sheet
 };
 
+struct LintRequest {
+    std::filesystem::path file;   // a project or a model
+    std::filesystem::path model;  // of a project, where it is now; empty: where the project says
+    bool asJson = false;
+    unsigned threads = 0;                 // 0: as many as the machine has
+    std::optional<std::string> language;  // of what is told; empty: that of the sheet
+};
+
 }  // namespace zrsheet

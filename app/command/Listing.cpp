@@ -1,5 +1,7 @@
 #include "app/command/Listing.h"
 
+#include <fmt/format.h>
+
 #include <algorithm>
 #include <cmath>
 #include <cstdio>
@@ -8,6 +10,7 @@
 #include "app/command/TextTable.h"
 #include "app/document/CalloutIds.h"
 #include "app/document/StyleChoices.h"
+#include "app/sheet/SheetQuality.h"
 #include "app/text/ProgramText.h"
 
 namespace zrsheet {
@@ -193,6 +196,25 @@ std::string ListFindings(const std::vector<Finding>& findings) {
         table.Add({ProblemOf(finding.kind), finding.where, RemedyFor(finding.kind)});
     }
     return Counted(table, "no-findings");
+}
+
+std::string ListQuality(const Sheet& sheet) {
+    const zrcallouts::LayoutQuality& quality = sheet.quality;
+    TextTable figures = Titled({"column-figure", "column-value"});
+    for (const auto kind : kFaultKinds) {
+        figures.Add({Text(std::string("lint-").append(WordFor(kind))), std::to_string(quality.Count(kind))});
+    }
+    figures.Add({Text("lint-length"), fmt::format("{:.0f}", quality.length)});
+    figures.Add({Text("lint-ratio"), fmt::format("{:.3f}", quality.Ratio())});
+    figures.Add({Text("lint-displacement"), fmt::format("{:.0f}", quality.displacement)});
+    if (quality.faults.empty()) return figures.Text();
+    TextTable faults = Titled({"column-finding", "column-where"});
+    for (const auto& fault : quality.faults) {
+        const std::string first = sheet.callouts[fault.label].id;
+        faults.Add({Text(std::string("lint-").append(WordFor(fault.kind))),
+                    fault.other == fault.label ? first : first + ", " + sheet.callouts[fault.other].id});
+    }
+    return figures.Text() + "\n" + faults.Text();
 }
 
 }  // namespace zrsheet

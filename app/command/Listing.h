@@ -8,6 +8,7 @@
 #include "app/command/SceneNames.h"
 #include "app/document/Document.h"
 #include "app/project/Project.h"
+#include "app/sheet/Sheet.h"
 
 namespace zrsheet {
 
@@ -24,5 +25,7 @@ namespace zrsheet {
 /// Parts that the project refers to and its model has no longer.
 [[nodiscard]] std::string ListOrphans(const Project& project);
 [[nodiscard]] std::string ListFindings(const std::vector<Finding>& findings);
+/// How good the places of a sheet's labels are: figures, then the faults.
+[[nodiscard]] std::string ListQuality(const Sheet& sheet);
 
 }  // namespace zrsheet

@@ -25,6 +25,10 @@ void Session::Progress(std::string_view stage, int percent) const {
     if (m_surroundings.progress) m_surroundings.progress(stage, percent);
 }
 
+void Session::Warn(const std::string& line) const {
+    if (m_surroundings.warn) m_surroundings.warn(line);
+}
+
 bool Session::IsInterrupted() const { return m_surroundings.isInterrupted && m_surroundings.isInterrupted(); }
 
 Document& Session::Doc() const {

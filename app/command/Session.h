@@ -29,7 +29,7 @@ public:
         std::function<Answer(const std::string& question)> ask;             // empty: nobody is there to ask
         unsigned threads = 1;
         std::function<void(const std::string& line)> warn =
-            {};                                    // of what is missing in a model that was read
+            {};                                    // of what a model lacks or a sheet has no room for
         std::function<bool()> isInterrupted = {};  // whether the author gives up the command; any thread
         std::string language = "en";  // of illustrations that are begun, and spoken until one is open
         bool keepsLanguage = false;   // speaks it whatever is open, until 'language' chooses another
@@ -44,6 +44,8 @@ public:
     /// Wipes what shows the progress.
     [[nodiscard]] std::ostream& Out() const;
     void Progress(std::string_view stage, int percent) const;
+    /// A line about what is not as it should be.
+    void Warn(const std::string& line) const;
     /// Whether the command that runs is to give up.
     [[nodiscard]] bool IsInterrupted() const;
     [[nodiscard]] unsigned Threads() const { return m_surroundings.threads; }

@@ -104,6 +104,11 @@ void Document::SetPicture(const PictureChoice& picture) {
     Record([this, before] { m_picture = before; }, [this, picture] { m_picture = picture; });
 }
 
+void Document::SetLayout(const LayoutChoice& layout) {
+    const auto before = std::exchange(m_layout, layout);
+    Record([this, before] { m_layout = before; }, [this, layout] { m_layout = layout; });
+}
+
 void Document::SetPaper(const PaperChoice& paper) {
     const auto before = std::exchange(m_paper, paper);
     Record([this, before] { m_paper = before; }, [this, paper] { m_paper = paper; });

@@ -9,6 +9,7 @@
 #include <utility>
 #include <vector>
 
+#include "app/document/LayoutChoice.h"
 #include "app/document/LeaderChoice.h"
 #include "app/document/PaperChoice.h"
 #include "app/document/PictureChoice.h"
@@ -84,6 +85,10 @@ public:
     [[nodiscard]] const PictureChoice& Picture() const { return m_picture; }
     void SetPicture(const PictureChoice& picture);
 
+    /// How labels are arranged when they are.
+    [[nodiscard]] const LayoutChoice& Layout() const { return m_layout; }
+    void SetLayout(const LayoutChoice& layout);
+
     /// What the sheet is printed on; a size of paper counts instead of the page's pixels.
     [[nodiscard]] const PaperChoice& Paper() const { return m_paper; }
     void SetPaper(const PaperChoice& paper);
@@ -155,6 +160,7 @@ private:
     std::pair<int, int> m_page;
     zrannotations::CalloutStyle m_style;
     PictureChoice m_picture;
+    LayoutChoice m_layout;
     PaperChoice m_paper;
     std::set<CalloutPtr> m_placedByHand;
     Look m_checked;  // when leaders were last checked

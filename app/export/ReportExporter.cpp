@@ -5,6 +5,7 @@
 
 #include "app/document/StyleChoices.h"
 #include "app/file/AtomicFile.h"
+#include "app/sheet/SheetQuality.h"
 
 namespace zrsheet {
 namespace {
@@ -72,7 +73,33 @@ Json ModelJson(const SheetModel& model) {
             {"triangles", model.triangles}};
 }
 
+Json QualityJson(const Sheet& sheet) {
+    const zrcallouts::LayoutQuality& quality = sheet.quality;
+    Json json{{"faults", Json::array()},
+              {"leaderLength", Rounded(quality.length)},
+              {"shortestLength", Rounded(quality.shortest)},
+              {"ratio", std::round(quality.Ratio() * 1e4) / 1e4},
+              {"meanDisplacement", Rounded(quality.displacement)}};
+    for (const auto kind : kFaultKinds) json["counts"][std::string(WordFor(kind))] = quality.Count(kind);
+    for (const auto& fault : quality.faults) {
+        Json entry{{"kind", WordFor(fault.kind)}, {"callout", sheet.callouts[fault.label].id}};
+        if (fault.other != fault.label) entry["other"] = sheet.callouts[fault.other].id;
+        json["faults"].push_back(std::move(entry));
+    }
+    return json;
+}
+
+std::string TextOf(const Json& json) {
+    return json.dump(2, ' ', false, Json::error_handler_t::replace) + "\n";
+}
+
 }  // namespace
+
+std::string QualityText(const Sheet& sheet) {
+    Json json{{"schema", 1}};
+    json.update(QualityJson(sheet));
+    return TextOf(json);
+}
 
 std::string ReportText(const Sheet& sheet) {
     Json report{{"schema", 1},
@@ -84,8 +111,9 @@ std::string ReportText(const Sheet& sheet) {
     for (const SheetCallout& callout : sheet.callouts) report["callouts"].push_back(CalloutJson(callout));
     for (const SheetInset& inset : sheet.insets) report["insets"].push_back(InsetJson(inset));
     for (const SheetItem& item : sheet.items) report["items"].push_back(ItemJson(item));
+    report["quality"] = QualityJson(sheet);
     report["seconds"] = SecondsJson(sheet.seconds);
-    return report.dump(2, ' ', false, Json::error_handler_t::replace) + "\n";
+    return TextOf(report);
 }
 
 void ExportReport(const Sheet& sheet, const std::filesystem::path& path) {

@@ -87,6 +87,7 @@ private:
         m_document.Scene()->SetDrawWhenHidden(m_project.settings.drawWhenHidden);
         m_document.SetStyle(m_project.style);
         m_document.SetPicture(m_project.picture);
+        m_document.SetLayout(m_project.layout);
         m_document.SetPaper(m_project.paper);
         std::set<std::string> names;
         for (const auto& each : m_project.templates) {

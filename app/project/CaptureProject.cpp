@@ -76,6 +76,7 @@ private:
                               m_document.Scene()->GetDrawWhenHidden(), m_document.CurrentTemplate()};
         m_project.style = m_document.Style();
         m_project.picture = m_document.Picture();
+        m_project.layout = m_document.Layout();
         m_project.paper = m_document.Paper();
         for (const NamedTemplate& each : m_document.Templates().All())
             m_project.templates.push_back({each.name, each.text, each.translations});

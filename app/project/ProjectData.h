@@ -14,6 +14,7 @@
 #include <vector>
 
 #include "app/document/LeaderChoice.h"
+#include "app/document/LayoutChoice.h"
 #include "app/document/PaperChoice.h"
 #include "app/document/PictureChoice.h"
 #include "zrannotations/CalloutStyle.h"
@@ -181,6 +182,8 @@ using ProjectStyle = zrannotations::CalloutStyle;
 using ProjectPicture = PictureChoice;
 
 /// What the sheet is printed on.
+using ProjectLayout = LayoutChoice;
+using ProjectLayoutRules = zrcallouts::LayoutRules;
 using ProjectPaper = PaperChoice;
 
 enum class ProjectCalloutType { Shape, Free, Assembly };
@@ -217,6 +220,7 @@ struct ProjectData {
     ProjectSettings settings;
     ProjectStyle style;
     ProjectPicture picture;
+    ProjectLayout layout;
     ProjectPaper paper;
     ProjectNumbering numbering;
     std::vector<ProjectTemplate> templates;

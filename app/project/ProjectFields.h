@@ -63,6 +63,12 @@ inline constexpr FieldRule<double> kFactor{[](const double& value) { return valu
 inline constexpr FieldRule<double> kOutline{
     [](const double& value) { return value >= kLeastOutline && value <= kMostOutline; },
     "a number from 0.05 to 5"};
+inline constexpr FieldRule<double> kLabelDistance{
+    [](const double& value) { return value >= 0.0 && value <= kMostDistance; }, "a number from 0 to 1000"};
+inline constexpr FieldRule<double> kLabelGap{
+    [](const double& value) { return value >= 0.0 && value <= kMostGap; }, "a number from 0 to 200"};
+inline constexpr FieldRule<unsigned> kLabelRows{
+    [](const unsigned& value) { return value >= 1 && value <= kMostRows; }, "1 or 2"};
 inline constexpr FieldRule<std::optional<double>> kFontSize{
     [](const std::optional<double>& size) {
         return !size || (*size >= kLeastFontSize && *size <= kMostFontSize);
@@ -117,6 +123,11 @@ inline constexpr auto kWords<zrannotations::Terminator> = kTerminatorWords;
 
 template <>
 inline constexpr auto kWords<PictureMode> = kPictureWords;
+
+template <>
+inline constexpr auto kWords<LayoutMode> = kLayoutWords;
+template <>
+inline constexpr auto kWords<zrcallouts::LayoutPattern> = kPatternWords;
 
 template <>
 inline constexpr auto kWords<PaperSize> = kPaperWords;
@@ -184,6 +195,20 @@ void DescribeFields(Fields& fields, Kind<ProjectPicture>) {
     fields.Optional("mode", &ProjectPicture::mode);
     fields.Optional("hidden", &ProjectPicture::hidden);
     fields.Optional("outline", &ProjectPicture::outline, kOutline);
+}
+
+template <class Fields>
+void DescribeFields(Fields& fields, Kind<ProjectLayoutRules>) {
+    fields.Optional("pattern", &ProjectLayoutRules::pattern);
+    fields.Optional("distance", &ProjectLayoutRules::distance, kLabelDistance);
+    fields.Optional("gap", &ProjectLayoutRules::gap, kLabelGap);
+    fields.Optional("rows", &ProjectLayoutRules::rows, kLabelRows);
+}
+
+template <class Fields>
+void DescribeFields(Fields& fields, Kind<ProjectLayout>) {
+    fields.Optional("mode", &ProjectLayout::mode);
+    fields.Optional("rules", &ProjectLayout::rules);
 }
 
 template <class Fields>
@@ -314,6 +339,7 @@ void DescribeFields(Fields& fields, Kind<ProjectData>) {
     fields.Required("settings", &ProjectData::settings);
     fields.Optional("style", &ProjectData::style);
     fields.Optional("picture", &ProjectData::picture);
+    fields.Optional("layout", &ProjectData::layout);
     fields.Optional("paper", &ProjectData::paper);
     fields.Required("numbering", &ProjectData::numbering);
     fields.Required("templates", &ProjectData::templates);

@@ -72,13 +72,6 @@ PagePoint TowardsCorners(const std::vector<PagePoint>& corners, const PagePoint&
     return {from.x + share * (to.x - from.x), from.y + share * (to.y - from.y)};
 }
 
-/// From an end of the underline where that keeps the leader off the text, else from above or below.
-PagePoint BareStart(const PageBox& box, const PagePoint& anchor) {
-    const double x = std::clamp(anchor.x, box.x0, box.x1);
-    const bool isAbove = anchor.y < box.y0 && anchor.x > box.x0 && anchor.x < box.x1;
-    return {x, isAbove ? box.y0 : box.y1};
-}
-
 }  // namespace
 
 CalloutLook LookOf(const zrannotations::CalloutStyle& own, const zrannotations::CalloutStyle& ofDocument,
@@ -148,13 +141,6 @@ std::vector<PageBox> BalloonsOf(const PageBox& stack, std::size_t balloons) {
     return boxes;
 }
 
-PageBox NearestBalloon(const PageBox& stack, std::size_t balloons, const PagePoint& anchor) {
-    const double height = (stack.y1 - stack.y0) / static_cast<double>(balloons);
-    const double row =
-        std::clamp(std::floor((anchor.y - stack.y0) / height), 0.0, static_cast<double>(balloons - 1));
-    return {stack.x0, stack.y0 + row * height, stack.x1, stack.y0 + (row + 1.0) * height};
-}
-
 std::vector<PagePoint> CornersOf(BalloonShape shape, const PageBox& box) {
     if (shape == BalloonShape::Box)
         return {{box.x0, box.y0}, {box.x1, box.y0}, {box.x1, box.y1}, {box.x0, box.y1}};
@@ -165,18 +151,15 @@ std::vector<PagePoint> CornersOf(BalloonShape shape, const PageBox& box) {
             {box.x1, middle}, {box.x1 - point, box.y1}, {box.x0 + point, box.y1}};
 }
 
-PagePoint LeaderStart(BalloonShape shape, const PageBox& box, const PagePoint& anchor) {
-    if (shape == BalloonShape::None) return BareStart(box, anchor);
-    const double radius = 0.5 * (box.y1 - box.y0);
-    return {std::clamp(anchor.x, box.x0 + radius, std::max(box.x1 - radius, box.x0 + radius)),
-            0.5 * (box.y0 + box.y1)};
-}
-
-PagePoint LeaderEnd(BalloonShape shape, const PageBox& box, const PagePoint& anchor) {
-    const PagePoint start = LeaderStart(shape, box, anchor);
-    if (shape == BalloonShape::None) return start;
-    if (IsRound(shape)) return TowardsCircle(start, 0.5 * (box.y1 - box.y0), anchor);
-    return TowardsCorners(CornersOf(shape, box), start, anchor);
+PagePoint LeaderEnd(const zrcallouts::LabelForm& form, const PageBox& box, const PagePoint& anchor) {
+    const zrcallouts::ScreenPoint centre{0.5 * (box.x0 + box.x1), 0.5 * (box.y0 + box.y1)};
+    const zrcallouts::ScreenPoint from = form.Start(centre, {anchor.x, anchor.y});
+    const PagePoint start{from.x, from.y};
+    if (form.shape == BalloonShape::None) return start;
+    const double radius = 0.5 * form.height / form.stacked;
+    if (IsRound(form.shape)) return TowardsCircle(start, radius, anchor);
+    return TowardsCorners(CornersOf(form.shape, {box.x0, start.y - radius, box.x1, start.y + radius}), start,
+                          anchor);
 }
 
 }  // namespace zrsheet

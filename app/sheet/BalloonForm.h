@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "app/sheet/Sheet.h"
+#include "callouts/align/optimal/LabelForm.h"
 
 namespace zrsheet {
 
@@ -35,14 +36,10 @@ struct BalloonSize {
 
 /// Its balloons from the top, which share the box's height.
 [[nodiscard]] std::vector<PageBox> BalloonsOf(const PageBox& stack, std::size_t balloons);
-/// The balloon of a stack that is nearest to the anchor: from it the leader comes.
-[[nodiscard]] PageBox NearestBalloon(const PageBox& stack, std::size_t balloons, const PagePoint& anchor);
 
-/// Where the line to `anchor` comes from: a point on the balloon's middle line, or where it meets bare text.
-[[nodiscard]] PagePoint LeaderStart(zrannotations::BalloonShape shape, const PageBox& box,
-                                    const PagePoint& anchor);
-/// Where that line leaves the balloon; `anchor` itself when that lies inside.
-[[nodiscard]] PagePoint LeaderEnd(zrannotations::BalloonShape shape, const PageBox& box,
+/// Where the line to `anchor` leaves the label that fills the box, or the nearest of its balloons; `anchor`
+/// itself when that lies inside.
+[[nodiscard]] PagePoint LeaderEnd(const zrcallouts::LabelForm& form, const PageBox& box,
                                   const PagePoint& anchor);
 
 }  // namespace zrsheet

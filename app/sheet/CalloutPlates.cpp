@@ -10,6 +10,7 @@
 #include "app/document/CalloutIds.h"
 #include "app/render/ParallelFor.h"
 #include "app/sheet/BalloonForm.h"
+#include "app/sheet/CalloutLabel.h"
 #include "zrk/scene/ShapeView.h"
 
 namespace zrsheet {
@@ -55,23 +56,6 @@ std::string Dimmed(const std::string& ink, const dg::Color& ground) {
     return fmt::format("#{:02x}{:02x}{:02x}", mix(16, ground.r), mix(8, ground.g), mix(0, ground.b));
 }
 
-/// The labels of a combined callout that is drawn as a stack; labels with lines have no room beside each
-/// other, so they stand in one unless the author chose otherwise.
-std::vector<std::string> StackOf(const Callout& callout, const zrannotations::CalloutStyle& ofDocument) {
-    std::vector<std::string> labels;
-    bool haveLines = false;
-    if (!callout.IsCombined()) return labels;
-    for (const auto& member : callout.CaptureState().members) {
-        const std::string label = member.callout ? member.callout->GetMarkupText().Text() : std::string();
-        if (label.empty()) continue;
-        haveLines = haveLines || label.find('\n') != std::string::npos;
-        labels.push_back(label);
-    }
-    const bool isStacked = callout.GetStyle().stacked.value_or(ofDocument.stacked.value_or(haveLines));
-    if (!isStacked || labels.size() < 2) labels.clear();
-    return labels;
-}
-
 }  // namespace
 
 CalloutPlates::CalloutPlates(const std::vector<du::SmartPtr<Callout>>& callouts,
@@ -89,22 +73,17 @@ CalloutPlates::CalloutPlates(const std::vector<du::SmartPtr<Callout>>& callouts,
         SheetCallout plate;
         plate.hasItem = callout->GetItemId(plate.itemId);
         plate.id = ids[i];
-        plate.label = callout->GetMarkupText().Text();
-        plate.look = LookOf(callout->GetStyle(), ofDocument, style, plate.label);
+        CalloutLabel said = LabelOf(*callout, ofDocument, style);
+        plate.label = std::move(said.text);
+        plate.look = said.look;
+        plate.stack = std::move(said.stack);
         AddLeaders(plate, *callout, camera, style.inkColor);
         for (unsigned leader = 0; leader < callout->GetLeaderLineCount(false); ++leader) {
             plate.instances.push_back(callout->GetShapeInstanceIdAtPos(leader));
         }
-        plate.stack = StackOf(*callout, ofDocument);
-        const BalloonSize size = plate.stack.empty()
-                                     ? SizeOf(plate.look, LabelLines(plate.label, plate.look.shape))
-                                     : SizeOfStack(plate.look, plate.stack);
-        Balloon balloon{
-            OnPage(label, figure), OnPage(label, figure), size.width,
-            size.height,           plate.look.shape,      std::max<std::size_t>(plate.stack.size(), 1)};
-        if (!plate.leaders.empty()) balloon.anchor = plate.leaders.front().anchor;
+        m_centres.push_back(OnPage(label, figure));
+        m_forms.push_back(said.form);
         m_sources.push_back(callout);
-        m_balloons.push_back(balloon);
         m_callouts.push_back(std::move(plate));
     }
     Move({});
@@ -155,41 +134,23 @@ void CalloutPlates::EndLeaders(const zrk::PickScene& scene, unsigned threads) {
     });
 }
 
-void CalloutPlates::Place(SheetCallout& callout) const {
-    const Balloon& balloon = m_balloons[static_cast<std::size_t>(&callout - m_callouts.data())];
-    callout.box = balloon.Box();
-    for (SheetLeader& leader : callout.leaders) {
-        const PageBox box = NearestBalloon(callout.box, balloon.stacked, leader.anchor);
-        leader.end = LeaderEnd(balloon.shape, box, leader.anchor);
-    }
-}
-
-void CalloutPlates::Tidy(const PageBox& model) {
-    TidyBalloons(m_balloons, model, m_figure);
-    Move({});
+void CalloutPlates::Place(std::size_t i) {
+    const PagePoint& centre = m_centres[i];
+    const zrcallouts::ScreenBox box = m_forms[i].BoxAt({centre.x, centre.y});
+    m_callouts[i].box = {box.x0, box.y0, box.x1, box.y1};
+    for (SheetLeader& leader : m_callouts[i].leaders)
+        leader.end = LeaderEnd(m_forms[i], m_callouts[i].box, leader.anchor);
 }
 
 void CalloutPlates::Move(const PagePoint& move) {
     for (std::size_t i = 0; i < m_callouts.size(); ++i) {
-        m_balloons[i].centre.x += move.x;
-        m_balloons[i].centre.y += move.y;
+        m_centres[i].x += move.x;
+        m_centres[i].y += move.y;
         for (SheetLeader& leader : m_callouts[i].leaders) {
             leader.anchor.x += move.x;
             leader.anchor.y += move.y;
         }
-        Place(m_callouts[i]);
-    }
-}
-
-void CalloutPlates::StoreLabels() const {
-    for (std::size_t i = 0; i < m_sources.size(); ++i) {
-        du::SmartPtr<zrk::ShapeView> view;
-        dg::DPoint3D pixel = m_sources[i]->GetLabelRelativeScreenPosition(view);
-        dg::Camera3D camera;
-        view->GetCamera(camera);
-        pixel.x = m_balloons[i].centre.x - m_figure.x0;
-        pixel.y = m_balloons[i].centre.y - m_figure.y0;
-        m_sources[i]->SetMarkupLabelPosition(pixel * camera.GetPixelToWorld());
+        Place(i);
     }
 }
 

@@ -2,11 +2,12 @@
 
 #pragma once
 
+#include <cstddef>
 #include <vector>
 
 #include "app/sheet/AnchorEdges.h"
-#include "app/sheet/LabelTidy.h"
 #include "app/sheet/Sheet.h"
+#include "callouts/align/optimal/LabelForm.h"
 #include "du/SmartPtr.h"
 #include "zrannotations/Callout.h"
 
@@ -23,13 +24,7 @@ public:
     /// Chooses what each leader ends with by what the picture shows around it.
     void EndLeaders(const zrk::PickScene& scene, unsigned threads);
 
-    /// Gives the balloons their final places around the model's picture: the engine's layout knows no text
-    /// widths and no page, and lays a label out for the first instance of its part, which need not be the one
-    /// that is shown.
-    void Tidy(const PageBox& model);
     void Move(const PagePoint& move);
-    /// Moves the callouts' labels to where the balloons are now.
-    void StoreLabels() const;
 
     /// Of what the page shows: a callout whose parts are all hidden or gone is placed like the others, so
     /// that it stands well once they are back, but until then its balloon would point at nothing.
@@ -37,7 +32,7 @@ public:
     [[nodiscard]] std::vector<SheetCallout> Take();
 
 private:
-    void Place(SheetCallout& callout) const;
+    void Place(std::size_t i);
 
     /// A leader that is drawn.
     struct Source {
@@ -55,7 +50,8 @@ private:
     // One of each for every callout.
     std::vector<du::SmartPtr<zrannotations::Callout>> m_sources;
     std::vector<SheetCallout> m_callouts;
-    std::vector<Balloon> m_balloons;
+    std::vector<PagePoint> m_centres;
+    std::vector<zrcallouts::LabelForm> m_forms;
     std::vector<std::vector<Source>> m_leaders;  // as in m_callouts
 };
 

@@ -2,32 +2,20 @@
 
 #include <algorithm>
 
-#include "app/sheet/CalloutPlates.h"
+#include "app/sheet/CalloutLabel.h"
 #include "app/sheet/PageLayout.h"
 #include "app/sheet/PaperLayout.h"
 #include "app/sheet/PartsTable.h"
 #include "app/sheet/SheetItems.h"
+#include "callouts/align/Layout.h"
+#include "callouts/align/OptimalLayout.h"
+#include "callouts/align/optimal/LayoutSolver.h"
 
 namespace zrsheet {
 namespace {
 
-// The engine frames the model 30 pixels off and keeps as much free at the window's border; a balloon's half
-// comes on top.
-constexpr double kModelMargin = 76.0;
-
-/// What the labels stand around, in pixels of the view: the model and the glasses over it.
-PageBox Crowd(const Document& document) {
-    PageBox crowd = document.Model().ScreenBox();
-    for (const auto& inset : document.Insets()) {
-        if (!inset->IsVisible()) continue;
-        const auto glass = inset->GetGlass();
-        crowd = {std::min(crowd.x0, glass.centre.x - glass.radius),
-                 std::min(crowd.y0, glass.centre.y - glass.radius),
-                 std::max(crowd.x1, glass.centre.x + glass.radius),
-                 std::max(crowd.y1, glass.centre.y + glass.radius)};
-    }
-    return crowd;
-}
+// Room for two rows of balloons with a number each.
+constexpr double kModelMargin = 80.0;
 
 PageBox FigureOf(const Document& document, const ViewDirection& direction) {
     const SheetStyle style;
@@ -40,6 +28,16 @@ PageBox FigureOf(const Document& document, const ViewDirection& direction) {
     return LayOutPage(document.PageWidth(), document.PageHeight(), table, style).figure;
 }
 
+/// A page of pixels grows when labels need it: so much that each side has room for a row of them.
+void MakeRoom(zrcallouts::LayoutProblem& problem) {
+    const double wide = problem.rules.distance + zrcallouts::GreatestLength(problem.labels, 0);
+    const double high = problem.rules.distance + zrcallouts::GreatestLength(problem.labels, 1);
+    zrcallouts::ScreenBox& page = problem.page;
+    const zrcallouts::ScreenBox& model = problem.model;
+    page = {std::min(page.x0, model.x0 - wide), std::min(page.y0, model.y0 - high),
+            std::max(page.x1, model.x1 + wide), std::max(page.y1, model.y1 + high)};
+}
+
 }  // namespace
 
 void FrameModel(Document& document, const ViewDirection& direction) {
@@ -49,13 +47,20 @@ void FrameModel(Document& document, const ViewDirection& direction) {
 }
 
 void LayOutLabels(const Document& document, const std::vector<Document::CalloutPtr>& callouts) {
-    dg::Camera3D camera;
-    document.View()->GetCamera(camera);
-    const PageBox figure{0.0, 0.0, static_cast<double>(camera.GetViewportWidth()),
-                         static_cast<double>(camera.GetViewportHeight())};
-    CalloutPlates plates(callouts, document.Style(), figure, SheetStyle());
-    plates.Tidy(Crowd(document));
-    plates.StoreLabels();
+    if (document.Layout().mode == LayoutMode::Simple) {
+        const du::SmartPtr<zrcallouts::Layout> simple(
+            new zrcallouts::Layout(document.Engine(), document.View()));
+        simple->Execute({callouts.begin(), callouts.end()});
+        return;
+    }
+    const zrannotations::CalloutStyle& ofDocument = document.Style();
+    const du::SmartPtr<zrcallouts::OptimalLayout> layout(new zrcallouts::OptimalLayout(
+        document.Engine(), document.View(), document.Layout().rules, [&](const auto& callout) {
+            return LabelOf(callout, ofDocument, SheetStyle()).form;
+        }));
+    zrcallouts::LayoutProblem problem = layout->Describe(callouts);
+    if (document.Paper().size == PaperSize::None) MakeRoom(problem);
+    layout->Place(callouts, problem, zrcallouts::SolveLayout(problem), nullptr);
 }
 
 }  // namespace zrsheet

@@ -13,8 +13,8 @@ namespace zrsheet {
 /// now. O(vertices).
 void FrameModel(Document& document, const ViewDirection& direction);
 
-/// Moves the labels of the callouts to good places around the model: apart, each near its anchor, leaders not
-/// crossing (see LabelTidy.h). The others stay where they are.
+/// Moves the labels of the callouts to good places around the model, as the document's author wants them
+/// arranged. The others stay where they are.
 void LayOutLabels(const Document& document, const std::vector<Document::CalloutPtr>& callouts);
 
 }  // namespace zrsheet

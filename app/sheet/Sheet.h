@@ -15,6 +15,7 @@
 #include "app/document/PictureChoice.h"
 #include "app/lineart/LineArt.h"
 #include "app/render/Raster.h"
+#include "callouts/align/optimal/LayoutQuality.h"
 #include "dg/DMat44.h"
 #include "du/ConstSmartPtr.h"
 #include "zrannotations/CalloutStyle.h"
@@ -225,6 +226,7 @@ struct Sheet {
     std::vector<SheetTable> tables;        // the parts list, in as many columns as it takes
     std::optional<SheetFrame> frame;       // of sheets on paper; the title is in it
     std::vector<SheetListPage> listPages;  // where the parts list has pages of its own
+    zrcallouts::LayoutQuality quality;     // of the callouts' places
     SheetStyle style;
     SheetSeconds seconds;
 };

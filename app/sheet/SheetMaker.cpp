@@ -15,6 +15,7 @@
 #include "app/sheet/PartsTable.h"
 #include "app/sheet/ScenePictures.h"
 #include "app/sheet/SheetItems.h"
+#include "app/sheet/SheetQuality.h"
 #include "app/sheet/Solids.h"
 #include "zrk/annotation/AnnoSet.h"
 #include "zrk/scene/PickScene.h"
@@ -214,6 +215,7 @@ Sheet DrawSheet(const Document& document, unsigned threads) {
     sheet.callouts = plates.Take();
     for (SheetInset& inset : sheet.insets) Shift(inset, move);
     Shift(sheet.model.box, move);
+    sheet.quality = QualityOf(sheet, document.Layout().rules);
     return sheet;
 }
 
@@ -230,6 +232,7 @@ SheetPair MakeSheetPair(Assembly assembly, const SheetOptions& options, const St
     ChooseTemplate(document, options);
     document.SetLanguage(options.language);
     document.SetStyle(options.style);
+    document.SetLayout(options.layout);
     document.SetPicture(options.picture);
     document.SetPaper(options.paper);
     if (options.rules.IsAny()) UpdateItems(document, options.rules);

@@ -8,6 +8,7 @@
 
 #include "app/document/ItemOrder.h"
 #include "app/document/ItemRules.h"
+#include "app/document/LayoutChoice.h"
 #include "app/document/LeaderChoice.h"
 #include "app/document/PaperChoice.h"
 #include "app/document/PictureChoice.h"
@@ -25,6 +26,7 @@ struct SheetOptions {
     PictureChoice picture;
     PaperChoice paper;
     PaperSize print = PaperSize::None;  // of a second sheet, beside one of pixels; None: there is no second
+    LayoutChoice layout;
     LeaderChoice leaders = LeaderChoice::One;
     std::string labelTemplate = "{item}";  // a text, or the name of a template
     std::filesystem::path templates;       // a file of them; empty: the ready ones alone

@@ -39,6 +39,11 @@ std::vector<ScreenPoint> AnchorsOf(const Callout& callout, const dg::Camera3D& c
     return anchors;
 }
 
+/// Whether all that the callout leads to is out of sight: then it is not drawn.
+bool LeadsNowhere(const Callout& callout) {
+    return callout.GetLeaderLineCount(false) > 0 && callout.GetDrawnLeaders().empty();
+}
+
 }  // namespace
 
 OptimalLayout::OptimalLayout(du::SmartPtr<Callouts> engine, du::SmartPtr<zrk::ShapeView> view,
@@ -60,7 +65,7 @@ LayoutProblem OptimalLayout::Describe(const std::vector<CalloutPtr>& callouts) c
     problem.model = scene ? BoxOfParts(*scene, camera.GetWorldToPixel(), middle) : middle;
     const bool followsOutline =
         m_rules.pattern == LayoutPattern::Circle || m_rules.pattern == LayoutPattern::Silhouette;
-    if (scene && followsOutline) problem.outlines = OutlinesOfParts(*scene, camera.GetWorldToPixel());
+    if (scene && followsOutline) problem.areas = OutlinesOfParts(*scene, camera.GetWorldToPixel());
     for (const CalloutPtr& callout : callouts) AddLabel(problem, callout, camera, false);
     AddSurroundings(problem, callouts, camera);
     return problem;
@@ -85,7 +90,7 @@ void OptimalLayout::AddSurroundings(LayoutProblem& problem, const std::vector<Ca
         const auto inset = du::DynamicCast<Inset>(annotation);
         if (inset && inset->IsVisible()) problem.obstacles.push_back(BoxAround(inset->GetGlass()));
         const auto callout = du::DynamicCast<Callout>(annotation);
-        if (callout && !known.contains(callout))
+        if (callout && !known.contains(callout) && !LeadsNowhere(*callout))
             AddLabel(problem, callout, camera, true);
     }
 }
@@ -94,14 +99,19 @@ bool OptimalLayout::Execute(const std::vector<CalloutPtr>& callouts,
                             const du::SmartPtr<zrk::Operation>& operation) {
     if (!m_engine || !m_view) return false;
     const LayoutProblem problem = Describe(callouts);
-    const std::vector<ScreenPoint> centres = SolveLayout(problem);
+    Place(callouts, problem, SolveLayout(problem), operation);
+    return true;
+}
+
+void OptimalLayout::Place(const std::vector<CalloutPtr>& callouts, const LayoutProblem& problem,
+                          const std::vector<ScreenPoint>& centres,
+                          const du::SmartPtr<zrk::Operation>& operation) const {
     dg::Camera3D camera;
     m_view->GetCamera(camera);
     for (std::size_t i = 0; i < callouts.size(); ++i) {
         if (!(centres[i] == problem.labels[i].centre)) Move(callouts[i], centres[i], camera, operation);
     }
     if (operation) zrk::RecordOperation(operation);
-    return true;
 }
 
 /// Keeps the label's depth.

@@ -34,10 +34,16 @@ public:
                   FormSource forms);
     ~OptimalLayout() override;
 
-    /// What is there to arrange, as it stands. The order of the callouts decides ties.
+    // The three steps of a layout, for callers with wishes of their own: describe, solve (see LayoutSolver.h),
+    // place.
+    /// What is there to arrange, as it stands: first the callouts, in their order, which decides ties, then
+    /// the others, pinned. Requires: engine and view.
     [[nodiscard]] LayoutProblem Describe(const std::vector<CalloutPtr>& callouts) const;
+    /// Moves the labels to the centres that differ from what was described.
+    void Place(const std::vector<CalloutPtr>& callouts, const LayoutProblem& problem,
+               const std::vector<ScreenPoint>& centres, const du::SmartPtr<zrk::Operation>& operation) const;
 
-    /// Moves the labels. With an operation every move becomes a step of it, which is then recorded, so that
+    /// All of them. With an operation every move becomes a step of it, which is then recorded, so that
     /// one undo takes the layout back; a zrk::Transaction does so without. False, and nothing changed,
     /// without engine or view. O(vertices + n log n).
     bool Execute(const std::vector<CalloutPtr>& callouts, const du::SmartPtr<zrk::Operation>& operation);

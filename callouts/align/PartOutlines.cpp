@@ -55,13 +55,18 @@ std::vector<ScreenPoint> ConvexHull(std::vector<ScreenPoint> points) {
 
 }  // namespace
 
-std::vector<std::vector<ScreenPoint>> OutlinesOfParts(const zrk::ShapeScene& scene,
-                                                      const dg::DMat44& worldToPixel) {
-    std::vector<std::vector<ScreenPoint>> outlines;
+std::vector<ModelArea> OutlinesOfParts(const zrk::ShapeScene& scene, const dg::DMat44& worldToPixel) {
+    std::vector<ModelArea> outlines;
     for (const auto& part : scene.GetShapeInstances()) {
         std::vector<ScreenPoint> points;
         VisitVertices(*part, worldToPixel, [&points](const ScreenPoint& pixel) { points.push_back(pixel); });
-        if (!points.empty()) outlines.push_back(ConvexHull(std::move(points)));
+        if (points.empty()) continue;
+        const auto [left, right] = std::minmax_element(
+            points.begin(), points.end(), [](const auto& a, const auto& b) { return a.x < b.x; });
+        const auto [top, bottom] = std::minmax_element(
+            points.begin(), points.end(), [](const auto& a, const auto& b) { return a.y < b.y; });
+        const ScreenBox box{left->x, top->y, right->x, bottom->y};
+        outlines.push_back({box, {ConvexHull(std::move(points))}});
     }
     return outlines;
 }

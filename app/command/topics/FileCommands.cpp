@@ -9,6 +9,7 @@
 #include "app/export/ReportExporter.h"
 #include "app/file/AtomicFile.h"
 #include "app/sheet/SheetMaker.h"
+#include "app/sheet/SheetQuality.h"
 #include "app/text/ProgramText.h"
 
 namespace zrsheet {
@@ -80,6 +81,7 @@ void Export(Session& session, Arguments& arguments) {
     const auto files = arguments.TakeSome("FILE");
     for (const std::string& file : files) CheckExport(file);
     const Sheet sheet = Draw(session);
+    for (const std::string& notice : FaultNotices(sheet)) session.Warn(notice);
     std::vector<SheetFile> outputs;
     outputs.reserve(files.size());
     for (const std::string& file : files) outputs.push_back({sheet, file});

@@ -8,6 +8,7 @@
 #include "app/command/SceneNames.h"
 #include "app/command/Session.h"
 #include "app/document/ItemEdits.h"
+#include "app/document/LayoutChoice.h"
 #include "app/document/UserError.h"
 #include "app/sheet/Figure.h"
 #include "callouts/align/Align.h"
@@ -132,10 +133,30 @@ void Align(Session& session, Arguments& arguments) {
     for (const auto& callout : callouts) document.SetPlacedByHand(callout, true);
 }
 
+/// What the author says of the arrangement, for this time and those to come.
+LayoutChoice TakeLayout(Arguments& arguments, LayoutChoice choice) {
+    if (const auto mode = arguments.TakeOption("mode")) choice.mode = ParseLayoutMode(*mode);
+    if (const auto pattern = arguments.TakeOption("pattern")) choice.rules.pattern = ParseLayoutPattern(*pattern);
+    if (const auto distance = arguments.TakeNumberOption("distance"))
+        choice.rules.distance = CheckedDistance(*distance);
+    if (const auto gap = arguments.TakeNumberOption("gap")) choice.rules.gap = CheckedGap(*gap);
+    if (const auto rows = arguments.TakeNumberOption("rows")) choice.rules.rows = CheckedRows(*rows);
+    return choice;
+}
+
+/// All but those that the author placed.
+std::vector<Document::CalloutPtr> PlacedByLayout(const Document& document) {
+    auto callouts = document.Callouts();
+    std::erase_if(callouts, [&](const auto& callout) { return document.IsPlacedByHand(callout); });
+    return callouts;
+}
+
 void Layout(Session& session, Arguments& arguments) {
     Document& document = session.Doc();
+    const LayoutChoice choice = TakeLayout(arguments, document.Layout());
     const auto callouts =
-        arguments.IsEmpty() ? document.Callouts() : FindCallouts(document, arguments.TakeSome("CALLOUT"));
+        arguments.IsEmpty() ? PlacedByLayout(document) : FindCallouts(document, arguments.TakeSome("CALLOUT"));
+    if (!(choice == document.Layout())) document.SetLayout(choice);
     LayOutLabels(document, callouts);
     for (const auto& callout : callouts) document.SetPlacedByHand(callout, false);
 }
@@ -163,8 +184,16 @@ CommandTopic LabelCommands() {
               "spacing "
               "sets labels a fixed step apart.",
               "align left 3 4 5", Effect::Changes, "Align Labels", Align},
-             {"layout", "[CALLOUT...]", "arrange labels around the model",
-              "All of them when none are named; the others stay where they are.", "layout", Effect::Changes,
+             {"layout",
+              "[CALLOUT...] [mode=MODE] [pattern=PATTERN] [distance=N] [gap=N] [rows=1|2]",
+              "arrange labels around the model",
+              "All but those placed by hand; when some are named, '*' names all, only those, and the others "
+              "stay where they are. MODE is optimal (labels keep off each other, the model, insets and the "
+              "page's border, leaders do not cross and are as short as can be) or simple (each label goes to "
+              "its nearest side). PATTERN is sides, rectangle (at equal distances), columns, rows, circle or "
+              "silhouette. distance is from the model, gap between labels, both in pixels; rows is how many "
+              "may stand on each side. What is chosen holds from then on.",
+              "layout pattern=columns gap=12", Effect::Changes,
               "Lay Out Labels", Layout}}};
 }
 

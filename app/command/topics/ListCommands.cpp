@@ -7,6 +7,7 @@
 #include "app/command/Listing.h"
 #include "app/command/Manual.h"
 #include "app/command/Session.h"
+#include "app/sheet/SheetMaker.h"
 
 namespace zrsheet {
 namespace {
@@ -34,6 +35,12 @@ void Check(Session& session, Arguments& arguments) {
     session.Out() << ListFindings(CheckCompleteness(session.OpenedProject()));
 }
 
+void Lint(Session& session, Arguments& arguments) {
+    arguments.ExpectEnd();
+    session.Doc().Settle();
+    session.Out() << ListQuality(DrawSheet(session.Doc(), session.Threads()));
+}
+
 void Help(Session& session, Arguments& arguments) {
     std::string name;
     while (!arguments.IsEmpty()) name += (name.empty() ? "" : " ") + arguments.Take("COMMAND");
@@ -55,6 +62,11 @@ CommandTopic ListCommands() {
               "the same "
               "and ends with code 1 when there is anything.",
               "check", Effect::Reads, "", Check},
+             {"lint", "", "tell how good the places of labels are",
+              "Labels over each other, the model or the page's border, leaders that cross or run into labels, "
+              "and how long leaders are beside the shortest there could be. 'zrsheet lint FILE' tells the "
+              "same and ends with code 1 when there are faults.",
+              "lint", Effect::Reads, "", Lint},
              {"help", "[COMMAND]", "tell about all commands, or about one", "", "help label move",
               Effect::Anything, "", Help}}};
 }

@@ -28,10 +28,12 @@ LaneProfile::LaneProfile(const LayoutProblem& problem, const std::vector<ScreenB
         Enclose({box.x0, box.y0}, {box.x0, box.y1});
         Enclose({box.x1, box.y0}, {box.x1, box.y1});
     };
-    for (const auto& outline : problem.outlines) {
-        for (std::size_t i = 0; i < outline.size(); ++i) Enclose(outline[i], outline[(i + 1) % outline.size()]);
+    for (const ModelArea& area : problem.areas) {
+        for (const auto& ring : area.rings) {
+            for (std::size_t i = 0; i < ring.size(); ++i) Enclose(ring[i], ring[(i + 1) % ring.size()]);
+        }
     }
-    if (problem.outlines.empty()) encloseBox(m_model);
+    if (problem.areas.empty()) encloseBox(m_model);
     for (const ScreenBox& block : blocks) encloseBox(block);
     if (problem.rules.pattern != LayoutPattern::Circle) return;
     const double radius = 0.5 * std::hypot(m_model.Length(0), m_model.Length(1)) + m_distance;

@@ -26,6 +26,14 @@ struct LayoutRules {
     double distance = 17.0;  // of labels from the model
     double gap = 8.0;        // between labels
     unsigned rows = 2;       // of labels on each side at the most, 1 or 2
+
+    friend bool operator==(const LayoutRules&, const LayoutRules&) = default;
+};
+
+/// What a part covers: the points inside an odd number of its rings.
+struct ModelArea {
+    ScreenBox box;
+    std::vector<std::vector<ScreenPoint>> rings;
 };
 
 struct LayoutLabel {
@@ -38,13 +46,13 @@ struct LayoutLabel {
 struct LayoutProblem {
     ScreenBox page;   // that labels are not to leave
     ScreenBox model;  // that they are not to cover
-    std::vector<std::vector<ScreenPoint>> outlines{};  // of the model's parts, closed; none: the box
-    std::vector<ScreenBox> obstacles{};                // that they are not to cover either
+    std::vector<ModelArea> areas{};      // of the model's parts; none: the whole box
+    std::vector<ScreenBox> obstacles{};  // that they are not to cover either
     LayoutRules rules{};
     std::vector<LayoutLabel> labels;
 };
 
 /// Of the largest label that is not pinned; 0 without any.
-[[nodiscard]] double GreatestLength(const std::vector<LayoutLabel>& labels, int axis);
+[[nodiscard]] ZRCALLOUTS_API double GreatestLength(const std::vector<LayoutLabel>& labels, int axis);
 
 }  // namespace zrcallouts

@@ -25,23 +25,27 @@ ScreenBox Narrowed(const ScreenBox& box) {
     return {box.x0 + kTolerance, box.y0 + kTolerance, box.x1 - kTolerance, box.y1 - kTolerance};
 }
 
-bool IsInside(const ScreenPoint& point, const std::vector<ScreenPoint>& outline) {
+bool IsInside(const ScreenPoint& point, const ModelArea& area) {
     bool isInside = false;
-    for (std::size_t i = 0, k = outline.size() - 1; i < outline.size(); k = i++) {
-        const ScreenPoint& a = outline[i];
-        const ScreenPoint& b = outline[k];
-        if ((a.y > point.y) == (b.y > point.y)) continue;
-        if (point.x < a.x + (b.x - a.x) * (point.y - a.y) / (b.y - a.y)) isInside = !isInside;
+    for (const auto& ring : area.rings) {
+        for (std::size_t i = 0; i < ring.size(); ++i) {
+            const ScreenPoint& a = ring[i];
+            const ScreenPoint& b = ring[(i + 1) % ring.size()];
+            if ((a.y > point.y) == (b.y > point.y)) continue;
+            if (point.x < a.x + (b.x - a.x) * (point.y - a.y) / (b.y - a.y)) isInside = !isInside;
+        }
     }
     return isInside;
 }
 
-bool Covers(const ScreenBox& box, const std::vector<ScreenPoint>& outline) {
-    if (outline.empty()) return false;
-    for (std::size_t i = 0; i < outline.size(); ++i) {
-        if (IsInside(ScreenSegment{outline[i], outline[(i + 1) % outline.size()]}, box)) return true;
+bool Covers(const ScreenBox& box, const ModelArea& area) {
+    if (!box.Overlaps(area.box)) return false;
+    for (const auto& ring : area.rings) {
+        for (std::size_t i = 0; i < ring.size(); ++i) {
+            if (IsInside(ScreenSegment{ring[i], ring[(i + 1) % ring.size()]}, box)) return true;
+        }
     }
-    return IsInside(ScreenPoint{box.Middle(0), box.Middle(1)}, outline);
+    return IsInside(ScreenPoint{box.Middle(0), box.Middle(1)}, area);
 }
 
 class Inspector {
@@ -81,11 +85,11 @@ private:
     void InspectPlace(std::uint32_t label) {
         const ScreenBox box = Narrowed(m_problem.labels[label].form.BoxAt(m_centres[label]));
         if (!m_problem.page.Holds(box)) Add(Kind::LabelOffPage, label, label);
-        const auto& outlines = m_problem.outlines;
+        const auto& areas = m_problem.areas;
         const bool isOnModel =
             box.Overlaps(m_problem.model) &&
-            (outlines.empty() || std::any_of(outlines.begin(), outlines.end(),
-                                             [&](const auto& outline) { return Covers(box, outline); }));
+            (areas.empty() || std::any_of(areas.begin(), areas.end(),
+                                          [&](const ModelArea& area) { return Covers(box, area); }));
         const auto& obstacles = m_problem.obstacles;
         const bool isOnObstacle = std::any_of(obstacles.begin(), obstacles.end(),
                                               [&](const auto& obstacle) { return box.Overlaps(obstacle); });

@@ -4,6 +4,8 @@
 
 #include <cmath>
 
+#include "callouts/ZrcalloutsExport.h"
+
 namespace zrcallouts {
 
 /// In pixels of the view, y downwards.
@@ -35,7 +37,7 @@ struct ScreenBox {
     }
 };
 
-struct ScreenSegment {
+struct ZRCALLOUTS_API ScreenSegment {
     ScreenPoint from;
     ScreenPoint to;
 
@@ -48,10 +50,10 @@ struct ScreenSegment {
     return std::sqrt(x * x + y * y);
 }
 /// Of any point of one to any of the other; 0 if they cross.
-[[nodiscard]] double Distance(const ScreenSegment& a, const ScreenSegment& b);
+[[nodiscard]] ZRCALLOUTS_API double Distance(const ScreenSegment& a, const ScreenSegment& b);
 /// Whether they have a point in common that is an end of neither.
-[[nodiscard]] bool DoCross(const ScreenSegment& a, const ScreenSegment& b);
+[[nodiscard]] ZRCALLOUTS_API bool DoCross(const ScreenSegment& a, const ScreenSegment& b);
 /// Whether any of the segment lies inside the box.
-[[nodiscard]] bool IsInside(const ScreenSegment& segment, const ScreenBox& box);
+[[nodiscard]] ZRCALLOUTS_API bool IsInside(const ScreenSegment& segment, const ScreenBox& box);
 
 }  // namespace zrcallouts
