@@ -34,16 +34,33 @@ bool Clearing::IsTouched(std::uint32_t label, std::uint32_t by) const {
     });
 }
 
-/// A leader that clears its neighbours clears the others of its lane.
+/// Looks as far to both sides as each leader reaches.
 bool Clearing::HasTouches(std::size_t lane) const {
     const auto& labels = m_seating.RowOf(lane);
-    const std::size_t next = m_seating.LaneAt(lane).IsDouble() ? 2 : 1;
     for (std::size_t i = 0; i < labels.size(); ++i) {
-        for (std::size_t k = i + 1; k < std::min(i + 1 + next, labels.size()); ++k) {
-            if (IsTouched(labels[i], labels[k]) || IsTouched(labels[k], labels[i])) return true;
+        for (std::size_t k = i; k-- > 0 && IsWithinReach(labels[k], labels[i]);) {
+            if (IsTouched(labels[k], labels[i])) return true;
+        }
+        for (std::size_t k = i + 1; k < labels.size() && IsWithinReach(labels[k], labels[i]); ++k) {
+            if (IsTouched(labels[k], labels[i])) return true;
         }
     }
     return false;
+}
+
+/// Whether the label stands so near along its lane that the leaders of `by` might touch it.
+bool Clearing::IsWithinReach(std::uint32_t label, std::uint32_t by) const {
+    const int axis = m_seating.LaneAt(m_seating.LaneOf(label)).Along();
+    const double own = m_seating.CentreOf(by)[axis];
+    const double other = m_seating.CentreOf(label)[axis];
+    const double half = 0.5 * m_seating.Problem().labels[label].form.Length(axis) + kClearance;
+    double least = own;
+    double greatest = own;
+    for (const ScreenPoint& anchor : m_seating.AnchorsOf(by)) {
+        least = std::min(least, anchor[axis]);
+        greatest = std::max(greatest, anchor[axis]);
+    }
+    return other + half >= least && other - half <= greatest;
 }
 
 bool Clearing::PushOut(std::size_t lane) {

@@ -32,6 +32,7 @@ private:
     };
 
     [[nodiscard]] bool IsTouched(std::uint32_t label, std::uint32_t by) const;
+    [[nodiscard]] bool IsWithinReach(std::uint32_t label, std::uint32_t by) const;
     [[nodiscard]] bool HasTouches(std::size_t lane) const;
     [[nodiscard]] std::optional<Touch> FindTouch(std::size_t lane, std::size_t other) const;
     [[nodiscard]] End EndNear(std::uint32_t label) const;

@@ -19,6 +19,14 @@ Lane::Lane(LaneSide side, double rim, double least, double greatest, double room
       m_greatest(greatest),
       m_room(room) {}
 
+ScreenPoint Lane::Followed(ScreenPoint centre, const LabelForm& form) const {
+    const double half = 0.5 * form.Length(1 - m_axis);
+    double& depth = centre[1 - m_axis];
+    depth = m_profile->Rim(centre[m_axis], 0.5 * form.Length(m_axis), m_push) + m_outward * half;
+    depth = m_outward < 0.0 ? std::max(depth, m_end + half) : std::min(depth, m_end - half);
+    return centre;
+}
+
 /// Behind the inner row, where the leader to the place in it leads on.
 ScreenPoint Lane::Outer(ScreenPoint centre, double half, const ScreenPoint& anchor) const {
     const double depth = std::abs(centre[1 - m_axis] - anchor[1 - m_axis]);

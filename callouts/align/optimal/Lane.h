@@ -24,31 +24,38 @@ public:
     [[nodiscard]] double Least() const { return m_least; }
     [[nodiscard]] double Greatest() const { return m_greatest; }
 
-    void Follow(const LaneProfile* profile) { m_profile = profile; }
+    /// Follows the profile as far as labels do not reach beyond `end` across.
+    void Follow(const LaneProfile* profile, double end) {
+        m_profile = profile;
+        m_end = end;
+    }
 
     /// How much farther out labels may go before they leave the page or meet an obstacle, with labels
     /// that are `thick`.
     [[nodiscard]] double Spare(double thick) const { return m_room - m_push - m_pitch - thick; }
     /// Takes a piece off one end.
     void Shorten(bool atLeast, double by) { (atLeast ? m_least : m_greatest) += atLeast ? by : -by; }
-    /// Moves it farther out.
+    /// Moves it farther out. One that follows a profile keeps off as much more of it to both sides instead, and
+    /// so becomes smoother.
     void Push(double by) { m_push += by; }
     /// Labels stand in two rows by turns from then on; leaders of the outer row pass between the inner ones.
     void Double(double pitch) { m_pitch = pitch; }
     [[nodiscard]] bool IsDouble() const { return m_pitch > 0.0; }
+    [[nodiscard]] bool IsStraight() const { return m_profile == nullptr; }
 
     /// The middle of a label whose leader passes the inner row at `place`. `isOuter`: in the outer row, in
     /// line with its place and its anchor.
     [[nodiscard]] ScreenPoint Centre(const LabelForm& form, double place, bool isOuter,
                                      const ScreenPoint& anchor) const {
-        const double rim = m_profile != nullptr ? m_profile->Rim(place, 0.5 * form.Length(m_axis)) : m_rim;
         ScreenPoint centre;
         centre[m_axis] = place;
-        centre[1 - m_axis] = rim + m_outward * (m_push + 0.5 * form.Length(1 - m_axis));
+        if (m_profile != nullptr) return Followed(centre, form);
+        centre[1 - m_axis] = m_rim + m_outward * (m_push + 0.5 * form.Length(1 - m_axis));
         return isOuter ? Outer(centre, 0.5 * form.Length(m_axis), anchor) : centre;
     }
 
 private:
+    [[nodiscard]] ScreenPoint Followed(ScreenPoint centre, const LabelForm& form) const;
     [[nodiscard]] ScreenPoint Outer(ScreenPoint centre, double half, const ScreenPoint& anchor) const;
 
     LaneSide m_side;
@@ -61,6 +68,7 @@ private:
     double m_push = 0.0;
     double m_pitch = 0.0;                    // from the inner row to the outer one; 0: there is one row
     const LaneProfile* m_profile = nullptr;  // instead of the rim
+    double m_end = 0.0;
 };
 
 }  // namespace zrcallouts

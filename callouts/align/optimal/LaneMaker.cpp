@@ -8,6 +8,7 @@
 namespace zrcallouts {
 namespace {
 
+constexpr double kFollowRoom = 600.0;  // pixels by which lanes along an outline may become smoother
 constexpr double kScan = 4.0;  // pixels from one place that is tried to the next
 
 struct SideFrame {
@@ -154,8 +155,8 @@ private:
         while (greatest + half + kScan <= profile.Greatest() && spareAt(greatest + kScan) >= 0.0)
             greatest += kScan;
         Lane& lane = set.lanes.emplace_back(side.side, profile.Rim(middle, half), least - half,
-                                            greatest + half, thick);
-        lane.Follow(&profile);
+                                            greatest + half, thick + kFollowRoom);
+        lane.Follow(&profile, PageEnd(side));
     }
 
     const LayoutProblem& m_problem;

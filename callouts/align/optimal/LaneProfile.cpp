@@ -69,9 +69,9 @@ void LaneProfile::Enclose(const ScreenPoint& from, const ScreenPoint& to) {
     }
 }
 
-double LaneProfile::Rim(double place, double half) const {
-    const std::size_t first = BinOf(place - half - m_gap);
-    const std::size_t end = std::min(BinOf(place + half + m_gap) + 1, m_bins.size());
+double LaneProfile::Rim(double place, double half, double beside) const {
+    const std::size_t first = BinOf(place - half - m_gap - beside);
+    const std::size_t end = std::min(BinOf(place + half + m_gap + beside) + 1, m_bins.size());
     double reach = 0.0;
     for (std::size_t bin = first; bin < end; ++bin) reach = std::max(reach, m_bins[bin]);
     reach = std::max({reach + m_distance, Circle(place, half), Wedge(place, half)});

@@ -18,8 +18,9 @@ public:
 
     /// Where labels that reach `half` to both sides of `place` may begin: outside the outlines and
     /// obstacles by the rules' distance, outside the circle if the pattern is one, and on this side's part of
-    /// the screen, so that labels of two sides never meet.
-    [[nodiscard]] double Rim(double place, double half) const;
+    /// the screen, so that labels of two sides never meet. `beside`: how much farther to both sides the outlines
+    /// count.
+    [[nodiscard]] double Rim(double place, double half, double beside = 0.0) const;
     /// The places at which the pattern wants labels.
     [[nodiscard]] double Least() const { return m_least; }
     [[nodiscard]] double Greatest() const { return m_greatest; }

@@ -11,6 +11,7 @@ constexpr int kMostSorts = 12;      // of one lane at a time
 constexpr double kOrderCost = 3.0;  // pixels of leader that neighbours save at least by changing their order
 constexpr double kNeighbourGain = 1e-3;  // of both leaders, beyond that
 constexpr double kLeastGain = 1e-6;
+constexpr double kUncrossLoss = 0.05;     // of both leaders, which not crossing may cost
 
 constexpr double kInfinity = std::numeric_limits<double>::infinity();
 constexpr ScreenBox kNothing{kInfinity, kInfinity, -kInfinity, -kInfinity};
@@ -159,11 +160,14 @@ bool LeaderSwaps::TrySwap(std::uint32_t a, std::uint32_t b, bool areNeighbours) 
         if (WereInOrder(b, a)) gain += kOrderCost;
         if (gain < kNeighbourGain * length) return false;
     }
-    if (gain < kLeastGain) return false;
+    if (gain < (doCross ? -kUncrossLoss * length : kLeastGain)) return false;
     m_seating.Swap(a, b);
-    if (!doCross && DoLeadersCross(a, b)) {
-        m_seating.Swap(a, b);
-        return false;
+    // Only labels of several sizes, or in two rows, may cross still or anew.
+    if (gain < kLeastGain || !doCross) {
+        if (DoLeadersCross(a, b)) {
+            m_seating.Swap(a, b);
+            return false;
+        }
     }
     m_lanes[m_seating.LaneOf(a)].isChanged = m_lanes[m_seating.LaneOf(b)].isChanged = true;
     return true;

@@ -315,16 +315,29 @@ std::span<const double> Seating::Spread(const Window& window) {
 double Seating::Measure(const Window& window, const Labels& labels) {
     m_trial.seats.resize(labels.size());
     const Lane& lane = LaneAt(window.lane);
+    for (std::size_t k = 0; k < labels.size(); ++k)
+        m_trial.seats[k].centre = CentreAt(labels[k], lane, m_trial.places[k], window.first + k);
+    if (lane.IsDouble()) SpaceOuterRow(lane, labels);
     double cost = 0.0;
     for (std::size_t k = 0; k < labels.size(); ++k) {
         LabelSeat& seat = m_trial.seats[k];
-        seat.centre = CentreAt(labels[k], lane, m_trial.places[k], window.first + k);
         MeasureOne(labels[k], lane, m_trial.places[k], seat);
         m_spaced[k].wish = seat.next.wish;
         m_spaced[k].weight = seat.next.weight;
         cost += seat.cost;
     }
     return cost;
+}
+
+/// Leaders to the outer row may run together on their way.
+void Seating::SpaceOuterRow(const Lane& lane, const Labels& labels) {
+    m_outer.clear();
+    for (std::size_t k = 1; k < labels.size(); k += 2) {
+        const double length = m_problem.labels[labels[k]].form.Length(lane.Along());
+        m_outer.push_back({m_trial.seats[k].centre[lane.Along()], 1.0, length});
+    }
+    const auto places = m_spacer.Space(m_outer, m_problem.rules.gap, lane.Least(), lane.Greatest());
+    for (std::size_t k = 1; k < labels.size(); k += 2) m_trial.seats[k].centre[lane.Along()] = places[k / 2];
 }
 
 /// What standing at its centre means for a label.
@@ -349,7 +362,8 @@ void Seating::MeasureOne(std::uint32_t label, const Lane& lane, double place, La
 }
 
 bool Seating::CanDouble(std::size_t lane) const {
-    return m_problem.rules.rows > 1 && !LaneAt(lane).IsDouble() && Thick(lane) > 0.0 &&
+    return m_problem.rules.rows > 1 && LaneAt(lane).IsStraight() && !LaneAt(lane).IsDouble() &&
+           Thick(lane) > 0.0 &&
            Spare(lane) >= Thick(lane) + m_problem.rules.gap;
 }
 

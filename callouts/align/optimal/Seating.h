@@ -146,6 +146,7 @@ private:
     double ArrangeEvenly(const Window& window, const Labels& labels);
     void Wish(const Window& window, const Labels& labels);
     double Measure(const Window& window, const Labels& labels);
+    void SpaceOuterRow(const Lane& lane, const Labels& labels);
     void MeasureOne(std::uint32_t label, const Lane& lane, double place, LabelSeat& seat) const;
     [[nodiscard]] SpacedLabel FirstWish(std::uint32_t label, const Lane& lane, std::size_t index) const;
     std::span<const double> Spread(const Window& window);
@@ -165,6 +166,7 @@ private:
     LabelSpacer m_spacer;
     PlaceOrder m_order;
     std::vector<SpacedLabel> m_spaced;
+    std::vector<SpacedLabel> m_outer;
     Trial m_trial;
 };
 
