@@ -61,17 +61,18 @@ TEST(BalloonForm, HoldsItsTextWhateverItsShape) {
 TEST(BalloonForm, LeadersLeaveOnTheOutlineAndStayOffTheText) {
     const PageBox box{100, 100, 160, 130};
     for (const BalloonShape shape : kShapes) {
+        const zrcallouts::LabelForm form{box.x1 - box.x0, box.y1 - box.y0, shape};
         for (int degrees = 0; degrees < 360; degrees += 7) {
             const double turn = degrees * 0.017453292519943295;
             const PagePoint anchor{130 + 90 * std::cos(turn), 115 + 90 * std::sin(turn)};
-            const PagePoint end = LeaderEnd(shape, box, anchor);
+            const PagePoint end = LeaderEnd(form, box, anchor);
             SCOPED_TRACE(std::to_string(static_cast<int>(shape)) + " at " + std::to_string(degrees));
             EXPECT_NEAR(DepthIn(shape, box, end), 0.0, 1e-9);
             const PagePoint next{end.x + 0.01 * (anchor.x - end.x), end.y + 0.01 * (anchor.y - end.y)};
             EXPECT_LT(DepthIn(shape, box, next), 0.0);
         }
         if (shape == BalloonShape::None) continue;
-        const PagePoint inside = LeaderEnd(shape, box, {131, 117});
+        const PagePoint inside = LeaderEnd(form, box, {131, 117});
         EXPECT_EQ(inside.x, 131) << "no leader is left";
         EXPECT_EQ(inside.y, 117);
     }
