@@ -73,9 +73,17 @@ bool Clearing::PushOut(std::size_t lane) {
     return isChanged;
 }
 
-/// The first leader from one lane that runs into a label of the other.
+/// The first leader from one lane that runs into a label of the other. Hardly any comes near them.
 std::optional<Clearing::Touch> Clearing::FindTouch(std::size_t lane, std::size_t other) const {
+    const auto& labels = m_seating.Problem().labels;
+    ScreenBox band{kNever, kNever, -kNever, -kNever};
+    for (const std::uint32_t label : m_seating.RowOf(other))
+        Enclose(band, labels[label].form.BoxAt(m_seating.CentreOf(label)));
     for (const std::uint32_t leader : m_seating.RowOf(lane)) {
+        ScreenBox reach = labels[leader].form.BoxAt(m_seating.CentreOf(leader));
+        for (const ScreenPoint& anchor : m_seating.AnchorsOf(leader))
+            Enclose(reach, {anchor.x, anchor.y, anchor.x, anchor.y});
+        if (!reach.Overlaps(band, kClearance)) continue;
         for (const std::uint32_t label : m_seating.RowOf(other)) {
             if (IsTouched(label, leader)) return Touch{leader, label};
         }

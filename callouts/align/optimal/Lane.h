@@ -30,6 +30,8 @@ public:
         m_end = end;
     }
 
+    /// Whether a label that is so thick stays on the page.
+    [[nodiscard]] bool Holds(double thick) const { return thick <= m_room + kTolerance; }
     /// How much farther out labels may go before they leave the page or meet an obstacle, with labels
     /// that are `thick`.
     [[nodiscard]] double Spare(double thick) const { return m_room - m_push - m_pitch - thick; }
@@ -55,6 +57,8 @@ public:
     }
 
 private:
+    static constexpr double kTolerance = 1e-6;  // pixels
+
     [[nodiscard]] ScreenPoint Followed(ScreenPoint centre, const LabelForm& form) const;
     [[nodiscard]] ScreenPoint Outer(ScreenPoint centre, double half, const ScreenPoint& anchor) const;
 

@@ -47,8 +47,7 @@ private:
 
     void ChooseCheapest(std::uint32_t label) {
         for (std::size_t lane = 0; lane < m_lanes; ++lane) {
-            const bool fits = m_seating.LoadOf(label, lane) <= m_seating.Capacity(lane);
-            Cost(label, lane) = fits ? m_seating.LoneCost(label, lane) : kNever;
+            Cost(label, lane) = m_seating.Holds(lane, label) ? m_seating.LoneCost(label, lane) : kNever;
             if (Cost(label, lane) < Cost(label, m_choice[label])) m_choice[label] = lane;
         }
         m_loads[m_choice[label]] += m_seating.LoadOf(label, m_choice[label]);

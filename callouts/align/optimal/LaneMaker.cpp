@@ -94,7 +94,7 @@ private:
         double rim = (side.outward < 0.0 ? m_problem.model.Least(depth) : m_problem.model.Greatest(depth)) +
                      side.outward * m_problem.rules.distance;
         double room = (PageEnd(side) - rim) * side.outward;
-        if (room < thick) {
+        if (room < LeastLength(m_problem.labels, depth)) {
             if (thick - room > reach) return;
             rim = PageEnd(side) - side.outward * thick;
             room = thick;

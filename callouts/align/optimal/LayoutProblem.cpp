@@ -12,4 +12,12 @@ double GreatestLength(const std::vector<LayoutLabel>& labels, int axis) {
     return greatest;
 }
 
+double LeastLength(const std::vector<LayoutLabel>& labels, int axis) {
+    double least = GreatestLength(labels, axis);
+    for (const LayoutLabel& label : labels) {
+        if (!label.isPinned) least = std::min(least, label.form.Length(axis));
+    }
+    return least;
+}
+
 }  // namespace zrcallouts

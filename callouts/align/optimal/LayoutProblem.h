@@ -54,5 +54,7 @@ struct LayoutProblem {
 
 /// Of the largest label that is not pinned; 0 without any.
 [[nodiscard]] ZRCALLOUTS_API double GreatestLength(const std::vector<LayoutLabel>& labels, int axis);
+/// Of the smallest one.
+[[nodiscard]] double LeastLength(const std::vector<LayoutLabel>& labels, int axis);
 
 }  // namespace zrcallouts

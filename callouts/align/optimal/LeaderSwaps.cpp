@@ -16,11 +16,6 @@ constexpr double kUncrossLoss = 0.05;     // of both leaders, which not crossing
 constexpr double kInfinity = std::numeric_limits<double>::infinity();
 constexpr ScreenBox kNothing{kInfinity, kInfinity, -kInfinity, -kInfinity};
 
-void Enclose(ScreenBox& box, const ScreenBox& other) {
-    box = {std::min(box.x0, other.x0), std::min(box.y0, other.y0), std::max(box.x1, other.x1),
-           std::max(box.y1, other.y1)};
-}
-
 }  // namespace
 
 LeaderSwaps::LeaderSwaps(Seating& seating) : m_seating(seating), m_lanes(seating.LaneCount()) {}
@@ -151,24 +146,21 @@ bool LeaderSwaps::SwapAcross(std::size_t a, std::size_t i, std::size_t b) {
 
 /// Exchanges labels whose leaders cross, and neighbours that save more than their old order is worth.
 bool LeaderSwaps::TrySwap(std::uint32_t a, std::uint32_t b, bool areNeighbours) {
-    const bool doCross = DoLeadersCross(a, b);
+    const bool doCross = DoLeadersCross(a, m_seating.CentreOf(a), b, m_seating.CentreOf(b));
     if ((!doCross && !areNeighbours) || !FitsSwapped(a, b)) return false;
+    const ScreenPoint newA = m_seating.CentreInSeatOf(a, b);
+    const ScreenPoint newB = m_seating.CentreInSeatOf(b, a);
     const double length = m_seating.LengthOf(a) + m_seating.LengthOf(b);
-    double gain = length - m_seating.LengthInSeatOf(a, b) - m_seating.LengthInSeatOf(b, a);
+    double gain = length - m_seating.LengthAt(a, newA) - m_seating.LengthAt(b, newB);
     if (!doCross) {
         if (WereInOrder(a, b)) gain -= kOrderCost;
         if (WereInOrder(b, a)) gain += kOrderCost;
         if (gain < kNeighbourGain * length) return false;
     }
     if (gain < (doCross ? -kUncrossLoss * length : kLeastGain)) return false;
+    // Where labels are of one size and in one row, crossing leaders gain, and do not cross once exchanged.
+    if ((gain < kLeastGain || !doCross) && DoLeadersCross(a, newA, b, newB)) return false;
     m_seating.Swap(a, b);
-    // Only labels of several sizes, or in two rows, may cross still or anew.
-    if (gain < kLeastGain || !doCross) {
-        if (DoLeadersCross(a, b)) {
-            m_seating.Swap(a, b);
-            return false;
-        }
-    }
     m_lanes[m_seating.LaneOf(a)].isChanged = m_lanes[m_seating.LaneOf(b)].isChanged = true;
     return true;
 }
@@ -177,6 +169,7 @@ bool LeaderSwaps::FitsSwapped(std::uint32_t a, std::uint32_t b) const {
     const std::size_t laneA = m_seating.LaneOf(a);
     const std::size_t laneB = m_seating.LaneOf(b);
     if (laneA == laneB) return true;
+    if (!m_seating.Holds(laneA, b) || !m_seating.Holds(laneB, a)) return false;
     const double moreA = m_seating.LoadOf(b, laneA) - m_seating.LoadOf(a, laneA);
     const double moreB = m_seating.LoadOf(a, laneB) - m_seating.LoadOf(b, laneB);
     return (moreA <= 0.0 || m_seating.Load(laneA) + moreA <= m_seating.Capacity(laneA)) &&
@@ -192,12 +185,13 @@ bool LeaderSwaps::WereInOrder(std::uint32_t a, std::uint32_t b) const {
     return labels[a].centre[axis] < labels[b].centre[axis];
 }
 
-bool LeaderSwaps::DoLeadersCross(std::uint32_t a, std::uint32_t b) const {
+bool LeaderSwaps::DoLeadersCross(std::uint32_t a, const ScreenPoint& atA, std::uint32_t b,
+                                 const ScreenPoint& atB) const {
     const auto& labels = m_seating.Problem().labels;
     for (const ScreenPoint& anchorA : m_seating.AnchorsOf(a)) {
-        const ScreenSegment leaderA{labels[a].form.Start(m_seating.CentreOf(a), anchorA), anchorA};
+        const ScreenSegment leaderA{labels[a].form.Start(atA, anchorA), anchorA};
         for (const ScreenPoint& anchorB : m_seating.AnchorsOf(b)) {
-            if (DoCross(leaderA, {labels[b].form.Start(m_seating.CentreOf(b), anchorB), anchorB})) return true;
+            if (DoCross(leaderA, {labels[b].form.Start(atB, anchorB), anchorB})) return true;
         }
     }
     return false;

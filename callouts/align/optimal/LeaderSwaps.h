@@ -51,7 +51,8 @@ private:
     bool TrySwap(std::uint32_t a, std::uint32_t b, bool areNeighbours);
     [[nodiscard]] bool FitsSwapped(std::uint32_t a, std::uint32_t b) const;
     [[nodiscard]] bool WereInOrder(std::uint32_t a, std::uint32_t b) const;
-    [[nodiscard]] bool DoLeadersCross(std::uint32_t a, std::uint32_t b) const;
+    [[nodiscard]] bool DoLeadersCross(std::uint32_t a, const ScreenPoint& atA, std::uint32_t b,
+                                      const ScreenPoint& atB) const;
 
     Seating& m_seating;
     std::vector<LaneSpans> m_lanes;

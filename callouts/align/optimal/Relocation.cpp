@@ -7,7 +7,7 @@ namespace {
 
 constexpr int kMostPasses = 6;
 constexpr double kTouching = 0.5;   // pixels; neighbours as near as this hold each other
-constexpr double kLeastGain = 0.5;  // pixels of leader
+constexpr double kLeastGain = 1.5;  // pixels of leader
 
 std::ptrdiff_t Offset(std::size_t index) { return static_cast<std::ptrdiff_t>(index); }
 
@@ -95,6 +95,7 @@ void Relocation::FindMoves() {
     for (std::size_t from = 0; from < m_seating.LaneCount(); ++from) {
         for (const std::uint32_t label : m_seating.RowOf(from)) {
             for (std::size_t lane = 0; lane < m_seating.LaneCount(); ++lane) {
+                if (!m_seating.Holds(lane, label)) continue;
                 if (m_seating.Load(lane) + m_seating.LoadOf(label, lane) > m_seating.Capacity(lane)) continue;
                 const double gain = GainOf(label, lane);
                 if (gain > kLeastGain) m_moves.push_back({gain, label, lane});

@@ -2,6 +2,7 @@
 
 #pragma once
 
+#include <algorithm>
 #include <cmath>
 
 #include "callouts/ZrcalloutsExport.h"
@@ -36,6 +37,12 @@ struct ScreenBox {
         return x0 < other.x1 + gap && other.x0 < x1 + gap && y0 < other.y1 + gap && other.y0 < y1 + gap;
     }
 };
+
+/// Makes `box` just so large that it holds `other`, too.
+inline void Enclose(ScreenBox& box, const ScreenBox& other) {
+    box = {std::min(box.x0, other.x0), std::min(box.y0, other.y0), std::max(box.x1, other.x1),
+           std::max(box.y1, other.y1)};
+}
 
 struct ZRCALLOUTS_API ScreenSegment {
     ScreenPoint from;

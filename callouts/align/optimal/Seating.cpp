@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <iterator>
 #include <utility>
 
 namespace zrcallouts {
@@ -10,6 +11,7 @@ namespace {
 constexpr int kMostRounds = 5;        // of placing one row; two or three do
 constexpr double kEnough = 1e-4;      // of the cost: what a further round must save
 constexpr double kSwitchCost = 8.0;   // pixels of leader that a label saves at least by going to another side
+constexpr double kOrderCost = 3.0;    // pixels of leader that each label saves at least by another order
 constexpr double kSlantCost = 2.0;    // pixels of leader for each pixel that a label stands too far aside
 constexpr double kBlockCost = 300.0;  // pixels of leader for each obstacle that it leads over
 constexpr double kPassage = 6.0;      // pixels between inner labels, beyond the gap, for a leader to the outer row
@@ -88,6 +90,11 @@ double Seating::Pitch(const Lane& lane, std::uint32_t a, std::uint32_t b) const 
     return 0.5 * (LengthOn(lane, a) + LengthOn(lane, b)) + m_problem.rules.gap;
 }
 
+bool Seating::Holds(std::size_t lane, std::uint32_t label) const {
+    const LabelForm& form = m_problem.labels[label].form;
+    return LaneAt(lane).Holds(form.Length(1 - LaneAt(lane).Along())) && LoadOf(label, lane) <= Capacity(lane);
+}
+
 double Seating::Capacity(std::size_t lane) const {
     return LaneAt(lane).Greatest() - LaneAt(lane).Least() + m_problem.rules.gap;
 }
@@ -125,10 +132,12 @@ Seating::Lone Seating::LonePlace(std::uint32_t label) const {
     return {best.centre, best.length};
 }
 
-double Seating::LengthInSeatOf(std::uint32_t label, std::uint32_t other) const {
+ScreenPoint Seating::CentreInSeatOf(std::uint32_t label, std::uint32_t other) const {
     const LabelSeat& seat = m_seats[other];
-    const double place = m_rows[seat.lane].places[seat.index];
-    const ScreenPoint centre = CentreAt(label, LaneAt(seat.lane), place, seat.index);
+    return CentreAt(label, LaneAt(seat.lane), m_rows[seat.lane].places[seat.index], seat.index);
+}
+
+double Seating::LengthAt(std::uint32_t label, const ScreenPoint& centre) const {
     double length = 0.0;
     for (const ScreenPoint& anchor : AnchorsOf(label))
         length += Distance(m_problem.labels[label].form.Start(centre, anchor), anchor);
@@ -140,16 +149,47 @@ void Seating::Seat(const std::vector<std::size_t>& lanes) {
     for (std::uint32_t label = 0; label < lanes.size(); ++label) {
         if (!m_problem.labels[label].isPinned) m_rows[lanes[label]].labels.push_back(label);
     }
-    std::vector<double> wishes;
     for (std::size_t lane = 0; lane < LaneCount(); ++lane) {
-        const Labels unsorted = m_rows[lane].labels;
-        wishes.clear();
-        for (const std::uint32_t label : unsorted) wishes.push_back(WishOf(label, lane));
-        const auto order = m_order.Sort(wishes);
-        Labels sorted(order.size());
-        std::transform(order.begin(), order.end(), sorted.begin(), [&](std::uint32_t i) { return unsorted[i]; });
-        Replace(Whole(lane), sorted);
+        const Labels sorted = SortedBy(RowOf(lane), [&](std::uint32_t label) { return WishOf(label, lane); });
+        m_rows[lane].labels.clear();
+        Replace(Whole(lane), KeepsOrder(lane, sorted) ? OldOrder(lane, sorted) : sorted);
     }
+}
+
+template <class Key>
+Seating::Labels Seating::SortedBy(const Labels& labels, const Key& key) {
+    std::vector<double> keys;
+    keys.reserve(labels.size());
+    for (const std::uint32_t label : labels) keys.push_back(key(label));
+    const auto order = m_order.Sort(keys);
+    Labels sorted(order.size());
+    std::transform(order.begin(), order.end(), sorted.begin(), [&](std::uint32_t i) { return labels[i]; });
+    return sorted;
+}
+
+/// The labels as they stood, those that come from elsewhere among them where they wish to be.
+Seating::Labels Seating::OldOrder(std::size_t lane, const Labels& sorted) {
+    Labels home;
+    std::copy_if(sorted.begin(), sorted.end(), std::back_inserter(home),
+                 [&](std::uint32_t label) { return IsHome(label, lane); });
+    const int axis = LaneAt(lane).Along();
+    home = SortedBy(home, [&](std::uint32_t label) { return m_problem.labels[label].centre[axis]; });
+    Labels old = sorted;
+    auto next = home.begin();
+    for (std::uint32_t& label : old) {
+        if (IsHome(label, lane)) label = *next++;
+    }
+    return old;
+}
+
+/// Whether the old order costs so little more than the new one that it is worth keeping.
+bool Seating::KeepsOrder(std::size_t lane, const Labels& sorted) {
+    const Labels old = OldOrder(lane, sorted);
+    std::size_t moved = 0;
+    for (std::size_t i = 0; i < old.size(); ++i) moved += old[i] != sorted[i];
+    if (moved == 0) return false;
+    const double loss = CostWith(Whole(lane), old) - CostWith(Whole(lane), sorted);
+    return loss <= kOrderCost * static_cast<double>(moved);
 }
 
 Seating::Window Seating::Whole(std::size_t lane) const {
@@ -344,20 +384,21 @@ void Seating::SpaceOuterRow(const Lane& lane, const Labels& labels) {
 void Seating::MeasureOne(std::uint32_t label, const Lane& lane, double place, LabelSeat& seat) const {
     const LabelForm& form = m_problem.labels[label].form;
     const int axis = lane.Along();
-    seat.cost = SwitchCost(label, lane);
     seat.length = seat.pull = 0.0;
     double weights = 0.0;
+    double extra = SwitchCost(label, lane);
     for (const ScreenPoint& anchor : AnchorsOf(label)) {
         const ScreenPoint start = form.Start(seat.centre, anchor);
         const double length = Distance(start, anchor);
         const double weight = 1.0 / std::max(length, kShortest);
         const double along = start[axis] - anchor[axis];
         seat.length += length;
-        seat.cost += length + SlantCost(label, along, start[1 - axis] - anchor[1 - axis]) +
-                     BlockCost({start, anchor});
         seat.pull += weight * along;
         weights += weight;
+        extra += SlantCost(label, along, start[1 - axis] - anchor[1 - axis]);
+        if (!m_problem.obstacles.empty()) extra += BlockCost({start, anchor});
     }
+    seat.cost = seat.length + extra;
     seat.next = {place - seat.pull / weights, weights, 0.0};
 }
 

@@ -67,6 +67,8 @@ public:
         return m_homes[label] == static_cast<int>(LaneAt(lane).Side());
     }
 
+    /// Whether the lane is wide and long enough for the label.
+    [[nodiscard]] bool Holds(std::size_t lane, std::uint32_t label) const;
     /// What the lane offers, what its labels take of that, and what one takes: its length and a gap.
     [[nodiscard]] double Capacity(std::size_t lane) const;
     [[nodiscard]] double Load(std::size_t lane) const { return m_rows[lane].load; }
@@ -76,15 +78,18 @@ public:
     [[nodiscard]] double LoneCost(std::uint32_t label, std::size_t lane) const;
     /// Where the label's leaders are shortest if it has the page to itself. Requires: there is a lane.
     [[nodiscard]] Lone LonePlace(std::uint32_t label) const;
-    /// The length of a label's leaders if it had the other one's place.
-    [[nodiscard]] double LengthInSeatOf(std::uint32_t label, std::uint32_t other) const;
+    /// Where the label would be if it had the other one's place.
+    [[nodiscard]] ScreenPoint CentreInSeatOf(std::uint32_t label, std::uint32_t other) const;
+    /// The length of its leaders if its centre was there.
+    [[nodiscard]] double LengthAt(std::uint32_t label, const ScreenPoint& centre) const;
 
     /// How far apart neighbours on the lane are at the least.
     [[nodiscard]] double Pitch(std::size_t lane, std::uint32_t a, std::uint32_t b) const {
         return Pitch(LaneAt(lane), a, b);
     }
 
-    /// Fills the lanes; `lanes` has one for each label. Sorts the rows by wishes and places everything.
+    /// Fills the lanes; `lanes` has one for each label. Sorts the rows by wishes, as far as they are not in
+    /// good order already, and places everything.
     void Seat(const std::vector<std::size_t>& lanes);
     /// The labels that move when room of a length is needed or given free at an index of the lane.
     [[nodiscard]] Window Around(std::size_t lane, std::size_t index, double length) const;
@@ -134,6 +139,10 @@ private:
     };
 
     void FindHomes();
+    template <class Key>
+    Labels SortedBy(const Labels& labels, const Key& key);
+    [[nodiscard]] Labels OldOrder(std::size_t lane, const Labels& sorted);
+    [[nodiscard]] bool KeepsOrder(std::size_t lane, const Labels& sorted);
     [[nodiscard]] double BlockCost(const ScreenSegment& leader) const;
     [[nodiscard]] double SlantCost(std::uint32_t label, double along, double across) const;
     [[nodiscard]] LabelSeat LoneSeat(std::uint32_t label, std::size_t lane) const;
