@@ -1,6 +1,9 @@
 #include "app/sheet/Figure.h"
 
 #include <algorithm>
+#include <cstddef>
+#include <utility>
+#include <vector>
 
 #include "app/sheet/CalloutLabel.h"
 #include "app/sheet/PageLayout.h"
@@ -17,6 +20,10 @@ namespace {
 // Room for two rows of balloons with a number each.
 constexpr double kModelMargin = 80.0;
 
+// How much the page grows at a time for labels that find no room, on each side, and how often at the most.
+constexpr double kGrowth = 0.06;
+constexpr int kMostGrowths = 8;
+
 PageBox FigureOf(const Document& document, const ViewDirection& direction) {
     const SheetStyle style;
     const std::vector<SheetItem> items = ListedItems(*document.Items());
@@ -28,14 +35,35 @@ PageBox FigureOf(const Document& document, const ViewDirection& direction) {
     return LayOutPage(document.PageWidth(), document.PageHeight(), table, style).figure;
 }
 
-/// A page of pixels grows when labels need it: so much that each side has room for a row of them.
-void MakeRoom(zrcallouts::LayoutProblem& problem) {
+/// The page with so much more room on each side.
+zrcallouts::ScreenBox Grown(const zrcallouts::ScreenBox& page, double wide, double high) {
+    return {page.x0 - wide, page.y0 - high, page.x1 + wide, page.y1 + high};
+}
+
+/// Whether no side of the model has room for the largest label.
+bool IsTight(const zrcallouts::LayoutProblem& problem) {
     const double wide = problem.rules.distance + zrcallouts::GreatestLength(problem.labels, 0);
     const double high = problem.rules.distance + zrcallouts::GreatestLength(problem.labels, 1);
-    zrcallouts::ScreenBox& page = problem.page;
-    const zrcallouts::ScreenBox& model = problem.model;
-    page = {std::min(page.x0, model.x0 - wide), std::min(page.y0, model.y0 - high),
-            std::max(page.x1, model.x1 + wide), std::max(page.y1, model.y1 + high)};
+    return !problem.page.Holds(Grown(problem.model, wide, high));
+}
+
+/// Pages of pixels grow when labels need it, and on paper everything becomes smaller. So much as takes the
+/// layout's faults away, if any page does; else the smallest that has the fewest.
+std::vector<zrcallouts::ScreenPoint> SolveWithRoom(zrcallouts::LayoutProblem problem) {
+    const double wide = kGrowth * problem.page.Length(0);
+    const double high = kGrowth * problem.page.Length(1);
+    for (int i = 0; i < kMostGrowths && IsTight(problem); ++i) problem.page = Grown(problem.page, wide, high);
+    auto best = zrcallouts::SolveLayout(problem);
+    std::size_t fewest = zrcallouts::MeasureLayout(problem, best).faults.size();
+    for (int i = 0; i < kMostGrowths && fewest > 0; ++i) {
+        problem.page = Grown(problem.page, wide, high);
+        auto next = zrcallouts::SolveLayout(problem);
+        const std::size_t faults = zrcallouts::MeasureLayout(problem, next).faults.size();
+        if (faults >= fewest) continue;
+        fewest = faults;
+        best = std::move(next);
+    }
+    return best;
 }
 
 }  // namespace
@@ -58,9 +86,8 @@ void LayOutLabels(const Document& document, const std::vector<Document::CalloutP
         document.Engine(), document.View(), document.Layout().rules, [&](const auto& callout) {
             return LabelOf(callout, ofDocument, SheetStyle()).form;
         }));
-    zrcallouts::LayoutProblem problem = layout->Describe(callouts);
-    if (document.Paper().size == PaperSize::None) MakeRoom(problem);
-    layout->Place(callouts, problem, zrcallouts::SolveLayout(problem), nullptr);
+    const zrcallouts::LayoutProblem problem = layout->Describe(callouts);
+    layout->Place(callouts, problem, SolveWithRoom(problem), nullptr);
 }
 
 }  // namespace zrsheet

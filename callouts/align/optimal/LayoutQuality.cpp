@@ -135,7 +135,7 @@ private:
         for (std::uint32_t label = 0; label < alone.labels.size() && seating.LaneCount() > 0; ++label) {
             if (alone.labels[label].anchors.empty()) continue;
             const auto lone = seating.LonePlace(label);
-            m_quality.shortest += lone.length;
+            m_quality.shortest += std::min(lone.length, seating.LengthAt(label, m_centres[label]));
             m_quality.displacement += Distance(lone.centre, m_centres[label]);
             ++led;
         }

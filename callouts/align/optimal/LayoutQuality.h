@@ -31,7 +31,7 @@ struct LayoutFault {
 struct ZRCALLOUTS_API LayoutQuality {
     std::vector<LayoutFault> faults;  // by kind, then label, then other
     double length = 0.0;              // of all leaders, from where they start in their labels
-    double shortest = 0.0;            // the same if every label was alone on the page: no layout has less
+    double shortest = 0.0;            // the same if every label was alone on the page
     double displacement = 0.0;        // mean way of labels from where they would be alone
 
     [[nodiscard]] std::size_t Count(LayoutFaultKind kind) const;

@@ -19,7 +19,8 @@ TEST_F(CommandLine, HelpTellsOfEveryOption) {
                              "--numbering", "--select",   "--report",       "--threads",  ".svg",
                              ".png",        ".json",      ".csv",           "iso",        "bottom",
                              "{item}",      "{quantity}", "{tag}",          "{property:", "hierarchical",
-                             "Exit codes"}) {
+                             "--layout",    "--pattern",  "--distance",     "--gap",      "--rows",
+                             "silhouette",  "Exit codes"}) {
         EXPECT_NE(make.out.find(word), std::string::npos) << word;
     }
 }

@@ -45,6 +45,24 @@ TEST_F(RunScript, CheckingEndsWithACodeOfItsOwn) {
     EXPECT_EQ(Run({"check", "done.zrsheet", "--model", "moved.gltf"}).exitCode, 0);
 }
 
+// The sheet of a project whose author put two labels over each other, and of the model as it comes.
+TEST_F(RunScript, LintingEndsWithACodeOfItsOwn) {
+    Write("wedge.gltf", SmallModel());
+    Write("make.zrs", "import wedge.gltf\ncreate\nlabel move 1 to 5,5\nsave off.zrsheet\n");
+    ASSERT_EQ(Run({"run", "make.zrs"}).exitCode, 0);
+    const CliResult good = Run({"lint", "wedge.gltf"});
+    EXPECT_EQ(good.exitCode, 0) << good.out;
+    EXPECT_NE(good.out.find("labels on the model"), std::string::npos) << good.out;
+    const CliResult json = Run({"lint", "wedge.gltf", "--json"});
+    EXPECT_NE(json.out.find("\"ratio\": 1.0"), std::string::npos) << json.out;
+    Write("cover.zrs", "label move 1 to 300,300\ncamera zoom 3\nlabel move 1 to 300,300\nsave\n");
+    ASSERT_EQ(Run({"run", "cover.zrs", "off.zrsheet"}).exitCode, 0);
+    const CliResult bad = Run({"lint", "off.zrsheet"});
+    EXPECT_EQ(bad.exitCode, 1) << bad.out;
+    EXPECT_NE(bad.out.find("labels on the model                                1"), std::string::npos) << bad.out;
+    ExpectRefused({"lint", "nought.zrsheet"}, "nought.zrsheet");
+}
+
 TEST_F(RunScript, SpeaksAsItIsToldUntilTheSheetChooses) {
     Write("wedge.gltf", SmallModel());
     Write("make.zrs", "import wedge.gltf\nsave french.zrsheet\nlanguage es\nsave spanish.zrsheet\n");
