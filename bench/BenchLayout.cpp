@@ -28,7 +28,8 @@ double SecondsToSort(const std::vector<double>& values) {
         std::vector<double> copy = values;
         const auto start = std::chrono::steady_clock::now();
         std::sort(copy.begin(), copy.end());
-        best = std::min(best, std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count());
+        best =
+            std::min(best, std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count());
         benchmark::DoNotOptimize(copy.data());
     }
     return best;
@@ -82,7 +83,8 @@ LayoutProblem SheetOf(std::size_t labels) {
         LayoutLabel label;
         const double x = Random(random);
         const double y = Random(random);
-        label.anchors = {{sheet.model.x0 + x * sheet.model.Length(0), sheet.model.y0 + y * sheet.model.Length(1)}};
+        label.anchors = {
+            {sheet.model.x0 + x * sheet.model.Length(0), sheet.model.y0 + y * sheet.model.Length(1)}};
         label.centre = label.anchors.front();
         sheet.labels.push_back(std::move(label));
     }
@@ -137,4 +139,3 @@ BENCHMARK(TurnModel)->Arg(50)->Iterations(200)->Unit(benchmark::kMicrosecond);
 
 }  // namespace
 }  // namespace zrcallouts
-

@@ -10,7 +10,8 @@ namespace {
 
 double Checked(double pixels, double most, std::string_view what) {
     if (!(pixels >= 0.0 && pixels <= most))
-        throw UserError(fmt::format("'{}' is no {}; use a number of pixels from 0 to {}", pixels, what, most));
+        throw UserError(
+            fmt::format("'{}' is no {}; use a number of pixels from 0 to {}", pixels, what, most));
     return pixels;
 }
 

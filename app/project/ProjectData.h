@@ -13,8 +13,8 @@
 #include <string>
 #include <vector>
 
-#include "app/document/LeaderChoice.h"
 #include "app/document/LayoutChoice.h"
+#include "app/document/LeaderChoice.h"
 #include "app/document/PaperChoice.h"
 #include "app/document/PictureChoice.h"
 #include "zrannotations/CalloutStyle.h"

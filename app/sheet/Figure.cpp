@@ -83,9 +83,8 @@ void LayOutLabels(const Document& document, const std::vector<Document::CalloutP
     }
     const zrannotations::CalloutStyle& ofDocument = document.Style();
     const du::SmartPtr<zrcallouts::OptimalLayout> layout(new zrcallouts::OptimalLayout(
-        document.Engine(), document.View(), document.Layout().rules, [&](const auto& callout) {
-            return LabelOf(callout, ofDocument, SheetStyle()).form;
-        }));
+        document.Engine(), document.View(), document.Layout().rules,
+        [&](const auto& callout) { return LabelOf(callout, ofDocument, SheetStyle()).form; }));
     const zrcallouts::LayoutProblem problem = layout->Describe(callouts);
     layout->Place(callouts, problem, SolveWithRoom(problem), nullptr);
 }

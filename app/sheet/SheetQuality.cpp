@@ -38,16 +38,17 @@ zrcallouts::LayoutLabel LabelOf(const SheetCallout& callout) {
     label.form = {callout.box.x1 - callout.box.x0, callout.box.y1 - callout.box.y0, callout.look.shape};
     if (!callout.stack.empty()) label.form.stacked = static_cast<unsigned>(callout.stack.size());
     label.centre = {0.5 * (callout.box.x0 + callout.box.x1), 0.5 * (callout.box.y0 + callout.box.y1)};
-    for (const SheetLeader& leader : callout.leaders) label.anchors.push_back({leader.anchor.x, leader.anchor.y});
+    for (const SheetLeader& leader : callout.leaders)
+        label.anchors.push_back({leader.anchor.x, leader.anchor.y});
     return label;
 }
 
 /// In the order of the kinds.
 constexpr std::array<std::string_view, 5> kWords{"labels-overlap", "leaders-cross", "leader-meets-label",
                                                  "label-off-page", "label-on-model"};
-constexpr std::array<std::string_view, 5> kTroubles{
-    "labels lie over each other", "leaders cross", "leaders run into other labels", "labels leave the page",
-    "labels lie on the model or on what is around it"};
+constexpr std::array<std::string_view, 5> kTroubles{"labels lie over each other", "leaders cross",
+                                                    "leaders run into other labels", "labels leave the page",
+                                                    "labels lie on the model or on what is around it"};
 constexpr std::size_t kMostNamed = 12;
 
 /// What a reader calls the callout.

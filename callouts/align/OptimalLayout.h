@@ -34,8 +34,8 @@ public:
                   FormSource forms);
     ~OptimalLayout() override;
 
-    // The three steps of a layout, for callers with wishes of their own: describe, solve (see LayoutSolver.h),
-    // place.
+    // The three steps of a layout, for callers with wishes of their own: describe, solve (see
+    // LayoutSolver.h), place.
     /// What is there to arrange, as it stands: first the callouts, in their order, which decides ties, then
     /// the others, pinned. Requires: engine and view.
     [[nodiscard]] LayoutProblem Describe(const std::vector<CalloutPtr>& callouts) const;

@@ -136,7 +136,8 @@ void Align(Session& session, Arguments& arguments) {
 /// What the author says of the arrangement, for this time and those to come.
 LayoutChoice TakeLayout(Arguments& arguments, LayoutChoice choice) {
     if (const auto mode = arguments.TakeOption("mode")) choice.mode = ParseLayoutMode(*mode);
-    if (const auto pattern = arguments.TakeOption("pattern")) choice.rules.pattern = ParseLayoutPattern(*pattern);
+    if (const auto pattern = arguments.TakeOption("pattern"))
+        choice.rules.pattern = ParseLayoutPattern(*pattern);
     if (const auto distance = arguments.TakeNumberOption("distance"))
         choice.rules.distance = CheckedDistance(*distance);
     if (const auto gap = arguments.TakeNumberOption("gap")) choice.rules.gap = CheckedGap(*gap);
@@ -154,8 +155,8 @@ std::vector<Document::CalloutPtr> PlacedByLayout(const Document& document) {
 void Layout(Session& session, Arguments& arguments) {
     Document& document = session.Doc();
     const LayoutChoice choice = TakeLayout(arguments, document.Layout());
-    const auto callouts =
-        arguments.IsEmpty() ? PlacedByLayout(document) : FindCallouts(document, arguments.TakeSome("CALLOUT"));
+    const auto callouts = arguments.IsEmpty() ? PlacedByLayout(document)
+                                              : FindCallouts(document, arguments.TakeSome("CALLOUT"));
     if (!(choice == document.Layout())) document.SetLayout(choice);
     LayOutLabels(document, callouts);
     for (const auto& callout : callouts) document.SetPlacedByHand(callout, false);
@@ -184,8 +185,7 @@ CommandTopic LabelCommands() {
               "spacing "
               "sets labels a fixed step apart.",
               "align left 3 4 5", Effect::Changes, "Align Labels", Align},
-             {"layout",
-              "[CALLOUT...] [mode=MODE] [pattern=PATTERN] [distance=N] [gap=N] [rows=1|2]",
+             {"layout", "[CALLOUT...] [mode=MODE] [pattern=PATTERN] [distance=N] [gap=N] [rows=1|2]",
               "arrange labels around the model",
               "All but those placed by hand; when some are named, '*' names all, only those, and the others "
               "stay where they are. MODE is optimal (labels keep off each other, the model, insets and the "
@@ -193,8 +193,7 @@ CommandTopic LabelCommands() {
               "its nearest side). PATTERN is sides, rectangle (at equal distances), columns, rows, circle or "
               "silhouette. distance is from the model, gap between labels, both in pixels; rows is how many "
               "may stand on each side. What is chosen holds from then on.",
-              "layout pattern=columns gap=12", Effect::Changes,
-              "Lay Out Labels", Layout}}};
+              "layout pattern=columns gap=12", Effect::Changes, "Lay Out Labels", Layout}}};
 }
 
 }  // namespace zrsheet

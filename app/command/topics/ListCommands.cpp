@@ -50,25 +50,26 @@ void Help(Session& session, Arguments& arguments) {
 }  // namespace
 
 CommandTopic ListCommands() {
-    return {"Looking around",
-            {{"list", "parts|items|callouts|insets|symbols|templates|orphans [PART...]", "list what is there",
-              "'list parts' may be given patterns. Orphans are what a project refers to and its model has no "
-              "longer.",
-              "list callouts", Effect::Reads, "", List},
-             {"check", "", "tell what is not complete yet",
-              "Items without callout or parts, parts without item, callouts without item or leader, leaders "
-              "to what "
-              "is covered or gone, labels given twice; each with what to do. 'zrsheet check PROJECT' tells "
-              "the same "
-              "and ends with code 1 when there is anything.",
-              "check", Effect::Reads, "", Check},
-             {"lint", "", "tell how good the places of labels are",
-              "Labels over each other, the model or the page's border, leaders that cross or run into labels, "
-              "and how long leaders are beside the shortest there could be. 'zrsheet lint FILE' tells the "
-              "same and ends with code 1 when there are faults.",
-              "lint", Effect::Reads, "", Lint},
-             {"help", "[COMMAND]", "tell about all commands, or about one", "", "help label move",
-              Effect::Anything, "", Help}}};
+    return {
+        "Looking around",
+        {{"list", "parts|items|callouts|insets|symbols|templates|orphans [PART...]", "list what is there",
+          "'list parts' may be given patterns. Orphans are what a project refers to and its model has no "
+          "longer.",
+          "list callouts", Effect::Reads, "", List},
+         {"check", "", "tell what is not complete yet",
+          "Items without callout or parts, parts without item, callouts without item or leader, leaders "
+          "to what "
+          "is covered or gone, labels given twice; each with what to do. 'zrsheet check PROJECT' tells "
+          "the same "
+          "and ends with code 1 when there is anything.",
+          "check", Effect::Reads, "", Check},
+         {"lint", "", "tell how good the places of labels are",
+          "Labels over each other, the model or the page's border, leaders that cross or run into labels, "
+          "and how long leaders are beside the shortest there could be. 'zrsheet lint FILE' tells the "
+          "same and ends with code 1 when there are faults.",
+          "lint", Effect::Reads, "", Lint},
+         {"help", "[COMMAND]", "tell about all commands, or about one", "", "help label move",
+          Effect::Anything, "", Help}}};
 }
 
 }  // namespace zrsheet

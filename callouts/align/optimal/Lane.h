@@ -37,8 +37,8 @@ public:
     [[nodiscard]] double Spare(double thick) const { return m_room - m_push - m_pitch - thick; }
     /// Takes a piece off one end.
     void Shorten(bool atLeast, double by) { (atLeast ? m_least : m_greatest) += atLeast ? by : -by; }
-    /// Moves it farther out. One that follows a profile keeps off as much more of it to both sides instead, and
-    /// so becomes smoother.
+    /// Moves it farther out. One that follows a profile keeps off as much more of it to both sides instead,
+    /// and so becomes smoother.
     void Push(double by) { m_push += by; }
     /// Labels stand in two rows by turns from then on; leaders of the outer row pass between the inner ones.
     void Double(double pitch) { m_pitch = pitch; }

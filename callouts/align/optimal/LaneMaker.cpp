@@ -9,7 +9,7 @@ namespace zrcallouts {
 namespace {
 
 constexpr double kFollowRoom = 600.0;  // pixels by which lanes along an outline may become smoother
-constexpr double kScan = 4.0;  // pixels from one place that is tried to the next
+constexpr double kScan = 4.0;          // pixels from one place that is tried to the next
 
 struct SideFrame {
     LaneSide side;
@@ -100,7 +100,8 @@ private:
             room = thick;
         }
         const Stretch all = Along(side);
-        for (const Stretch& free : WithoutBoxes(all, Within(side, rim, thick), side.axis, m_problem.rules.gap))
+        for (const Stretch& free :
+             WithoutBoxes(all, Within(side, rim, thick), side.axis, m_problem.rules.gap))
             lanes.emplace_back(side.side, rim, free.least, free.greatest, FreeRoom(side, rim, room, free));
     }
 

@@ -18,8 +18,8 @@ public:
 
     /// Where labels that reach `half` to both sides of `place` may begin: outside the outlines and
     /// obstacles by the rules' distance, outside the circle if the pattern is one, and on this side's part of
-    /// the screen, so that labels of two sides never meet. `beside`: how much farther to both sides the outlines
-    /// count.
+    /// the screen, so that labels of two sides never meet. `beside`: how much farther to both sides the
+    /// outlines count.
     [[nodiscard]] double Rim(double place, double half, double beside = 0.0) const;
     /// The places at which the pattern wants labels.
     [[nodiscard]] double Least() const { return m_least; }
@@ -37,12 +37,13 @@ private:
     double m_distance;
     double m_gap;
     ScreenBox m_model;
-    double m_start;              // of the first bin
+    double m_start;  // of the first bin
     double m_least;
     double m_greatest;
-    double m_radius = 0.0;       // of the circle, along and across; 0: none
+    double m_radius = 0.0;  // of the circle, along and across; 0: none
     double m_depthRadius = 0.0;
-    std::vector<double> m_bins;  // how far out, times `outward`, from the model's middle; least if nothing is there
+    std::vector<double>
+        m_bins;  // how far out, times `outward`, from the model's middle; least if nothing is there
 };
 
 }  // namespace zrcallouts

@@ -44,8 +44,8 @@ struct LayoutLabel {
 };
 
 struct LayoutProblem {
-    ScreenBox page;   // that labels are not to leave
-    ScreenBox model;  // that they are not to cover
+    ScreenBox page;                      // that labels are not to leave
+    ScreenBox model;                     // that they are not to cover
     std::vector<ModelArea> areas{};      // of the model's parts; none: the whole box
     std::vector<ScreenBox> obstacles{};  // that they are not to cover either
     LayoutRules rules{};

@@ -13,10 +13,10 @@ namespace zrcallouts {
 
 enum class LayoutFaultKind : std::uint8_t {
     LabelsOverlap,
-    LeadersCross,       // of two labels
-    LeaderMeetsLabel,   // `label`'s leader runs into `other`
+    LeadersCross,      // of two labels
+    LeaderMeetsLabel,  // `label`'s leader runs into `other`
     LabelOffPage,
-    LabelOnModel,       // or on an obstacle
+    LabelOnModel,  // or on an obstacle
 };
 
 struct LayoutFault {

@@ -11,7 +11,7 @@ constexpr int kMostSorts = 12;      // of one lane at a time
 constexpr double kOrderCost = 3.0;  // pixels of leader that neighbours save at least by changing their order
 constexpr double kNeighbourGain = 1e-3;  // of both leaders, beyond that
 constexpr double kLeastGain = 1e-6;
-constexpr double kUncrossLoss = 0.05;     // of both leaders, which not crossing may cost
+constexpr double kUncrossLoss = 0.05;  // of both leaders, which not crossing may cost
 
 constexpr double kInfinity = std::numeric_limits<double>::infinity();
 constexpr ScreenBox kNothing{kInfinity, kInfinity, -kInfinity, -kInfinity};
@@ -24,7 +24,8 @@ bool LeaderSwaps::Run() {
     bool isAnyChanged = false;
     for (int round = 0; round < kMostRounds; ++round) {
         bool isChanged = false;
-        for (std::size_t lane = 0; lane < m_lanes.size(); ++lane) isChanged = SortNeighbours(lane) || isChanged;
+        for (std::size_t lane = 0; lane < m_lanes.size(); ++lane)
+            isChanged = SortNeighbours(lane) || isChanged;
         m_sorted = m_seating.Now();
         isChanged = Uncross() || isChanged;
         isAnyChanged = isAnyChanged || isChanged;
@@ -48,8 +49,9 @@ bool LeaderSwaps::SortNeighbours(std::size_t lane) {
         if (!isChanged) break;
         isAnyChanged = true;
         sorted = m_seating.Now();
-        m_seating.Settle(lane);
+        m_seating.SettleRoughly(lane);
     }
+    if (isAnyChanged) m_seating.Settle(lane);
     return isAnyChanged;
 }
 

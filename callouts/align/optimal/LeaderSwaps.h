@@ -31,7 +31,7 @@ private:
         ScreenBox box;
         double from = 0.0;  // along the lane, the label's place included
         double to = 0.0;
-        double reach = 0.0;  // the greatest `to` of all spans up to here
+        double reach = 0.0;   // the greatest `to` of all spans up to here
         bool isFresh = true;  // moved since it was last looked at
     };
     struct LaneSpans {

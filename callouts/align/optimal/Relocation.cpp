@@ -13,8 +13,7 @@ std::ptrdiff_t Offset(std::size_t index) { return static_cast<std::ptrdiff_t>(in
 
 }  // namespace
 
-Relocation::Relocation(Seating& seating)
-    : m_seating(seating), m_rooms(seating.LaneCount()) {}
+Relocation::Relocation(Seating& seating) : m_seating(seating), m_rooms(seating.LaneCount()) {}
 
 bool Relocation::Run() {
     bool isAnyChanged = false;
@@ -81,24 +80,20 @@ double Relocation::Price(std::uint32_t label, std::size_t lane) const {
     return m_seating.LoadOf(label, lane) * std::max(pull, 0.0);
 }
 
-double Relocation::GainOf(std::uint32_t label, std::size_t lane) const {
-    const std::size_t from = m_seating.LaneOf(label);
-    const double own = m_seating.CostOf(label);
-    const double gain = own - m_seating.LoneCost(label, lane);
-    const double relief = Relief(label);
-    if (lane == from || gain + relief < kLeastGain) return 0.0;
-    return gain + relief - Price(label, lane);
+double Relocation::GainOf(std::uint32_t label, double relief, std::size_t lane) const {
+    const double gain = m_seating.CostOf(label) + relief - m_seating.LoneCost(label, lane);
+    return gain < kLeastGain ? 0.0 : gain - Price(label, lane);
 }
 
 void Relocation::FindMoves() {
     m_moves.clear();
     for (std::size_t from = 0; from < m_seating.LaneCount(); ++from) {
         for (const std::uint32_t label : m_seating.RowOf(from)) {
+            const double relief = Relief(label);
             for (std::size_t lane = 0; lane < m_seating.LaneCount(); ++lane) {
-                if (!m_seating.Holds(lane, label)) continue;
-                if (m_seating.Load(lane) + m_seating.LoadOf(label, lane) > m_seating.Capacity(lane)) continue;
-                const double gain = GainOf(label, lane);
-                if (gain > kLeastGain) m_moves.push_back({gain, label, lane});
+                if (lane == from) continue;
+                const double gain = GainOf(label, relief, lane);
+                if (gain > kLeastGain && HasRoom(lane, label)) m_moves.push_back({gain, label, lane});
             }
         }
     }
@@ -106,18 +101,23 @@ void Relocation::FindMoves() {
                      [](const Move& a, const Move& b) { return a.gain > b.gain; });
 }
 
+bool Relocation::HasRoom(std::size_t lane, std::uint32_t label) const {
+    return m_seating.Holds(lane, label) &&
+           m_seating.Load(lane) + m_seating.LoadOf(label, lane) <= m_seating.Capacity(lane);
+}
+
 std::size_t Relocation::PlaceIn(const Seating::Labels& labels, std::size_t lane, double wish) const {
-    const auto next = std::lower_bound(labels.begin(), labels.end(), wish, [&](std::uint32_t label, double at) {
-        return m_seating.WishOf(label, lane) < at;
-    });
+    const auto next =
+        std::lower_bound(labels.begin(), labels.end(), wish,
+                         [&](std::uint32_t label, double at) { return m_seating.WishOf(label, lane) < at; });
     return static_cast<std::size_t>(next - labels.begin());
 }
 
 /// Earlier moves of the pass may have changed what this one gains.
 bool Relocation::Try(const Move& move) {
     const std::size_t from = m_seating.LaneOf(move.label);
-    if (from == move.lane || GainOf(move.label, move.lane) < kLeastGain) return false;
-    if (m_seating.Load(move.lane) + m_seating.LoadOf(move.label, move.lane) > m_seating.Capacity(move.lane)) return false;
+    if (from == move.lane || !HasRoom(move.lane, move.label)) return false;
+    if (GainOf(move.label, Relief(move.label), move.lane) < kLeastGain) return false;
     const std::size_t index = m_seating.IndexOf(move.label);
     const auto leaving = m_seating.Around(from, index, m_seating.LoadOf(move.label, from));
     const auto& row = m_seating.RowOf(from);

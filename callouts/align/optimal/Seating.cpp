@@ -8,15 +8,15 @@
 namespace zrcallouts {
 namespace {
 
-constexpr int kMostRounds = 5;        // of placing one row; two or three do
 constexpr double kEnough = 1e-4;      // of the cost: what a further round must save
 constexpr double kSwitchCost = 8.0;   // pixels of leader that a label saves at least by going to another side
 constexpr double kOrderCost = 3.0;    // pixels of leader that each label saves at least by another order
 constexpr double kSlantCost = 2.0;    // pixels of leader for each pixel that a label stands too far aside
 constexpr double kBlockCost = 300.0;  // pixels of leader for each obstacle that it leads over
-constexpr double kPassage = 6.0;      // pixels between inner labels, beyond the gap, for a leader to the outer row
-constexpr double kStill = 0.25;       // pixels; what moves less has not moved
-constexpr double kShortest = 1.0;     // pixels; leaders count as this long at least where that divides
+constexpr double kPassage =
+    6.0;                         // pixels between inner labels, beyond the gap, for a leader to the outer row
+constexpr double kStill = 0.25;  // pixels; what moves less has not moved
+constexpr double kShortest = 1.0;  // pixels; leaders count as this long at least where that divides
 
 }  // namespace
 
@@ -36,6 +36,8 @@ Seating::Seating(const LayoutProblem& problem)
     }
     m_firstAnchors.push_back(m_anchors.size());
     FindHomes();
+    m_alone.resize(m_seats.size() * LaneCount());
+    for (std::size_t lane = 0; lane < LaneCount(); ++lane) MeasureAlone(lane);
 }
 
 void Seating::FindHomes() {
@@ -103,33 +105,33 @@ double Seating::LoadOf(std::uint32_t label, std::size_t lane) const {
     return LengthOn(LaneAt(lane), label) + m_problem.rules.gap;
 }
 
-double Seating::WishOf(std::uint32_t label, std::size_t lane) const {
+void Seating::MeasureAlone(std::size_t lane) {
+    for (std::uint32_t label = 0; label < m_seats.size(); ++label)
+        m_alone[label * LaneCount() + lane] = LoneSeat(label, lane);
+}
+
+/// Where the label would be if it was alone there.
+Seating::LabelSeat Seating::LoneSeat(std::uint32_t label, std::size_t lane) const {
     const Lane& on = LaneAt(lane);
     const auto anchors = AnchorsOf(label);
     double sum = 0.0;
     for (const ScreenPoint& anchor : anchors) sum += anchor[on.Along()];
     const double half = 0.5 * m_problem.labels[label].form.Length(on.Along());
     const double least = on.Least() + half;
-    return std::clamp(sum / static_cast<double>(anchors.size()), least, std::max(on.Greatest() - half, least));
-}
-
-Seating::LabelSeat Seating::LoneSeat(std::uint32_t label, std::size_t lane) const {
-    const double place = WishOf(label, lane);
+    const double place =
+        std::clamp(sum / static_cast<double>(anchors.size()), least, std::max(on.Greatest() - half, least));
     LabelSeat seat;
-    seat.centre = CentreAt(label, LaneAt(lane), place, 0);
-    MeasureOne(label, LaneAt(lane), place, seat);
+    seat.centre = CentreAt(label, on, place, 0);
+    MeasureOne(label, on, place, seat);
+    seat.next.wish = place;
     return seat;
 }
 
-double Seating::LoneCost(std::uint32_t label, std::size_t lane) const { return LoneSeat(label, lane).cost; }
-
 Seating::Lone Seating::LonePlace(std::uint32_t label) const {
-    LabelSeat best = LoneSeat(label, 0);
-    for (std::size_t lane = 1; lane < LaneCount(); ++lane) {
-        const LabelSeat seat = LoneSeat(label, lane);
-        if (seat.length < best.length) best = seat;
-    }
-    return {best.centre, best.length};
+    const auto first = m_alone.begin() + static_cast<std::ptrdiff_t>(label * LaneCount());
+    const auto best = std::min_element(first, first + static_cast<std::ptrdiff_t>(LaneCount()),
+                                       [](const auto& a, const auto& b) { return a.length < b.length; });
+    return {best->centre, best->length};
 }
 
 ScreenPoint Seating::CentreInSeatOf(std::uint32_t label, std::uint32_t other) const {
@@ -226,12 +228,14 @@ double Seating::CostOf(const Window& window) const {
     return cost;
 }
 
-double Seating::CostWith(const Window& window, const Labels& labels) { return Arrange(window, labels); }
+double Seating::CostWith(const Window& window, const Labels& labels) {
+    return Arrange(window, labels, kFewRounds);
+}
 
 void Seating::Replace(const Window& window, const Labels& labels) {
     Row& row = m_rows[window.lane];
     const auto at = [](auto& all, std::size_t i) { return all.begin() + static_cast<std::ptrdiff_t>(i); };
-    Arrange(window, labels);
+    Arrange(window, labels, kManyRounds);
     row.labels.erase(at(row.labels, window.first), at(row.labels, window.end));
     row.labels.insert(at(row.labels, window.first), labels.begin(), labels.end());
     row.places.resize(std::max(row.places.size(), window.end));
@@ -246,9 +250,9 @@ void Seating::Replace(const Window& window, const Labels& labels) {
     Take({window.lane, window.first, window.first + labels.size(), window.least, window.greatest});
 }
 
-void Seating::Settle(std::size_t lane) {
+void Seating::Settle(std::size_t lane, int rounds) {
     const Window window = Whole(lane);
-    Arrange(window, m_rows[lane].labels);
+    Arrange(window, m_rows[lane].labels, rounds);
     m_rows[lane].places = m_trial.places;
     Take(window);
 }
@@ -287,13 +291,13 @@ void Seating::Swap(std::uint32_t a, std::uint32_t b) {
 
 /// Least squares with weights that make them lengths: from round to round the sum of the lengths falls, until
 /// it is the least that the order allows.
-double Seating::Arrange(const Window& window, const Labels& labels) {
+double Seating::Arrange(const Window& window, const Labels& labels, int rounds) {
     if (m_problem.rules.pattern == LayoutPattern::Rectangle) return ArrangeEvenly(window, labels);
     Wish(window, labels);
     const auto first = Spread(window);
     m_trial.places.assign(first.begin(), first.end());
     double cost = Measure(window, labels);
-    for (int round = 0; round < kMostRounds; ++round) {
+    for (int round = 0; round < rounds; ++round) {
         const auto next = Spread(window);
         m_trial.places.assign(next.begin(), next.end());
         const double before = std::exchange(cost, Measure(window, labels));
@@ -404,11 +408,15 @@ void Seating::MeasureOne(std::uint32_t label, const Lane& lane, double place, La
 
 bool Seating::CanDouble(std::size_t lane) const {
     return m_problem.rules.rows > 1 && LaneAt(lane).IsStraight() && !LaneAt(lane).IsDouble() &&
-           Thick(lane) > 0.0 &&
-           Spare(lane) >= Thick(lane) + m_problem.rules.gap;
+           Thick(lane) > 0.0 && Spare(lane) >= Thick(lane) + m_problem.rules.gap;
 }
 
 void Seating::Double(std::size_t lane) { m_set.lanes[lane].Double(Thick(lane) + m_problem.rules.gap); }
+
+void Seating::Shorten(std::size_t lane, bool atLeast, double by) {
+    m_set.lanes[lane].Shorten(atLeast, by);
+    MeasureAlone(lane);
+}
 
 double Seating::Spare(std::size_t lane) const { return LaneAt(lane).Spare(Thick(lane)); }
 

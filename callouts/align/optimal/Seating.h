@@ -16,9 +16,9 @@
 namespace zrcallouts {
 
 /// The state of a layout under way. Labels and lanes go by their numbers; pinned labels have no seat. What a
-/// lane costs is the length of its labels' leaders; more for leaders so slanting that they run into neighbours;
-/// and a little for each label that left the side it was on, so that a layout stays when the picture hardly
-/// changes. One thread. The problem must outlive it.
+/// lane costs is the length of its labels' leaders; more for leaders so slanting that they run into
+/// neighbours; and a little for each label that left the side it was on, so that a layout stays when the
+/// picture hardly changes. One thread. The problem must outlive it.
 class Seating {
 public:
     using Labels = std::vector<std::uint32_t>;
@@ -74,8 +74,12 @@ public:
     [[nodiscard]] double Load(std::size_t lane) const { return m_rows[lane].load; }
     [[nodiscard]] double LoadOf(std::uint32_t label, std::size_t lane) const;
     /// Where along the lane the label would be if it was alone there, and what that costs.
-    [[nodiscard]] double WishOf(std::uint32_t label, std::size_t lane) const;
-    [[nodiscard]] double LoneCost(std::uint32_t label, std::size_t lane) const;
+    [[nodiscard]] double WishOf(std::uint32_t label, std::size_t lane) const {
+        return m_alone[label * LaneCount() + lane].next.wish;
+    }
+    [[nodiscard]] double LoneCost(std::uint32_t label, std::size_t lane) const {
+        return m_alone[label * LaneCount() + lane].cost;
+    }
     /// Where the label's leaders are shortest if it has the page to itself. Requires: there is a lane.
     [[nodiscard]] Lone LonePlace(std::uint32_t label) const;
     /// Where the label would be if it had the other one's place.
@@ -102,7 +106,9 @@ public:
     /// The two change places; `Settle` then sees to their lanes.
     void Swap(std::uint32_t a, std::uint32_t b);
     /// Places the labels of the lane as its order wants them.
-    void Settle(std::size_t lane);
+    void Settle(std::size_t lane) { Settle(lane, kManyRounds); }
+    /// The same, nearly.
+    void SettleRoughly(std::size_t lane) { Settle(lane, kFewRounds); }
 
     [[nodiscard]] double Thick(std::size_t lane) const { return m_thickest[1 - LaneAt(lane).Along()]; }
     /// Has the page room for a second row on the lane?
@@ -111,8 +117,9 @@ public:
     /// How much farther out its labels may go.
     [[nodiscard]] double Spare(std::size_t lane) const;
     /// Takes a piece off one end of the lane; `Settle` then sees to it.
-    void Shorten(std::size_t lane, bool atLeast, double by) { m_set.lanes[lane].Shorten(atLeast, by); }
-    /// Moves the lane farther out; `Settle` then sees to it.
+    void Shorten(std::size_t lane, bool atLeast, double by);
+    /// Moves the lane farther out; `Settle` then sees to it. What labels would cost alone there stays as it
+    /// was.
     void Push(std::size_t lane, double by) { m_set.lanes[lane].Push(by); }
 
 private:
@@ -138,6 +145,10 @@ private:
         std::vector<LabelSeat> seats;
     };
 
+    // Of placing one row; each makes it better, and two or three do.
+    static constexpr int kManyRounds = 5;
+    static constexpr int kFewRounds = 1;
+
     void FindHomes();
     template <class Key>
     Labels SortedBy(const Labels& labels, const Key& key);
@@ -145,13 +156,15 @@ private:
     [[nodiscard]] bool KeepsOrder(std::size_t lane, const Labels& sorted);
     [[nodiscard]] double BlockCost(const ScreenSegment& leader) const;
     [[nodiscard]] double SlantCost(std::uint32_t label, double along, double across) const;
+    void MeasureAlone(std::size_t lane);
     [[nodiscard]] LabelSeat LoneSeat(std::uint32_t label, std::size_t lane) const;
     [[nodiscard]] double SwitchCost(std::uint32_t label, const Lane& lane) const;
     [[nodiscard]] ScreenPoint CentreAt(std::uint32_t label, const Lane& lane, double place,
                                        std::size_t index) const;
     [[nodiscard]] double LengthOn(const Lane& lane, std::uint32_t label) const;
     [[nodiscard]] double Pitch(const Lane& lane, std::uint32_t a, std::uint32_t b) const;
-    double Arrange(const Window& window, const Labels& labels);
+    void Settle(std::size_t lane, int rounds);
+    double Arrange(const Window& window, const Labels& labels, int rounds);
     double ArrangeEvenly(const Window& window, const Labels& labels);
     void Wish(const Window& window, const Labels& labels);
     double Measure(const Window& window, const Labels& labels);
@@ -169,6 +182,7 @@ private:
     std::vector<std::size_t> m_firstAnchors;
     std::vector<int> m_homes;          // the side where each label is already; -1: none
     std::vector<double> m_slants;      // of each label's form
+    std::vector<LabelSeat> m_alone;    // each label on each lane, with its wish
     std::array<double, 2> m_thickest;  // the largest label along each axis
     std::uint64_t m_now = 0;
 

@@ -14,13 +14,12 @@ TEST_F(CommandLine, HelpTellsOfEveryOption) {
     const CliResult make = Run({"make", "--help"});
     EXPECT_EQ(make.exitCode, 0);
     EXPECT_EQ(make.err, "");
-    for (const char* word : {"MODEL",       "-o",         "--output",       "--view",     "--size",
-                             "--combine",   "--draw-one", "--per-instance", "--template", "--language",
-                             "--numbering", "--select",   "--report",       "--threads",  ".svg",
-                             ".png",        ".json",      ".csv",           "iso",        "bottom",
-                             "{item}",      "{quantity}", "{tag}",          "{property:", "hierarchical",
-                             "--layout",    "--pattern",  "--distance",     "--gap",      "--rows",
-                             "silhouette",  "Exit codes"}) {
+    for (const char* word :
+         {"MODEL",          "-o",         "--output",   "--view",       "--size",   "--combine", "--draw-one",
+          "--per-instance", "--template", "--language", "--numbering",  "--select", "--report",  "--threads",
+          ".svg",           ".png",       ".json",      ".csv",         "iso",      "bottom",    "{item}",
+          "{quantity}",     "{tag}",      "{property:", "hierarchical", "--layout", "--pattern", "--distance",
+          "--gap",          "--rows",     "silhouette", "Exit codes"}) {
         EXPECT_NE(make.out.find(word), std::string::npos) << word;
     }
 }

@@ -59,7 +59,8 @@ TEST_F(RunScript, LintingEndsWithACodeOfItsOwn) {
     ASSERT_EQ(Run({"run", "cover.zrs", "off.zrsheet"}).exitCode, 0);
     const CliResult bad = Run({"lint", "off.zrsheet"});
     EXPECT_EQ(bad.exitCode, 1) << bad.out;
-    EXPECT_NE(bad.out.find("labels on the model                                1"), std::string::npos) << bad.out;
+    EXPECT_NE(bad.out.find("labels on the model                                1"), std::string::npos)
+        << bad.out;
     ExpectRefused({"lint", "nought.zrsheet"}, "nought.zrsheet");
 }
 

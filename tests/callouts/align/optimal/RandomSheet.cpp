@@ -33,7 +33,8 @@ LayoutProblem MakeSheet(const SheetKind& kind, unsigned seed) {
         LayoutLabel label;
         const double x = place(heap.x);
         const double y = place(heap.y);
-        label.anchors = {{sheet.model.x0 + x * sheet.model.Length(0), sheet.model.y0 + y * sheet.model.Length(1)}};
+        label.anchors = {
+            {sheet.model.x0 + x * sheet.model.Length(0), sheet.model.y0 + y * sheet.model.Length(1)}};
         label.centre = label.anchors.front();
         if (!kind.areAlike) label.form = RandomForm(random);
         sheet.labels.push_back(std::move(label));

@@ -12,9 +12,9 @@ namespace zrcallouts {
 /// What a sheet is made of; the same kind and seed make the same sheet with any compiler.
 struct SheetKind {
     std::size_t labels = 20;
-    double spread = 1.0;     // of the anchors, of the model's box; small ones crowd somewhere in it
-    bool areAlike = true;    // labels are circles of one size, else capsules and larger ones too
-    double margin = 90.0;    // of the page around the model
+    double spread = 1.0;   // of the anchors, of the model's box; small ones crowd somewhere in it
+    bool areAlike = true;  // labels are circles of one size, else capsules and larger ones too
+    double margin = 90.0;  // of the page around the model
     LayoutPattern pattern = LayoutPattern::Sides;
 };
 

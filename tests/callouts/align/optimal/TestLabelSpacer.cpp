@@ -39,11 +39,13 @@ double Need(const Line& line, std::size_t i) {
 /// touch, the line's ends included, can be given a pressure that is not negative and balances what pulls the
 /// labels to their wishes.
 void ExpectBest(const Line& line, std::span<const double> places) {
-    const auto pull = [&](std::size_t i) { return line.labels[i].weight * (line.labels[i].wish - places[i]); };
+    const auto pull = [&](std::size_t i) {
+        return line.labels[i].weight * (line.labels[i].wish - places[i]);
+    };
     for (std::size_t first = 0, end = 0; first < places.size(); first = end) {
         double sum = pull(first);
-        for (end = first + 1; end < places.size() && places[end] - places[end - 1] < Need(line, end - 1) + kExact;
-             ++end)
+        for (end = first + 1;
+             end < places.size() && places[end] - places[end - 1] < Need(line, end - 1) + kExact; ++end)
             sum += pull(end);
         const bool isAtStart = places[first] - 0.5 * line.labels[first].length < line.least + kExact;
         const bool isAtEnd = places[end - 1] + 0.5 * line.labels[end - 1].length > line.greatest - kExact;

@@ -57,7 +57,8 @@ TEST(LayoutSolver, LeavesNoFaultsOnSheetsWithRoom) {
         for (unsigned seed = 0; seed < sweep.sheets; ++seed) {
             const LayoutProblem sheet = MakeSheet(sweep.kind, seed);
             const LayoutQuality quality = MeasureLayout(sheet, SolveLayout(sheet));
-            EXPECT_TRUE(quality.faults.empty()) << sweep.name << ", seed " << seed << ":" << Describe(quality);
+            EXPECT_TRUE(quality.faults.empty())
+                << sweep.name << ", seed " << seed << ":" << Describe(quality);
         }
     }
 }
@@ -98,8 +99,8 @@ private:
     /// Circles of 26 pixels, 8 apart, 17 from the model.
     double LengthOn(std::size_t side) {
         const int along = side < 2 ? 1 : 0;
-        const double line = side % 2 == 0 ? m_sheet.model.Least(1 - along) - 30.0
-                                          : m_sheet.model.Greatest(1 - along) + 30.0;
+        const double line =
+            side % 2 == 0 ? m_sheet.model.Least(1 - along) - 30.0 : m_sheet.model.Greatest(1 - along) + 30.0;
         std::vector<SpacedLabel> labels;
         std::vector<double> depths;
         for (const std::size_t label : m_sides[side]) {
@@ -208,7 +209,8 @@ TEST(LayoutSolver, LeavesPinnedLabelsAndKeepsOffThemAndGlasses) {
         sheet.obstacles = {{920, 200, 990, 300}};
         for (std::size_t i = 0; i < before.size(); ++i) {
             sheet.labels[i].centre = before[i];
-            sheet.labels[i].isPinned = i % 3 == 0 && !sheet.obstacles[0].Overlaps(sheet.labels[i].form.BoxAt(before[i]), 8.0);
+            sheet.labels[i].isPinned =
+                i % 3 == 0 && !sheet.obstacles[0].Overlaps(sheet.labels[i].form.BoxAt(before[i]), 8.0);
         }
         const Centres centres = SolveLayout(sheet);
         for (std::size_t i = 0; i < centres.size(); ++i) {
