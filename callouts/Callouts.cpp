@@ -30,8 +30,10 @@ void LetKernelManage(const du::SmartPtr<dom::ManagedObject>& observer) {
 }  // namespace
 
 Callouts::Callouts()
-    : m_itemIndex(std::make_shared<zrannotations::ItemIndex>()),
-      m_handle(std::make_shared<EngineHandle>(this)) {}
+    : m_handle(std::make_shared<EngineHandle>(this)),
+      m_itemIndex(std::make_shared<zrannotations::ItemIndex>([handle = m_handle](unsigned id) {
+          if (const auto engine = handle->Lock()) engine->IndicateItem(id);
+      })) {}
 
 Callouts::Callouts(du::SmartPtr<zrk::ShapeScene> scene) : Callouts() { Callouts::Initialize(scene); }
 

@@ -217,6 +217,7 @@ protected:
     void UnregisterObservers() override;
 
 private:
+    friend class RegistryProbe;  // in tests
     struct LeaderCheck;
     using Snapshot = std::shared_ptr<const std::vector<CalloutPtr>>;
     using LeaderAction = void (Callouts::*)(const CalloutPtr& callout, unsigned int position);
@@ -244,7 +245,9 @@ private:
     std::vector<CalloutPtr> SnapshotInstance(const std::string& instanceId) const;
     bool Contains(const CalloutPtr& callout) const;
     bool IsItemUsed(unsigned int itemId) const;
+    void IndicateItem(unsigned int itemId);
     void RemoveFromMap(const CalloutPtr& callout);
+    void RemoveFromInsets(const CalloutPtr& callout);
     void RemoveFromSet(const CalloutPtr& callout);
     /// For a callout's leaders, and those of a combined callout's members but the first.
     void ForEachLeader(const CalloutPtr& callout, LeaderAction action);
@@ -286,8 +289,7 @@ private:
     du::SmartPtr<ItemsListObserver> m_itemsListObserver;
     du::SmartPtr<WorldObserver> m_worldObserver;
     CalloutSet m_callouts;
-    mutable Snapshot m_snapshot;                            // of the callouts above; null since they changed
-    std::shared_ptr<zrannotations::ItemIndex> m_itemIndex;  // of the callouts above
+    mutable Snapshot m_snapshot;  // of the callouts above; null since they changed
     std::set<std::pair<std::string, CalloutPtr>> m_instanceIdCallouts;  // flat: most parts have one callout
     SymbolMap m_symbolAnnotations;
     InsetMap m_insetCallouts;
@@ -305,6 +307,7 @@ private:
     // the host still holds, or that is being notified on another thread, finds nobody instead of a dead
     // engine.
     std::shared_ptr<EngineHandle> m_handle;
+    std::shared_ptr<zrannotations::ItemIndex> m_itemIndex;  // of the callouts above
 };
 
 }  // namespace zrcallouts

@@ -302,6 +302,14 @@ void Callouts::OnBackgroundColor(const du::SmartPtr<zrk::ShapeView>& view) {
     if (!scene->GetDrawWhenHidden()) OnDrawWhenHidden(view);
 }
 
+// A callout can change its item while it is in the scene: by another template, or with the history.
+void Callouts::IndicateItem(unsigned int itemId) {
+    const auto itemList = GetItemsList();
+    if (const auto items =
+            itemList ? itemList->GetZrkItemList() : du::SmartPtr<zrk::illustration::ItemsList>())
+        items->SetIndicated(itemId, IsItemUsed(itemId));
+}
+
 void Callouts::SetIndicated(const CalloutPtr& callout, bool indicated) {
     const auto itemList = GetItemsList();
     if (!callout || !itemList) return;

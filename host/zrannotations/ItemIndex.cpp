@@ -6,21 +6,31 @@
 
 namespace zrannotations {
 
-ItemIndex::ItemIndex() = default;
+ItemIndex::ItemIndex(UseChanged onUseChanged) : m_onUseChanged(std::move(onUseChanged)) {}
 
 ItemIndex::~ItemIndex() = default;
 
-// The caller's reference keeps the carrier alive, so that nothing is freed under the lock.
 void ItemIndex::Count(unsigned id, const du::SmartPtr<Callout>& carrier, int change) {
+    if (Enter(id, carrier, change) && m_onUseChanged) m_onUseChanged(id);
+}
+
+// The caller's reference keeps the carrier alive, so that nothing is freed under the lock.
+bool ItemIndex::Enter(unsigned id, const du::SmartPtr<Callout>& carrier, int change) {
     const std::lock_guard hold(m_mutex);
-    if (m_isClosed) return;
+    if (m_isClosed) return false;
+    const bool wasCarried = IsCarried(id);
     const auto count = m_carriers.try_emplace({id, carrier}, 0).first;
     count->second += change;
     if (count->second == 0) m_carriers.erase(count);
+    return IsCarried(id) != wasCarried;
 }
 
 bool ItemIndex::IsUsed(unsigned id) const {
     const std::lock_guard hold(m_mutex);
+    return IsCarried(id);
+}
+
+bool ItemIndex::IsCarried(unsigned id) const {
     const auto first = m_carriers.lower_bound({id, nullptr});
     return first != m_carriers.end() && first->first.first == id;
 }

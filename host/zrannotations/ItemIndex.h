@@ -2,6 +2,7 @@
 
 #pragma once
 
+#include <functional>
 #include <map>
 #include <mutex>
 #include <utility>
@@ -17,7 +18,11 @@ class Callout;
 /// its members. Holds them counted. Any thread.
 class ItemIndex {
 public:
-    ItemIndex();
+    /// Told of an item that has got its first carrier or lost its last, on the thread that made the change
+    /// and with no lock held; by then another thread may have changed it again.
+    using UseChanged = std::function<void(unsigned id)>;
+
+    explicit ItemIndex(UseChanged onUseChanged = {});
     ItemIndex(const ItemIndex&) = delete;
     ItemIndex& operator=(const ItemIndex&) = delete;
     ~ItemIndex();
@@ -33,7 +38,13 @@ public:
 
 private:
     void Count(unsigned id, const du::SmartPtr<Callout>& carrier, int change);
+    /// Whether the item got its first carrier or lost its last.
+    bool Enter(unsigned id, const du::SmartPtr<Callout>& carrier, int change);
 
+    /// Requires: the lock is held.
+    bool IsCarried(unsigned id) const;
+
+    const UseChanged m_onUseChanged;
     mutable std::mutex m_mutex;  // guards all below
     /// How many members carry the item, for a combined callout. Below zero for a moment where one thread
     /// takes away what another is about to add. One flat table: nearly every item has one carrier.

@@ -307,5 +307,24 @@ TEST_F(CalloutsView, AnAnchorIsPickedOnThePartAloneAndKeptInItsCoordinates) {
     EXPECT_FALSE(cancelled->IsAnchorPointCalculated());
 }
 
+// A view that is busy for good must not hold up editing, or the end; an answer that comes after all finds
+// nobody.
+TEST_F(CalloutsView, APickThatIsNeverAnsweredHoldsNothingUp) {
+    const auto callout = AddCallout(m_literal, m_free);
+    const auto other = AddCallout(m_literal, m_back);
+    m_engine->RequestAnchorPick(callout);
+    m_engine->OnDrawWhenHidden(m_view);
+    EXPECT_GT(m_engine->GetPickRequestCount(), 0U);
+    m_engine->OnDrawWhenHidden(m_view, other);
+    m_annoSet->RemoveAnnotationFromSet(callout, nullptr);
+    EXPECT_FALSE(IsShown(callout));
+    m_scene->RemoveShapeInstance(m_back.shape);
+    StopEngine();
+    SetLook(callout, true);
+    EXPECT_GT(Pump(), 0U) << "nothing was asked for";
+    EXPECT_TRUE(callout->IsDimAtPos(0)) << "an answer came through";
+    EXPECT_EQ(callout->GetReferenceCount(), 1U);
+}
+
 }  // namespace
 }  // namespace zrcallouts

@@ -108,14 +108,14 @@ void ItemsList::SetIndicated(unsigned id, bool indicated) {
     const std::lock_guard hold(m_mutex);
     if (!indicated) {
         m_indicated.erase(id);
-    } else if (m_items.count(id) != 0) {
+    } else {
         m_indicated.insert(id);
     }
 }
 
 bool ItemsList::IsIndicated(unsigned id) const {
     const std::lock_guard hold(m_mutex);
-    return m_indicated.count(id) != 0;
+    return m_indicated.count(id) != 0 && m_items.count(id) != 0;
 }
 
 void ItemsList::Take(unsigned id, const SbomPtr& instance) {
@@ -322,7 +322,6 @@ bool ItemsList::RemoveItem(unsigned id) {
         FreeNumber(entry->second);
         m_ranks.Erase(id);
         m_items.erase(entry);
-        m_indicated.erase(id);
     }
     Notify({kItemRemoved, id}, [this, id] {
         m_observers.NotifyAll([id](ItemsListObserver& observer) { observer.OnItemRemoved(id); });
@@ -450,7 +449,6 @@ void ItemsList::Clear() {
         m_itemOfInstance.clear();
         m_itemsOfComponent.clear();
         m_numbers = {};
-        m_indicated.clear();
     }
     Notify({kListCleared, 0},
            [this] { m_observers.NotifyAll([](ItemsListObserver& observer) { observer.OnListCleared(); }); });

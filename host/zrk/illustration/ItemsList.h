@@ -95,7 +95,8 @@ public:
     /// In list order.
     std::vector<unsigned> GetItemIds() const;
 
-    /// Highlights the item in the list; no event.
+    /// Highlights the item in the list; no event. Of an item that is not there it is kept until it comes
+    /// (back).
     void SetIndicated(unsigned id, bool indicated);
     bool IsIndicated(unsigned id) const;
 

@@ -1,0 +1,104 @@
+// Everything that a user can do to a scene of twenty parts, chosen by numbers from outside: by a seed in
+// walks that are long, by the bytes of an input in walks that shall become interesting.
+
+#pragma once
+
+#include <functional>
+#include <string>
+#include <vector>
+
+#include "tests/callouts/EngineFixture.h"
+
+namespace zrcallouts {
+
+class SceneWalk : public EngineFixture {
+protected:
+    /// `random` gives the next number; it is asked for every choice.
+    explicit SceneWalk(std::function<unsigned()> random);
+
+    /// Less than `count`, which is not 0.
+    unsigned Below(std::size_t count) { return static_cast<unsigned>(m_random() % count); }
+    bool Chance(unsigned oneIn) { return Below(oneIn) == 0; }
+
+    /// Goes to and fro while `goesOn`: acts, undoes, does again, and expects every state to be found again
+    /// byte for byte, the first one at the end, and the engine's registry to be right all the time.
+    void Walk(const std::function<bool()>& goesOn);
+
+private:
+    using OperationPtr = du::SmartPtr<zrk::Operation>;
+    using Action = void (SceneWalk::*)(const OperationPtr&);
+    struct NamedAction {
+        const char* name;
+        Action action;
+    };
+    /// A state of the scene, and how it came about.
+    struct State {
+        std::string dump;
+        std::string name;
+    };
+    static const std::vector<NamedAction>& Actions();
+
+    void Step();
+    void GoOn();
+    void GoBack();
+    void GoForth();
+    /// One to three actions in a transaction, now and then given up. Their names.
+    std::string Act(bool& isCommitted);
+    static void Settle();
+    /// All that undo has to bring back, once nothing is on its way any more.
+    std::string Look();
+
+    double Coordinate() { return static_cast<double>(Below(2000)) / 100.0 - 10.0; }
+    template <class T>
+    T Pick(const std::vector<T>& choices) {
+        return choices.empty() ? T() : choices[Below(choices.size())];
+    }
+    template <class T>
+    std::vector<du::SmartPtr<T>> All() const;
+    std::vector<Part> PickParts();
+    std::vector<SbomPtr> PickInstances();
+    CalloutPtr PickCallout();
+    du::SmartPtr<zrk::ShapeInstance> PickShape();
+    unsigned PickItem() { return Pick(Items().GetItemIds()); }
+
+    void Create(const OperationPtr&);
+    void MovePart(const OperationPtr&);
+    void ShowPart(const OperationPtr&);
+    void RemovePart(const OperationPtr&);
+    void PutPart(const OperationPtr&);
+    void Rename(const OperationPtr& operation);
+    void AddItemOf(const OperationPtr& operation);
+    void EditItem(const OperationPtr& operation);
+    void DeleteItem(const OperationPtr& operation);
+    void JoinItem(const OperationPtr& operation);
+    void LeaveItem(const OperationPtr& operation);
+    void ClearItems(const OperationPtr& operation);
+    void Number(const OperationPtr& operation);
+    void Generate(const OperationPtr& operation);
+    void Combine(const OperationPtr& operation);
+    void Dissolve(const OperationPtr& operation);
+    void EditInset(const OperationPtr&);
+    void LeadThroughInset(const OperationPtr&);
+    void EditTemplate(const OperationPtr& operation);
+    void ChangeTemplate(const OperationPtr&);
+    void Translate(const OperationPtr&);
+    void SwitchLanguage(const OperationPtr& operation);
+    void EditCallout(const OperationPtr&);
+    void RemoveCallouts(const OperationPtr& operation);
+    void AddFree(const OperationPtr& operation);
+    void Refer(const OperationPtr&);
+    void AddSymbolPart(const OperationPtr& operation);
+    void RemoveSymbolPart(const OperationPtr&);
+    void DrawHidden(const OperationPtr& operation);
+    void EditView(const OperationPtr&);
+
+    std::function<unsigned()> m_random;
+    std::vector<Part> m_parts;
+    std::vector<TemplatePtr> m_templates;
+    std::vector<State> m_states;  // by the number of entries that lead to them
+    std::size_t m_now = 0;        // the present one
+    int m_symbols = 0;
+    bool m_hasRegrouped = false;  // callouts may stay filed under parts that left their item
+};
+
+}  // namespace zrcallouts
