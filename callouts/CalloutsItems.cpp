@@ -12,6 +12,7 @@
 #include "zrannotations/CombinedCallout.h"
 #include "zrk/annotation/AnnoSet.h"
 #include "zrk/illustration/ItemsList.h"
+#include "zrk/object/Checked.h"
 
 namespace zrcallouts {
 namespace {
@@ -136,8 +137,9 @@ void Callouts::UpdateItemGroupCalloutLeaders(unsigned int itemId, SbomSet connec
         DisconnectItemGroup(callout, disconnect);
     }
     if (operation) {
-        operation->AddStep(du::SmartPtr<zrk::OperationStep>(new UpdateItemGroupLeadersOperationStep(
-            du::SmartPtr<Callouts>(this), itemId, std::move(connect))));
+        operation->AddStep(
+            du::SmartPtr<zrk::OperationStep>(zrk::Checked(new UpdateItemGroupLeadersOperationStep(
+                du::SmartPtr<Callouts>(this), itemId, std::move(connect)))));
     }
 }
 

@@ -1,6 +1,7 @@
 #include "app/document/Document.h"
 
 #include <algorithm>
+#include <new>
 #include <stdexcept>
 
 #include "app/document/CalloutIds.h"
@@ -10,6 +11,7 @@
 #include "callouts/generator/CalloutGenerator.h"
 #include "du/Localizer.h"
 #include "zrk/annotation/AnnoSet.h"
+#include "zrk/object/Checked.h"
 #include "zrk/operation/CallStep.h"
 #include "zrk/world/ComponentLibrary.h"
 #include "zrk/world/Kernel.h"
@@ -42,14 +44,21 @@ private:
     const ProgressSink& m_sink;
 };
 
-du::SmartPtr<zrcallouts::Callouts> LoadedEngine() {
+du::SmartPtr<du::RefCounted> MadeByComponent() {
     du::SmartPtr<du::RefCounted> made;
     try {
-        zrk::ComponentLibrary(kComponent).Create("create", "callouts", "calloutengine", made);
+        if (!zrk::ComponentLibrary(kComponent).Create("create", "callouts", "calloutengine", made))
+            return nullptr;
     } catch (const std::runtime_error& error) {
         throw UserError(std::string(error.what()) + "; install zrsheet again");
     }
-    const auto engine = du::DynamicCast<zrcallouts::Callouts>(made);
+    // It knows the words, but there is no memory.
+    if (!made) throw std::bad_alloc();
+    return made;
+}
+
+du::SmartPtr<zrcallouts::Callouts> LoadedEngine() {
+    const auto engine = du::DynamicCast<zrcallouts::Callouts>(MadeByComponent());
     if (!engine) throw UserError("the component zrcallouts makes no engine; install zrsheet again");
     return engine;
 }
@@ -85,7 +94,7 @@ void Document::ListParts() {
 
 void Document::Record(std::function<void()> undo, std::function<void()> redo) const {
     const auto operation = Scene()->GetHistory().GetOpenOperation();
-    if (operation) operation->AddStep(new zrk::CallStep(std::move(undo), std::move(redo)));
+    if (operation) operation->AddStep(zrk::Checked(new zrk::CallStep(std::move(undo), std::move(redo))));
 }
 
 void Document::SetPage(int width, int height) {

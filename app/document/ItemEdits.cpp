@@ -5,6 +5,7 @@
 
 #include "app/document/Kits.h"
 #include "app/document/UserError.h"
+#include "zrk/object/Checked.h"
 #include "zrk/operation/CallStep.h"
 
 namespace zrsheet {
@@ -107,8 +108,9 @@ void ItemEdits::Leave(unsigned id, const std::vector<SbomPtr>& instances) {
 
 void ItemEdits::SetWeld(const SbomPtr& assembly, bool isWeld) {
     assembly->SetWeld(isWeld);
-    OpenOperation()->AddStep(new zrk::CallStep([assembly, isWeld] { assembly->SetWeld(!isWeld); },
-                                               [assembly, isWeld] { assembly->SetWeld(isWeld); }));
+    OpenOperation()->AddStep(
+        zrk::Checked(new zrk::CallStep([assembly, isWeld] { assembly->SetWeld(!isWeld); },
+                                       [assembly, isWeld] { assembly->SetWeld(isWeld); })));
 }
 
 void ItemEdits::LeaveOrDelete(const SbomPtr& instance) {

@@ -7,6 +7,7 @@
 #include <utility>
 
 #include "app/document/Structure.h"
+#include "zrk/object/Checked.h"
 #include "zrk/tree/ComponentNode.h"
 #include "zrk/world/World.h"
 #include "zrkapp/illustration/IllMultiRootContainer.h"
@@ -43,7 +44,7 @@ public:
 
     ComponentPtr Of(const AssemblyNode& node, int number) {
         ComponentPtr& component = m_made[number];
-        if (!component) component = new zrk::ComponentNode(NameOf(node), ShapeOf(node));
+        if (!component) component = zrk::Checked(new zrk::ComponentNode(NameOf(node), ShapeOf(node)));
         return component;
     }
 
@@ -56,8 +57,8 @@ private:
         if (node.part < 0) return nullptr;
         AssemblyPart& part = m_assembly.parts[static_cast<std::size_t>(node.part)];
         auto creases = CreasesOf(part);
-        return new zrk::Shape(
-            new zrg::Shape(std::move(part.positions), std::move(part.indices), std::move(creases)));
+        return zrk::Checked(new zrk::Shape(
+            new zrg::Shape(std::move(part.positions), std::move(part.indices), std::move(creases))));
     }
 
     Assembly& m_assembly;
@@ -133,10 +134,11 @@ ScreenExtent MeasureAll(const zrk::ShapeScene& scene, const dg::Camera3D& camera
 
 }  // namespace
 
-ProductModel::ProductModel(Assembly assembly) : m_scene(new zrk::illustration::Illustration3dScene) {
+ProductModel::ProductModel(Assembly assembly)
+    : m_scene(zrk::Checked(new zrk::illustration::Illustration3dScene)) {
     assembly = WithProductAtTop(WithoutWrappers(std::move(assembly)));
     m_name = assembly.name;
-    m_view = new zrk::ShapeView(m_scene, 1);
+    m_view = zrk::Checked(new zrk::ShapeView(m_scene, 1));
     m_scene->AddView(m_view);
     Build(assembly);
 }
@@ -150,8 +152,9 @@ ProductModel::~ProductModel() {
 }
 
 void ProductModel::Build(Assembly& assembly) {
-    const InstancePtr top(new zrk::Instance(du::Symbol("/"), m_name, nullptr, dg::Location::IDENTITY));
-    m_root = new SbomInstance(du::Symbol("/"), m_name);
+    const InstancePtr top(
+        zrk::Checked(new zrk::Instance(du::Symbol("/"), m_name, nullptr, dg::Location::IDENTITY)));
+    m_root = zrk::Checked(new SbomInstance(du::Symbol("/"), m_name));
     m_root->SetProperty(du::Symbol::EMPTY, du::Symbol(kNameProperty), du::Symbol(m_name));
     m_root->SetEbomInstance(top);
     const std::vector<std::string> paths = InstancePaths(assembly);
@@ -162,9 +165,9 @@ void ProductModel::Build(Assembly& assembly) {
         const AssemblyNode& node = assembly.nodes[i];
         const std::string name = components.NameOf(node);
         const du::Symbol path(paths[i]);
-        const InstancePtr instance(
-            new zrk::Instance(path, node.name, components.Of(node, numbers[i]), LocationOf(node)));
-        const SbomPtr sbom(new SbomInstance(path, node.name));
+        const InstancePtr instance(zrk::Checked(
+            new zrk::Instance(path, node.name, components.Of(node, numbers[i]), LocationOf(node))));
+        const SbomPtr sbom(zrk::Checked(new SbomInstance(path, node.name)));
         CopyProperties(node, name, *sbom);
         sbom->SetEbomInstance(instance);
         const auto parent = static_cast<std::size_t>(node.parent);
@@ -181,7 +184,7 @@ void ProductModel::Build(Assembly& assembly) {
     world->GetTree()->SetRoot(top);
     const du::SmartPtr<zrkapp::illustration::KorvanFileInfo> info(new zrkapp::illustration::KorvanFileInfo);
     info->SetProperty("Title", m_name);
-    world->SetMRC(new zrkapp::illustration::IllMultiRootContainer(info));
+    world->SetMRC(zrk::Checked(new zrkapp::illustration::IllMultiRootContainer(info)));
     for (std::size_t i = 0; i < instances.size(); ++i) {
         if (assembly.nodes[i].part < 0) continue;
         m_scene->CreateShapeInstance(instances[i]);

@@ -8,6 +8,7 @@
 
 #include "app/document/UserError.h"
 #include "zrg/Shape.h"
+#include "zrk/object/Checked.h"
 #include "zrk/scene/Shape.h"
 
 namespace zrsheet {
@@ -56,8 +57,8 @@ public:
     }
 
     du::SmartPtr<zrk::Shape> Take() {
-        return du::SmartPtr<zrk::Shape>(new zrk::Shape(
-            du::SmartPtr<zrg::Shape>(new zrg::Shape(std::move(m_positions), std::move(m_indices)))));
+        return du::SmartPtr<zrk::Shape>(zrk::Checked(new zrk::Shape(
+            du::SmartPtr<zrg::Shape>(new zrg::Shape(std::move(m_positions), std::move(m_indices))))));
     }
 
 private:
@@ -96,7 +97,7 @@ using Components = std::array<du::SmartPtr<zrk::ComponentNode>, kNames.size()>;
 Components MakeComponents() {
     Components components;
     for (std::size_t i = 0; i < kNames.size(); ++i) {
-        components[i] = new zrk::ComponentNode(std::string(kNames[i]), MakeShape(kNames[i]));
+        components[i] = zrk::Checked(new zrk::ComponentNode(std::string(kNames[i]), MakeShape(kNames[i])));
     }
     return components;
 }

@@ -5,6 +5,7 @@
 #include "app/document/LabelTemplate.h"
 #include "zrannotations/CalloutTemplates.h"
 #include "zrannotations/LabelContent.h"
+#include "zrk/object/Checked.h"
 
 namespace zrsheet {
 
@@ -22,8 +23,8 @@ void TemplateLibrary::Define(const NamedTemplate& named) {
     auto entry = Get(named.name);
     if (!entry) {
         entry.emplace();
-        entry->definition =
-            new TAnnotation(named.name, ParseLabelTemplate(named.text), new CollectionItem(named.name, true));
+        entry->definition = zrk::Checked(new TAnnotation(named.name, ParseLabelTemplate(named.text),
+                                                         new CollectionItem(named.name, true)));
     }
     entry->text = named.text;
     entry->translations = named.translations;

@@ -11,6 +11,7 @@
 #include "zrannotations/CombinedCallout.h"
 #include "zrannotations/SymbolAnnotation.h"
 #include "zrk/annotation/AnnoSet.h"
+#include "zrk/object/Checked.h"
 
 namespace zrsheet {
 namespace {
@@ -163,10 +164,12 @@ private:
 
     void AddSymbol(const ProjectSymbol& symbol) {
         const auto component = SymbolComponent(symbol.shape);
-        const du::SmartPtr<zrk::Instance> instance(new zrk::Instance(
-            du::SmartPtr<zrk::ComponentInstance>(new zrk::ComponentInstance(du::Symbol(symbol.name))),
-            symbol.shape, component, LocationOf(symbol.placement)));
-        const du::SmartPtr<zrk::Annotation> annotation(new zrannotations::SymbolAnnotation(instance));
+        const du::SmartPtr<zrk::Instance> instance(
+            zrk::Checked(new zrk::Instance(du::SmartPtr<zrk::ComponentInstance>(zrk::Checked(
+                                               new zrk::ComponentInstance(du::Symbol(symbol.name)))),
+                                           symbol.shape, component, LocationOf(symbol.placement))));
+        const du::SmartPtr<zrk::Annotation> annotation(
+            zrk::Checked(new zrannotations::SymbolAnnotation(instance)));
         m_annoSet->AddAnnotationToSet(annotation, nullptr);
         m_symbols[symbol.name] = {annotation->Id(), instance->GetIdentifier().Text(),
                                   m_document.Scene()->CreateShapeInstance(instance), symbol.hidden};
@@ -175,7 +178,8 @@ private:
     void AddInset(const ProjectInset& saved) {
         const zrannotations::Inset::Glass glass{PointOf(saved.source), PointOf(saved.centre), saved.radius,
                                                 static_cast<float>(saved.factor)};
-        const du::SmartPtr<zrannotations::Inset> inset(new zrannotations::Inset(m_document.View(), glass));
+        const du::SmartPtr<zrannotations::Inset> inset(
+            zrk::Checked(new zrannotations::Inset(m_document.View(), glass)));
         inset->RestoreState({glass, saved.visible});
         m_annoSet->AddAnnotationToSet(inset, nullptr);
         m_insets[saved.id] = inset;
@@ -194,7 +198,8 @@ private:
             state.members.push_back(MakeCallout(member));
             members.push_back(state.members.back().callout);
         }
-        const CalloutPtr callout(members.empty() ? new Callout : new zrannotations::CombinedCallout(members));
+        const CalloutPtr callout(members.empty() ? zrk::Checked(new Callout)
+                                                 : zrk::Checked(new zrannotations::CombinedCallout(members)));
         callout->RestoreState(state);
         if (saved.placed) m_document.SetPlacedByHand(callout, true);
         return {callout, std::move(state)};
@@ -253,7 +258,7 @@ private:
     /// Of one that is gone, something of its name, so that the leader does not forget it.
     Document::SbomPtr AssemblyOf(const std::string& path) {
         Document::SbomPtr& instance = m_instances.contains(path) ? m_instances[path] : m_goneAssemblies[path];
-        if (!instance) instance = new SbomInstance(du::Symbol(path), m_saved.at(path)->name);
+        if (!instance) instance = zrk::Checked(new SbomInstance(du::Symbol(path), m_saved.at(path)->name));
         return instance;
     }
 

@@ -7,6 +7,7 @@
 #include "dg/Camera3D.h"
 #include "dg/Location.h"
 #include "zrannotations/MoveOperationStep.h"
+#include "zrk/object/Checked.h"
 
 namespace zrcallouts {
 namespace {
@@ -165,8 +166,8 @@ void Align::SetPosition(CalloutPtr callout, dg::DPoint3D& from, dg::DPoint3D& to
     const dg::DPoint3D target = isWorldPlaced ? to : to * toLocal;
     if (m_operation && !isInScreenSpace) {
         const dg::DPoint3D source = isWorldPlaced ? from : from * toLocal;
-        m_operation->AddStep(
-            new zrannotations::MoveOperationStep(callout, 0, PlaceAt(source), PlaceAt(target), true));
+        m_operation->AddStep(zrk::Checked(
+            new zrannotations::MoveOperationStep(callout, 0, PlaceAt(source), PlaceAt(target), true)));
     }
     callout->SetLabelPosition(target);
     if (isInScreenSpace) callout->SetLabelScreenSpaceMode(m_view);

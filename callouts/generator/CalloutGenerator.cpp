@@ -10,6 +10,7 @@
 #include "du/Localizer.h"
 #include "zrk/annotation/AnnoSet.h"
 #include "zrk/illustration/ItemsList.h"
+#include "zrk/object/Checked.h"
 #include "zrk/world/World.h"
 #include "zrkapp/illustration/IllMultiRootContainer.h"
 
@@ -88,7 +89,7 @@ void CalloutGenerator::CreateCallouts(const du::SmartPtr<Callouts>& callouts, Se
 
 CalloutGenerator::OperationPtr CalloutGenerator::MakeOperation() const {
     const std::string name = du::Localizer(kMessageModule).LocalizeMessage(kCreateCalloutsMessage);
-    return OperationPtr(new zrk::Operation(name, m_scene, true));
+    return OperationPtr(zrk::Checked(new zrk::Operation(name, m_scene, true)));
 }
 
 du::SmartPtr<zrk::illustration::ItemsList> CalloutGenerator::KernelItems() const {

@@ -7,6 +7,7 @@
 #include "zrannotations/CalloutLeader.h"
 #include "zrannotations/LabelContent.h"
 #include "zrk/illustration/ItemsList.h"
+#include "zrk/object/Checked.h"
 
 namespace zrcallouts {
 
@@ -212,7 +213,7 @@ bool CalloutGenerator::FindTarget(const SbomPtr& instance, Target& target) {
 
 /// Null when the pool is exhausted or the part has no point to lead to.
 CalloutGenerator::CalloutPtr CalloutGenerator::MakeCallout(const Target& target) const {
-    CalloutPtr callout(new Callout);
+    CalloutPtr callout(zrk::Checked(new Callout));
     if (!callout ||
         !callout->Initialize(m_callouts->GetTemplate(), target.shapeInstance, false, target.baseInstance)) {
         return nullptr;

@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "zrk/annotation/AnnoSet.h"
+#include "zrk/object/Checked.h"
 #include "zrk/scene/Scene.h"
 
 namespace zrannotations {
@@ -54,7 +55,7 @@ du::SmartPtr<CombinedCallout> CombinedCallout::Combine(const std::vector<du::Sma
             members.insert(members.end(), combined->m_members.begin(), combined->m_members.end());
         }
     }
-    const du::SmartPtr<CombinedCallout> made(new CombinedCallout(std::move(members)));
+    const du::SmartPtr<CombinedCallout> made(zrk::Checked(new CombinedCallout(std::move(members))));
     made->SetViewId(callouts.front()->GetViewId());
     made->SetStyle(callouts.front()->GetStyle());
     annoSet->AddAnnotationToSet(made, operation);

@@ -4,14 +4,16 @@
 
 #include "zrannotations/Callout.h"
 #include "zrannotations/ConstStrings.h"
+#include "zrk/object/Checked.h"
 
 namespace zrannotations {
 namespace {
 
 du::SmartPtr<zrk::ShapeView> MakeInsetView(const du::SmartPtr<zrk::ShapeView>& mainView) {
     const auto scene = mainView ? mainView->GetShapeScene() : du::SmartPtr<zrk::ShapeScene>();
-    return scene ? du::SmartPtr<zrk::ShapeView>(new zrk::ShapeView(scene, mainView->GetViewId()))
-                 : du::SmartPtr<zrk::ShapeView>();
+    return scene
+               ? du::SmartPtr<zrk::ShapeView>(zrk::Checked(new zrk::ShapeView(scene, mainView->GetViewId())))
+               : du::SmartPtr<zrk::ShapeView>();
 }
 
 }  // namespace

@@ -5,6 +5,7 @@
 
 #include "zrannotations/CalloutLabelFileProperties.h"
 #include "zrannotations/ConstStrings.h"
+#include "zrk/object/Checked.h"
 #include "zrk/operation/CallStep.h"
 
 namespace zrannotations {
@@ -61,8 +62,8 @@ void TAnnotation::SetTextContent(Contents contents, const du::SmartPtr<zrk::Oper
         [](zrk::illustration::CalloutTemplateObserver& observer) { observer.OnTemplateModified(); });
     if (!operation) return;
     const du::SmartPtr<TAnnotation> self(this);
-    operation->AddStep(new zrk::CallStep([self, former] { self->SetTextContent(former); },
-                                         [self, contents] { self->SetTextContent(contents); }));
+    operation->AddStep(zrk::Checked(new zrk::CallStep([self, former] { self->SetTextContent(former); },
+                                                      [self, contents] { self->SetTextContent(contents); })));
 }
 
 void TAnnotation::RegisterObserver(const du::SmartPtr<zrk::illustration::CalloutTemplateObserver>& observer) {

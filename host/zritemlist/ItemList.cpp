@@ -8,6 +8,7 @@
 #include "zritemlist/ItemStep.h"
 #include "zritemlist/StructureItems.h"
 #include "zrk/illustration/Illustration3dScene.h"
+#include "zrk/object/Checked.h"
 #include "zrk/operation/CallStep.h"
 
 namespace zritemlist {
@@ -23,7 +24,7 @@ constexpr const char* kDeleteItem = "Delete Item";
 }  // namespace
 
 ItemList::ItemList(const du::SmartPtr<zrk::ShapeScene>& scene)
-    : m_scene(scene->GetLink()), m_items(new zrk::illustration::ItemsList) {}
+    : m_scene(scene->GetLink()), m_items(zrk::Checked(new zrk::illustration::ItemsList)) {}
 
 ItemList::~ItemList() = default;
 
@@ -65,7 +66,8 @@ void ItemList::ChangeItems(const std::vector<unsigned>& ids, const OperationPtr&
     change();
     for (auto& entry : changes) entry.after = m_items->Capture(entry.id);
     std::erase_if(changes, [](const ItemStep::Change& entry) { return entry.before == entry.after; });
-    if (!changes.empty()) target->AddStep(new ItemStep(m_items, std::move(changes), std::move(lasts)));
+    if (!changes.empty())
+        target->AddStep(zrk::Checked(new ItemStep(m_items, std::move(changes), std::move(lasts))));
 }
 
 unsigned ItemList::AddItem(const std::vector<SbomPtr>& instances, const std::string& label, bool itemized,
@@ -80,7 +82,9 @@ unsigned ItemList::AddItem(const std::vector<SbomPtr>& instances, const std::str
 void ItemList::RecordAdded(unsigned id, const zrk::illustration::ItemNumbers::Lasts& lasts,
                            const OperationPtr& operation) {
     const auto target = StepsGoTo(operation);
-    if (target) target->AddStep(new ItemStep(m_items, {{id, std::nullopt, m_items->Capture(id)}}, lasts));
+    if (target)
+        target->AddStep(
+            zrk::Checked(new ItemStep(m_items, {{id, std::nullopt, m_items->Capture(id)}}, lasts)));
 }
 
 unsigned ItemList::AddInstance(const SbomPtr& instance, const OperationPtr& operation, bool manual,
@@ -110,7 +114,7 @@ bool ItemList::GetMatchingItem(const SbomPtr& instance, unsigned& id) const {
 
 void ItemList::DeleteItem(unsigned id, OperationPtr& operation) {
     if (!m_items->Capture(id)) return;
-    if (!operation) operation = new zrk::Operation(kDeleteItem, GetScene(), true);
+    if (!operation) operation = zrk::Checked(new zrk::Operation(kDeleteItem, GetScene(), true));
     ChangeItems({id}, operation, [&] { m_items->RemoveItem(id); });
 }
 
@@ -178,8 +182,9 @@ void ItemList::ChangeNumbers(const OperationPtr& operation, Change change) {
     const auto after = m_items->CaptureNumbers();
     const auto target = StepsGoTo(operation);
     if (!target || before == after) return;
-    target->AddStep(new zrk::CallStep([items = m_items, before] { items->RestoreNumbers(before); },
-                                      [items = m_items, after] { items->RestoreNumbers(after); }));
+    target->AddStep(
+        zrk::Checked(new zrk::CallStep([items = m_items, before] { items->RestoreNumbers(before); },
+                                       [items = m_items, after] { items->RestoreNumbers(after); })));
 }
 
 void ItemList::Clear(const OperationPtr& operation) {

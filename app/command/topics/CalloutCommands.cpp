@@ -10,6 +10,7 @@
 #include "callouts/events/CalloutsDrawWhenHiddenOperationStep.h"
 #include "zrannotations/CombinedCallout.h"
 #include "zrk/annotation/AnnoSet.h"
+#include "zrk/object/Checked.h"
 #include "zrk/operation/History.h"
 
 namespace zrsheet {
@@ -60,7 +61,7 @@ void Hidden(Session& session, Arguments& arguments) {
     Document& document = session.Doc();
     if (document.Scene()->GetDrawWhenHidden() == isOn) return;
     const du::SmartPtr<zrk::OperationStep> step(
-        new zrcallouts::CalloutsDrawWhenHiddenOperationStep(document.Engine(), isOn));
+        zrk::Checked(new zrcallouts::CalloutsDrawWhenHiddenOperationStep(document.Engine(), isOn)));
     step->Redo();
     document.Scene()->GetHistory().GetOpenOperation()->AddStep(step);
 }

@@ -15,6 +15,7 @@
 #include "app/text/ProgramText.h"
 #include "callouts/generator/CalloutGenerator.h"
 #include "zrk/annotation/AnnoSet.h"
+#include "zrk/object/Checked.h"
 #include "zrk/operation/History.h"
 #include "zrk/scene/PickScene.h"
 
@@ -161,7 +162,7 @@ void CreateAt(Session& session, Arguments& arguments) {
     dg::Location location;
     shape->GetInstance(instance);
     shape->GetLocation(location);
-    const CalloutPtr callout(new zrannotations::Callout);
+    const CalloutPtr callout(zrk::Checked(new zrannotations::Callout));
     const Document::SbomPtr part(instance->GetSbomInstance());
     const Document::SbomPtr standIn = part ? StandIn(*document.Items(), part) : part;
     if (part && !standIn) throw UserError("the part takes no part in numbering; 'item update' says which do");

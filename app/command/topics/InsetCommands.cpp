@@ -5,6 +5,7 @@
 #include "app/document/UserError.h"
 #include "app/text/ProgramText.h"
 #include "zrk/annotation/AnnoSet.h"
+#include "zrk/object/Checked.h"
 
 namespace zrsheet {
 namespace {
@@ -46,8 +47,8 @@ void Add(Session& session, Arguments& arguments) {
     arguments.ExpectKeyword("at");
     glass.centre = Pixel(arguments.TakePoint("X,Y"));
     arguments.ExpectEnd();
-    AnnoSetOf(document)->AddAnnotationToSet(InsetPtr(new zrannotations::Inset(document.View(), glass)),
-                                            nullptr);
+    AnnoSetOf(document)->AddAnnotationToSet(
+        InsetPtr(zrk::Checked(new zrannotations::Inset(document.View(), glass))), nullptr);
     session.Out() << Text("added", {{"name", InsetName(document.Insets().size() - 1)}}) << "\n";
 }
 

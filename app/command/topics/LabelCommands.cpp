@@ -12,6 +12,7 @@
 #include "app/document/UserError.h"
 #include "app/sheet/Figure.h"
 #include "callouts/align/Align.h"
+#include "zrk/object/Checked.h"
 
 namespace zrsheet {
 namespace {
@@ -128,7 +129,8 @@ void Align(Session& session, Arguments& arguments) {
     const auto mode = TakeMode(arguments);
     const auto callouts = FindCallouts(document, arguments.TakeSome("CALLOUT"));
     std::vector<du::SmartPtr<zrannotations::Annotation>> annotations(callouts.begin(), callouts.end());
-    const du::SmartPtr<zrcallouts::Align> align(new zrcallouts::Align(annotations, mode, document.View()));
+    const du::SmartPtr<zrcallouts::Align> align(
+        zrk::Checked(new zrcallouts::Align(annotations, mode, document.View())));
     if (!align->Execute()) throw UserError("these are too few callouts; lining up needs 2, distributing 3");
     for (const auto& callout : callouts) document.SetPlacedByHand(callout, true);
 }

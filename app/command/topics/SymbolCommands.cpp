@@ -7,6 +7,7 @@
 #include "app/text/ProgramText.h"
 #include "zrannotations/SymbolAnnotation.h"
 #include "zrk/annotation/AnnoSet.h"
+#include "zrk/object/Checked.h"
 
 namespace zrsheet {
 namespace {
@@ -23,11 +24,11 @@ void Add(Session& session, Arguments& arguments) {
     const std::string name = NewSymbolName(document);
     const auto scale = static_cast<float>(size);
     const dg::Location location(dg::FMat33::Scale({scale, scale, scale}), dg::DPoint3D() + at);
-    const du::SmartPtr<zrk::Instance> instance(
-        new zrk::Instance(new zrk::ComponentInstance(du::Symbol(name)), shape, component, location));
+    const du::SmartPtr<zrk::Instance> instance(zrk::Checked(new zrk::Instance(
+        zrk::Checked(new zrk::ComponentInstance(du::Symbol(name))), shape, component, location)));
     du::SmartPtr<zrk::AnnoSet> annoSet;
     document.Scene()->GetAnnoSet(annoSet);
-    annoSet->AddAnnotationToSet(new zrannotations::SymbolAnnotation(instance), nullptr);
+    annoSet->AddAnnotationToSet(zrk::Checked(new zrannotations::SymbolAnnotation(instance)), nullptr);
     document.Scene()->CreateShapeInstance(instance);
     session.Out() << Text("added", {{"name", name}}) << "\n";
 }

@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "zrk/annotation/AnnoSetStep.h"
+#include "zrk/object/Checked.h"
 #include "zrk/scene/Scene.h"
 
 namespace zrk {
@@ -44,7 +45,7 @@ bool AnnoSet::AddAnnotationToSet(const AnnotationPtr& annotation, const du::Smar
     const bool isKept = KeepBefore(annotation);
     const auto place = Insert(annotation, std::nullopt);
     if (place && operation && !isKept)
-        operation->AddStep(new AnnoSetStep(this, annotation, *place, AnnoSetStep::Change::kAdded));
+        operation->AddStep(Checked(new AnnoSetStep(this, annotation, *place, AnnoSetStep::Change::kAdded)));
     NotifyAdded(annotation);
     return place.has_value();
 }
@@ -89,7 +90,7 @@ bool AnnoSet::RemoveAnnotationFromSet(const AnnotationPtr& annotation,
     const auto place = removed ? Erase(removed) : std::nullopt;
     if (!place) return false;
     if (operation && !isKept)
-        operation->AddStep(new AnnoSetStep(this, removed, *place, AnnoSetStep::Change::kRemoved));
+        operation->AddStep(Checked(new AnnoSetStep(this, removed, *place, AnnoSetStep::Change::kRemoved)));
     if (const auto scene = m_scene->Lock()) {
         scene->GetObservers().NotifyAll(
             [&](SceneObserver& observer) { observer.OnAnnotationRemoved(removed); });

@@ -5,6 +5,7 @@
 #include <map>
 #include <mutex>
 #include <set>
+#include <utility>
 
 #if defined(__SANITIZE_ADDRESS__)
 #include <sanitizer/asan_interface.h>
@@ -46,9 +47,9 @@ public:
         m_freed[size].insert(block);
     }
 
-    void FailNext(std::uint64_t n) {
+    bool FailNext(std::uint64_t n) {
         const std::lock_guard hold(m_mutex);
-        m_failIn = n;
+        return std::exchange(m_failIn, n) > 0;
     }
 
 private:
@@ -85,6 +86,6 @@ void MemoryPool::Free(void* block, std::size_t size) noexcept {
     if (block != nullptr) ThePool().Free(block, RoundUp(size));
 }
 
-void MemoryPool::FailNext(std::uint64_t n) noexcept { ThePool().FailNext(n); }
+bool MemoryPool::FailNext(std::uint64_t n) noexcept { return ThePool().FailNext(n); }
 
 }  // namespace zrk

@@ -2,6 +2,7 @@
 
 #include <utility>
 
+#include "zrk/object/Checked.h"
 #include "zrk/operation/Operation.h"
 #include "zrk/operation/StateJournal.h"
 
@@ -64,7 +65,7 @@ void History::Run(Operation& operation, Work work, const StateJournal* states) {
     {
         const std::lock_guard hold(m_mutex);
         m_journal = sideEffects;
-        m_sideEffects = new Operation({}, operation.GetScene(), true);
+        m_sideEffects = Checked(new Operation({}, operation.GetScene(), true));
     }
     (operation.*work)([this] { UndoSideEffects(); });
     states->Restore();
@@ -86,7 +87,7 @@ void History::UndoSideEffects() {
         sideEffects = m_sideEffects;
     }
     if (!sideEffects->HasUndo()) return;
-    const du::SmartPtr<Operation> next(new Operation({}, sideEffects->GetScene(), true));
+    const du::SmartPtr<Operation> next(Checked(new Operation({}, sideEffects->GetScene(), true)));
     {
         const std::lock_guard hold(m_mutex);
         m_sideEffects = next;

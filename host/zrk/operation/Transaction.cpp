@@ -2,12 +2,13 @@
 
 #include <utility>
 
+#include "zrk/object/Checked.h"
 #include "zrk/scene/Scene.h"
 
 namespace zrk {
 
 Transaction::Transaction(const du::SmartPtr<Scene>& scene, const std::string& name)
-    : m_scene(scene), m_isOutermost(scene->GetHistory().Begin(new Operation(name, scene, true))) {}
+    : m_scene(scene), m_isOutermost(scene->GetHistory().Begin(Checked(new Operation(name, scene, true)))) {}
 
 Transaction::~Transaction() {
     if (!m_isOpen) return;

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "zrk/annotation/AnnoSet.h"
+#include "zrk/object/Checked.h"
 #include "zrk/scene/View.h"
 
 namespace zrk {
@@ -11,7 +12,7 @@ constinit const ClassType Scene::CLASS_TYPE(21, "zrk::Scene", &Object::CLASS_TYP
 
 Scene::Scene()
     : m_link(std::make_shared<du::BackLink<Scene>>(this)),
-      m_annoSet(new AnnoSet(m_link)),
+      m_annoSet(Checked(new AnnoSet(m_link))),
       m_history(m_annoSet) {}
 
 Scene::~Scene() { m_link->Close(); }

@@ -1,5 +1,6 @@
 #include "zrk/scene/ShapeScene.h"
 
+#include "zrk/object/Checked.h"
 #include "zrk/operation/CallStep.h"
 #include "zrk/operation/Operation.h"
 #include "zrk/scene/PickScene.h"
@@ -37,7 +38,8 @@ void ShapeScene::TakeIn(Undo undo, Redo redo) {
     const auto operation = History::IsAnyActive() ? GetHistory().GetOpenOperation() : nullptr;
     if (!operation) return;
     const du::SmartPtr<ShapeScene> scene(this);
-    operation->AddStep(new CallStep([scene, undo] { undo(*scene); }, [scene, redo] { redo(*scene); }));
+    operation->AddStep(
+        Checked(new CallStep([scene, undo] { undo(*scene); }, [scene, redo] { redo(*scene); })));
 }
 
 du::SmartPtr<ShapeInstance> ShapeScene::CreateShapeInstance(const du::SmartPtr<Instance>& instance,
@@ -45,11 +47,11 @@ du::SmartPtr<ShapeInstance> ShapeScene::CreateShapeInstance(const du::SmartPtr<I
     du::SmartPtr<ShapeInstance> part;
     {
         const std::unique_lock hold(m_partsMutex);
-        du::SmartPtr<ShapeInstance>& entry = m_byInstance[instance.get()];
-        if (entry) return entry;
-        entry = new ShapeInstance(instance, shapeSource, m_created, m_shapeLink);
-        m_inOrder.emplace(m_created++, entry);
-        part = entry;
+        const auto known = m_byInstance.find(instance.get());
+        if (known != m_byInstance.end()) return known->second;
+        part = Checked(new ShapeInstance(instance, shapeSource, m_created, m_shapeLink));
+        m_byInstance.emplace(instance.get(), part);
+        m_inOrder.emplace(m_created++, part);
     }
     Touch();
     TakeIn([part](ShapeScene& scene) { scene.RemoveShapeInstance(part); },

@@ -2,6 +2,7 @@
 
 #include <utility>
 
+#include "zrk/object/Checked.h"
 #include "zrk/operation/CallStep.h"
 #include "zrk/operation/Operation.h"
 #include "zrk/scene/PickScene.h"
@@ -49,8 +50,8 @@ void ShapeView::TakeIn(Apply apply, const State& former, const State& state) {
     const auto operation = scene ? scene->GetHistory().GetOpenOperation() : du::SmartPtr<Operation>();
     if (!operation || !scene->HasView(*this)) return;
     const du::SmartPtr<ShapeView> self(this);
-    operation->AddStep(new CallStep([self, apply, former] { apply(*self, former); },
-                                    [self, apply, state] { apply(*self, state); }));
+    operation->AddStep(Checked(new CallStep([self, apply, former] { apply(*self, former); },
+                                            [self, apply, state] { apply(*self, state); })));
 }
 
 void ShapeView::PutCamera(const dg::Camera3D& camera) {

@@ -2,6 +2,7 @@
 
 #include <vector>
 
+#include "zrk/object/Checked.h"
 #include "zrk/operation/CallStep.h"
 #include "zrk/operation/Operation.h"
 
@@ -74,7 +75,7 @@ void BaseTree::EditProperties(const std::vector<PropertyEdit>& edits,
     if (!operation) return;
     const du::SmartPtr<BaseTree> self(this);
     operation->AddStep(
-        new CallStep([self, undo] { self->Apply(undo); }, [self, edits] { self->Apply(edits); }));
+        Checked(new CallStep([self, undo] { self->Apply(undo); }, [self, edits] { self->Apply(edits); })));
 }
 
 void BaseTree::ChangeProperty(const du::SmartPtr<Instance>& instance, const du::Symbol& group,

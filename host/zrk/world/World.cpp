@@ -4,6 +4,7 @@
 
 #include "du/Localizer.h"
 #include "du/ProcessWide.h"
+#include "zrk/object/Checked.h"
 
 namespace zrk {
 namespace {
@@ -23,7 +24,7 @@ void World::Stop() {
 }
 
 World::World(unsigned poolThreads)
-    : m_tree(new Tree), m_annoSetTable(new AnnoSetTable), m_taskPool(poolThreads) {}
+    : m_tree(Checked(new Tree)), m_annoSetTable(Checked(new AnnoSetTable)), m_taskPool(poolThreads) {}
 
 World::~World() = default;
 

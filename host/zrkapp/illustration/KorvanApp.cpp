@@ -1,6 +1,7 @@
 #include "zrkapp/illustration/KorvanApp.h"
 
 #include "du/ProcessWide.h"
+#include "zrk/object/Checked.h"
 
 namespace zrkapp::illustration {
 namespace {
@@ -11,7 +12,7 @@ du::ProcessWide<KorvanApp> theApp;
 
 du::SmartPtr<KorvanApp> KorvanApp::GetKorvanApp() { return theApp.Get(); }
 
-void KorvanApp::Start() { theApp.Exchange(new KorvanApp); }
+void KorvanApp::Start() { theApp.Exchange(zrk::Checked(new KorvanApp)); }
 
 void KorvanApp::Stop() { theApp.Exchange(nullptr); }
 
