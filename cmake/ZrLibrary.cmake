@@ -24,6 +24,10 @@ if(ZR_SANITIZE)
     target_compile_options(zr_flags INTERFACE -fsanitize=${ZR_SANITIZE} -fno-omit-frame-pointer
                                               -fno-sanitize-recover=all)
     target_link_options(zr_flags INTERFACE -fsanitize=${ZR_SANITIZE})
+    # What g++ defines by itself.
+    if(CMAKE_CXX_COMPILER_ID STREQUAL Clang AND ZR_SANITIZE MATCHES address)
+        target_compile_definitions(zr_flags INTERFACE __SANITIZE_ADDRESS__)
+    endif()
 endif()
 
 # zr_install_headers(header ..): installs public headers under the path that they are included by.

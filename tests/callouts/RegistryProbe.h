@@ -15,8 +15,8 @@ public:
     /// Requires: `engine` outlives this; nothing changes it meanwhile.
     explicit RegistryProbe(const Callouts& engine) : m_engine(engine) {}
 
-    /// What is wrong, "" when nothing is: callouts that are not exactly where their leaders lead, entries for
-    /// nothing, items that do not know their callouts, indications without callouts or callouts without. With
+    /// What is wrong, "" when nothing is: callouts that are not exactly where their leaders lead,
+    /// items that do not know their callouts, indications without callouts or callouts without. With
     /// `allowsFormer` callouts may be filed under parts that they lead to no more, as they stay when parts
     /// leave an item.
     std::string Fault(bool allowsFormer) const;
