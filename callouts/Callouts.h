@@ -247,7 +247,6 @@ private:
     bool IsItemUsed(unsigned int itemId) const;
     void IndicateItem(unsigned int itemId);
     void RemoveFromMap(const CalloutPtr& callout);
-    void RemoveFromInsets(const CalloutPtr& callout);
     void RemoveFromSet(const CalloutPtr& callout);
     /// For a callout's leaders, and those of a combined callout's members but the first.
     void ForEachLeader(const CalloutPtr& callout, LeaderAction action);

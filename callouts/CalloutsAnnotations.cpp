@@ -177,7 +177,6 @@ void Callouts::OnRemoveCallout(const CalloutPtr& callout) {
         callout->UnregisterTemplateObserver();
         RemoveFromSet(callout);
         RemoveFromMap(callout);
-        RemoveFromInsets(callout);
     }
     const auto itemList = GetItemsList();
     if (!itemList) return;

@@ -32,12 +32,6 @@ void Callouts::AddToMap(const CalloutPtr& callout) { ForEachLeader(callout, &Cal
 
 void Callouts::RemoveFromMap(const CalloutPtr& callout) { ForEachLeader(callout, &Callouts::UnfileLeader); }
 
-// Whatever its leaders say by now: they may have led through other insets when they were filed.
-void Callouts::RemoveFromInsets(const CalloutPtr& callout) {
-    const std::lock_guard hold(m_guard);
-    for (auto& [inset, callouts] : m_insetCallouts) callouts.erase(callout);
-}
-
 void Callouts::ForEachLeader(const CalloutPtr& callout, LeaderAction action) {
     const dp::WriteLocker write(GetRWLockPtr());
     if (const auto combined = du::DynamicCast<zrannotations::CombinedCallout>(callout)) {
