@@ -55,8 +55,9 @@ private:
 
     [[nodiscard]] Place PlaceOf(int instance) const {
         const int layer = m_row * m_row;
-        return {kPitch * (instance % m_row), kPitch * (instance / layer),
-                kPitch * (instance % layer / m_row)};
+        const int above = instance / layer;
+        const int behind = instance % layer / m_row;
+        return {kPitch * (instance % m_row), kPitch * above, kPitch * behind};
     }
 
     /// The node stands where its first instance does.

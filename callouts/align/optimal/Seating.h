@@ -2,7 +2,6 @@
 
 #pragma once
 
-#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <span>
@@ -147,7 +146,7 @@ private:
 
     // Of placing one row; each makes it better, and two or three do.
     static constexpr int kManyRounds = 5;
-    static constexpr int kFewRounds = 1;
+    static constexpr int kFewRounds = 0;
 
     void FindHomes();
     template <class Key>
@@ -180,10 +179,10 @@ private:
     std::vector<LabelSeat> m_seats;
     std::vector<ScreenPoint> m_anchors;  // of all labels
     std::vector<std::size_t> m_firstAnchors;
-    std::vector<int> m_homes;          // the side where each label is already; -1: none
-    std::vector<double> m_slants;      // of each label's form
-    std::vector<LabelSeat> m_alone;    // each label on each lane, with its wish
-    std::array<double, 2> m_thickest;  // the largest label along each axis
+    std::vector<int> m_homes;        // the side where each label is already; -1: none
+    std::vector<double> m_slants;    // of each label's form
+    std::vector<LabelSeat> m_alone;  // each label on each lane, with its wish
+    ScreenPoint m_thickest;          // the largest label along each axis
     std::uint64_t m_now = 0;
 
     LabelSpacer m_spacer;
