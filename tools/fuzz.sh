@@ -22,11 +22,11 @@ export ASAN_OPTIONS=allocator_may_return_null=1:handle_abort=1
 export LSAN_OPTIONS=suppressions=$PWD/cmake/sanitizers/leaks.supp:print_suppressions=0
 failed=0
 for target in "${targets[@]}"; do
-    work=build/fuzz/work/$target
+    inputs=build/fuzz/inputs/$target
     log=build/fuzz/$target.log
-    mkdir -p "$work"
+    mkdir -p "$inputs"
     if "build/fuzz/bin/zr_fuzz_$target" -max_total_time="$seconds" -timeout=30 -max_len=4096 -print_final_stats=1 \
-        -dict="tests/fuzz/dictionaries/$target.dict" -artifact_prefix="$found/$target-" "$work" \
+        -dict="tests/fuzz/dictionaries/$target.dict" -artifact_prefix="$found/$target-" "$inputs" \
         "tests/fuzz/corpus/$target" >"$log" 2>&1; then
         echo "$target: $(grep -o 'number_of_executed_units: .*' "$log" | tr -s ' '), nothing found"
     else

@@ -1,9 +1,9 @@
 #include "app/cli/LintSheet.h"
 
-#include <iostream>
+#include <ostream>
 
 #include "app/cli/ProgressBar.h"
-#include "app/cli/Warning.h"
+#include "app/cli/Surroundings.h"
 #include "app/command/Listing.h"
 #include "app/command/Session.h"
 #include "app/export/ExportSheet.h"
@@ -28,14 +28,7 @@ void Illustrate(Session& session, const LintRequest& request) {
 
 bool LintSheet(const LintRequest& request) {
     ProgressBar progress;
-    Session session({std::cout,
-                     [&](std::string_view stage, int percent) { progress.Show(stage, percent); },
-                     {},
-                     ThreadCount(request.threads),
-                     PrintWarning,
-                     {},
-                     request.language.value_or("en"),
-                     request.language.has_value()});
+    Session session(SurroundingsWith(progress, request.threads, request.language));
     if (HasExtension(request.file, ".zrsheet")) {
         session.OpenProject(request.file, request.model);
     } else {

@@ -2,13 +2,13 @@
 
 #include <fstream>
 #include <iostream>
+#include <utility>
 
 #include "app/cli/InterruptKey.h"
 #include "app/cli/ProgressBar.h"
-#include "app/cli/Warning.h"
+#include "app/cli/Surroundings.h"
 #include "app/command/ScriptRunner.h"
 #include "app/document/UserError.h"
-#include "app/sheet/SheetMaker.h"
 
 namespace zrsheet {
 namespace {
@@ -26,14 +26,9 @@ std::ifstream Opened(const std::filesystem::path& script) {
 bool RunScript(const RunRequest& request) {
     std::ifstream script = Opened(request.script);
     ProgressBar progress;
-    Session session({std::cout,
-                     [&](std::string_view stage, int percent) { progress.Show(stage, percent); },
-                     {},
-                     ThreadCount(request.threads),
-                     PrintWarning,
-                     InterruptKey::WasPressed,
-                     request.language.value_or("en"),
-                     request.language.has_value()});
+    Session::Surroundings surroundings = SurroundingsWith(progress, request.threads, request.language);
+    surroundings.isInterrupted = InterruptKey::WasPressed;
+    Session session(std::move(surroundings));
     const InterruptKey interrupt;
     if (!request.project.empty()) session.OpenProject(request.project);
     ScriptRunner runner(session, std::cerr);
