@@ -191,6 +191,11 @@ private:
         m_callouts.emplace_back(std::move(made.callout), std::move(made.state));
     }
 
+    static CalloutPtr NewCallout(const std::vector<CalloutPtr>& members) {
+        if (members.empty()) return zrk::Checked(new Callout);
+        return zrk::Checked(new zrannotations::CombinedCallout(members));
+    }
+
     zrannotations::CalloutMember MakeCallout(const ProjectCallout& saved) {
         CalloutState state = StateOf(saved);
         std::vector<CalloutPtr> members;
@@ -198,8 +203,7 @@ private:
             state.members.push_back(MakeCallout(member));
             members.push_back(state.members.back().callout);
         }
-        const CalloutPtr callout(members.empty() ? zrk::Checked(new Callout)
-                                                 : zrk::Checked(new zrannotations::CombinedCallout(members)));
+        const CalloutPtr callout = NewCallout(members);
         callout->RestoreState(state);
         if (saved.placed) m_document.SetPlacedByHand(callout, true);
         return {callout, std::move(state)};
