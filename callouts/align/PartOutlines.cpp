@@ -29,10 +29,6 @@ void VisitVertices(const zrk::ShapeInstance& part, const dg::DMat44& worldToPixe
     }
 }
 
-double Turn(const ScreenPoint& a, const ScreenPoint& b, const ScreenPoint& c) {
-    return (b.x - a.x) * (c.y - a.y) - (b.y - a.y) * (c.x - a.x);
-}
-
 /// Andrew's monotone chain.
 std::vector<ScreenPoint> ConvexHull(std::vector<ScreenPoint> points) {
     std::sort(points.begin(), points.end(),

@@ -84,6 +84,16 @@ void LeaderSwaps::Measure(std::size_t lane) {
         span.isFresh = m_seating.LastMoveOf(m_seating.RowOf(lane)[i]) > m_seen;
         all.isFresh = all.isFresh || span.isFresh;
     }
+    FindReaches(lane);
+}
+
+void LeaderSwaps::FindReaches(std::size_t lane) {
+    auto& spans = m_lanes[lane].spans;
+    double reach = -kInfinity;
+    for (Span& span : spans) span.reach = reach = std::max(reach, span.to);
+    double back = kInfinity;
+    for (auto span = spans.rbegin(); span != spans.rend(); ++span)
+        span->back = back = std::min(back, span->from);
 }
 
 void LeaderSwaps::MeasureOne(std::size_t lane, std::size_t index) {
@@ -97,7 +107,6 @@ void LeaderSwaps::MeasureOne(std::size_t lane, std::size_t index) {
         Enclose(span.box, {anchor.x, anchor.y, anchor.x, anchor.y});
     span.from = span.box.Least(axis);
     span.to = span.box.Greatest(axis);
-    span.reach = index > 0 ? std::max(spans[index - 1].reach, span.to) : span.to;
     Enclose(m_lanes[lane].box, span.box);
 }
 
@@ -115,8 +124,7 @@ bool LeaderSwaps::SwapWithin(std::size_t lane) {
             isChanged = true;
             MeasureOne(lane, k);
             MeasureOne(lane, i);
-            for (std::size_t each = k + 1; each <= i; ++each)
-                spans[each].reach = std::max(spans[each - 1].reach, spans[each].to);
+            FindReaches(lane);
         }
     }
     return isChanged;
@@ -133,16 +141,24 @@ bool LeaderSwaps::SwapBetween(std::size_t a, std::size_t b) {
     return isChanged;
 }
 
+/// Of `b` only the stretch that the leaders of `a` reach over counts.
 bool LeaderSwaps::SwapAcross(std::size_t a, std::size_t i, std::size_t b) {
     bool isChanged = false;
+    const Span& span = m_lanes[a].spans[i];
     const auto& spans = m_lanes[b].spans;
-    for (std::size_t k = 0; k < spans.size(); ++k) {
-        if (!m_lanes[a].spans[i].box.Overlaps(spans[k].box)) continue;
+    const int axis = m_seating.LaneAt(b).Along();
+    const auto first = std::partition_point(
+        spans.begin(), spans.end(), [&](const Span& other) { return other.reach < span.box.Least(axis); });
+    for (auto k = static_cast<std::size_t>(first - spans.begin()); k < spans.size(); ++k) {
+        if (spans[k].back > span.box.Greatest(axis)) break;
+        if (!span.box.Overlaps(spans[k].box)) continue;
         if (!TrySwap(m_seating.RowOf(a)[i], m_seating.RowOf(b)[k], false)) continue;
         isChanged = true;
         MeasureOne(a, i);
         MeasureOne(b, k);
+        FindReaches(b);
     }
+    if (isChanged) FindReaches(a);
     return isChanged;
 }
 

@@ -32,6 +32,7 @@ private:
         double from = 0.0;  // along the lane, the label's place included
         double to = 0.0;
         double reach = 0.0;   // the greatest `to` of all spans up to here
+        double back = 0.0;    // the least `from` of all spans from here on
         bool isFresh = true;  // moved since it was last looked at
     };
     struct LaneSpans {
@@ -43,6 +44,7 @@ private:
 
     void Measure(std::size_t lane);
     void MeasureOne(std::size_t lane, std::size_t index);
+    void FindReaches(std::size_t lane);
     bool SortNeighbours(std::size_t lane);
     bool Uncross();
     bool SwapWithin(std::size_t lane);

@@ -123,14 +123,16 @@ bool Relocation::Try(const Move& move) {
     const auto& row = m_seating.RowOf(from);
     m_left.assign(row.begin() + Offset(leaving.first), row.begin() + Offset(leaving.end));
     m_left.erase(m_left.begin() + Offset(index - leaving.first));
+    // Where it comes it costs no less than alone there.
+    const double saved = m_seating.CostOf(leaving) - m_seating.CostWith(leaving, m_left);
+    if (saved - m_seating.LoneCost(move.label, move.lane) < kLeastGain) return false;
     const auto& other = m_seating.RowOf(move.lane);
     const std::size_t at = PlaceIn(other, move.lane, m_seating.WishOf(move.label, move.lane));
     const auto joining = m_seating.Around(move.lane, at, m_seating.LoadOf(move.label, move.lane));
     m_joined.assign(other.begin() + Offset(joining.first), other.begin() + Offset(joining.end));
     m_joined.insert(m_joined.begin() + Offset(at - joining.first), move.label);
-    const double before = m_seating.CostOf(leaving) + m_seating.CostOf(joining);
-    const double after = m_seating.CostWith(leaving, m_left) + m_seating.CostWith(joining, m_joined);
-    if (before - after < kLeastGain) return false;
+    const double paid = m_seating.CostWith(joining, m_joined) - m_seating.CostOf(joining);
+    if (saved - paid < kLeastGain) return false;
     m_seating.Replace(leaving, m_left);
     m_seating.Replace(joining, m_joined);
     Appraise(from);

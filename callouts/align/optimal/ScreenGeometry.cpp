@@ -5,11 +5,6 @@
 namespace zrcallouts {
 namespace {
 
-/// Twice the area of the triangle, with the sign of its turn.
-double Turn(const ScreenPoint& a, const ScreenPoint& b, const ScreenPoint& c) {
-    return (b.x - a.x) * (c.y - a.y) - (b.y - a.y) * (c.x - a.x);
-}
-
 double Distance(const ScreenPoint& point, const ScreenSegment& segment) {
     const double x = segment.to.x - segment.from.x;
     const double y = segment.to.y - segment.from.y;
@@ -40,11 +35,6 @@ ScreenBox ScreenSegment::Box() const {
 double Distance(const ScreenSegment& a, const ScreenSegment& b) {
     if (DoCross(a, b)) return 0.0;
     return std::min({Distance(a.from, b), Distance(a.to, b), Distance(b.from, a), Distance(b.to, a)});
-}
-
-bool DoCross(const ScreenSegment& a, const ScreenSegment& b) {
-    return Turn(a.from, a.to, b.from) * Turn(a.from, a.to, b.to) < 0.0 &&
-           Turn(b.from, b.to, a.from) * Turn(b.from, b.to, a.to) < 0.0;
 }
 
 bool IsInside(const ScreenSegment& segment, const ScreenBox& box) {

@@ -56,10 +56,17 @@ struct ZRCALLOUTS_API ScreenSegment {
     const double y = b.y - a.y;
     return std::sqrt(x * x + y * y);
 }
+/// Twice the area of the triangle, with the sign of its turn.
+[[nodiscard]] inline double Turn(const ScreenPoint& a, const ScreenPoint& b, const ScreenPoint& c) {
+    return (b.x - a.x) * (c.y - a.y) - (b.y - a.y) * (c.x - a.x);
+}
 /// Of any point of one to any of the other; 0 if they cross.
 [[nodiscard]] ZRCALLOUTS_API double Distance(const ScreenSegment& a, const ScreenSegment& b);
 /// Whether they have a point in common that is an end of neither.
-[[nodiscard]] ZRCALLOUTS_API bool DoCross(const ScreenSegment& a, const ScreenSegment& b);
+[[nodiscard]] inline bool DoCross(const ScreenSegment& a, const ScreenSegment& b) {
+    return Turn(a.from, a.to, b.from) * Turn(a.from, a.to, b.to) < 0.0 &&
+           Turn(b.from, b.to, a.from) * Turn(b.from, b.to, a.to) < 0.0;
+}
 /// Whether any of the segment lies inside the box.
 [[nodiscard]] ZRCALLOUTS_API bool IsInside(const ScreenSegment& segment, const ScreenBox& box);
 

@@ -107,31 +107,27 @@ double Seating::LoadOf(std::uint32_t label, std::size_t lane) const {
 
 void Seating::MeasureAlone(std::size_t lane) {
     for (std::uint32_t label = 0; label < m_seats.size(); ++label)
-        m_alone[label * LaneCount() + lane] = LoneSeat(label, lane);
+        m_alone[label * LaneCount() + lane] = PlaceAlone(label, LaneAt(lane));
 }
 
-/// Where the label would be if it was alone there.
-Seating::LabelSeat Seating::LoneSeat(std::uint32_t label, std::size_t lane) const {
-    const Lane& on = LaneAt(lane);
+Seating::Lone Seating::PlaceAlone(std::uint32_t label, const Lane& lane) const {
     const auto anchors = AnchorsOf(label);
     double sum = 0.0;
-    for (const ScreenPoint& anchor : anchors) sum += anchor[on.Along()];
-    const double half = 0.5 * m_problem.labels[label].form.Length(on.Along());
-    const double least = on.Least() + half;
+    for (const ScreenPoint& anchor : anchors) sum += anchor[lane.Along()];
+    const double half = 0.5 * m_problem.labels[label].form.Length(lane.Along());
+    const double least = lane.Least() + half;
     const double place =
-        std::clamp(sum / static_cast<double>(anchors.size()), least, std::max(on.Greatest() - half, least));
+        std::clamp(sum / static_cast<double>(anchors.size()), least, std::max(lane.Greatest() - half, least));
     LabelSeat seat;
-    seat.centre = CentreAt(label, on, place, 0);
-    MeasureOne(label, on, place, seat);
-    seat.next.wish = place;
-    return seat;
+    seat.centre = CentreAt(label, lane, place, 0);
+    MeasureOne(label, lane, place, seat);
+    return {seat.centre, place, seat.length, seat.cost};
 }
 
-Seating::Lone Seating::LonePlace(std::uint32_t label) const {
+const Seating::Lone& Seating::LonePlace(std::uint32_t label) const {
     const auto first = m_alone.begin() + static_cast<std::ptrdiff_t>(label * LaneCount());
-    const auto best = std::min_element(first, first + static_cast<std::ptrdiff_t>(LaneCount()),
-                                       [](const auto& a, const auto& b) { return a.length < b.length; });
-    return {best->centre, best->length};
+    return *std::min_element(first, first + static_cast<std::ptrdiff_t>(LaneCount()),
+                             [](const auto& a, const auto& b) { return a.length < b.length; });
 }
 
 ScreenPoint Seating::CentreInSeatOf(std::uint32_t label, std::uint32_t other) const {
@@ -388,14 +384,16 @@ void Seating::SpaceOuterRow(const Lane& lane, const Labels& labels) {
 void Seating::MeasureOne(std::uint32_t label, const Lane& lane, double place, LabelSeat& seat) const {
     const LabelForm& form = m_problem.labels[label].form;
     const int axis = lane.Along();
+    const auto anchors = AnchorsOf(label);
     seat.length = seat.pull = 0.0;
     double weights = 0.0;
+    double along = 0.0;
     double extra = SwitchCost(label, lane);
-    for (const ScreenPoint& anchor : AnchorsOf(label)) {
+    for (const ScreenPoint& anchor : anchors) {
         const ScreenPoint start = form.Start(seat.centre, anchor);
         const double length = Distance(start, anchor);
         const double weight = 1.0 / std::max(length, kShortest);
-        const double along = start[axis] - anchor[axis];
+        along = start[axis] - anchor[axis];
         seat.length += length;
         seat.pull += weight * along;
         weights += weight;
@@ -403,7 +401,8 @@ void Seating::MeasureOne(std::uint32_t label, const Lane& lane, double place, La
         if (!m_problem.obstacles.empty()) extra += BlockCost({start, anchor});
     }
     seat.cost = seat.length + extra;
-    seat.next = {place - seat.pull / weights, weights, 0.0};
+    // One leader wishes its start above its end, whatever it weighs; most labels have one.
+    seat.next = {place - (anchors.size() == 1 ? along : seat.pull / weights), weights, 0.0};
 }
 
 bool Seating::CanDouble(std::size_t lane) const {

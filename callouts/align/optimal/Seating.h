@@ -31,9 +31,12 @@ public:
         double greatest = 0.0;
     };
 
+    /// Where a label would be if it was alone on a lane, and what that costs.
     struct Lone {
         ScreenPoint centre;
+        double wish = 0.0;  // along the lane
         double length = 0.0;
+        double cost = 0.0;
     };
 
     explicit Seating(const LayoutProblem& problem);
@@ -72,15 +75,14 @@ public:
     [[nodiscard]] double Capacity(std::size_t lane) const;
     [[nodiscard]] double Load(std::size_t lane) const { return m_rows[lane].load; }
     [[nodiscard]] double LoadOf(std::uint32_t label, std::size_t lane) const;
-    /// Where along the lane the label would be if it was alone there, and what that costs.
     [[nodiscard]] double WishOf(std::uint32_t label, std::size_t lane) const {
-        return m_alone[label * LaneCount() + lane].next.wish;
+        return m_alone[label * LaneCount() + lane].wish;
     }
     [[nodiscard]] double LoneCost(std::uint32_t label, std::size_t lane) const {
         return m_alone[label * LaneCount() + lane].cost;
     }
     /// Where the label's leaders are shortest if it has the page to itself. Requires: there is a lane.
-    [[nodiscard]] Lone LonePlace(std::uint32_t label) const;
+    [[nodiscard]] const Lone& LonePlace(std::uint32_t label) const;
     /// Where the label would be if it had the other one's place.
     [[nodiscard]] ScreenPoint CentreInSeatOf(std::uint32_t label, std::uint32_t other) const;
     /// The length of its leaders if its centre was there.
@@ -156,7 +158,7 @@ private:
     [[nodiscard]] double BlockCost(const ScreenSegment& leader) const;
     [[nodiscard]] double SlantCost(std::uint32_t label, double along, double across) const;
     void MeasureAlone(std::size_t lane);
-    [[nodiscard]] LabelSeat LoneSeat(std::uint32_t label, std::size_t lane) const;
+    [[nodiscard]] Lone PlaceAlone(std::uint32_t label, const Lane& lane) const;
     [[nodiscard]] double SwitchCost(std::uint32_t label, const Lane& lane) const;
     [[nodiscard]] ScreenPoint CentreAt(std::uint32_t label, const Lane& lane, double place,
                                        std::size_t index) const;
@@ -179,10 +181,10 @@ private:
     std::vector<LabelSeat> m_seats;
     std::vector<ScreenPoint> m_anchors;  // of all labels
     std::vector<std::size_t> m_firstAnchors;
-    std::vector<int> m_homes;        // the side where each label is already; -1: none
-    std::vector<double> m_slants;    // of each label's form
-    std::vector<LabelSeat> m_alone;  // each label on each lane, with its wish
-    ScreenPoint m_thickest;          // the largest label along each axis
+    std::vector<int> m_homes;      // the side where each label is already; -1: none
+    std::vector<double> m_slants;  // of each label's form
+    std::vector<Lone> m_alone;     // each label on each lane
+    ScreenPoint m_thickest;        // the largest label along each axis
     std::uint64_t m_now = 0;
 
     LabelSpacer m_spacer;
