@@ -4,6 +4,7 @@
 
 #include "callouts/align/optimal/Clearing.h"
 #include "callouts/align/optimal/LaneChoice.h"
+#include "callouts/align/optimal/LaneExchange.h"
 #include "callouts/align/optimal/LeaderSwaps.h"
 #include "callouts/align/optimal/Relocation.h"
 #include "callouts/align/optimal/Seating.h"
@@ -24,10 +25,13 @@ std::vector<ScreenPoint> SolveLayout(const LayoutProblem& problem) {
     seating.Seat(ChooseLanes(seating));
     LeaderSwaps swaps(seating);
     Relocation relocation(seating);
+    LaneExchange exchange(seating);
     Clearing clearing(seating);
     swaps.Run();
-    for (int round = 0; round < kMostRounds && relocation.Run(); ++round) {
-        if (!swaps.Run()) break;
+    for (int round = 0; round < kMostRounds; ++round) {
+        const bool isMoved = relocation.Run();
+        const bool isExchanged = exchange.Run();
+        if ((!isMoved && !isExchanged) || !swaps.Run()) break;
     }
     for (int round = 0; round < kMostRounds && clearing.Run(); ++round) {
         relocation.Run();

@@ -93,17 +93,13 @@ void Relocation::FindMoves() {
             for (std::size_t lane = 0; lane < m_seating.LaneCount(); ++lane) {
                 if (lane == from) continue;
                 const double gain = GainOf(label, relief, lane);
-                if (gain > kLeastGain && HasRoom(lane, label)) m_moves.push_back({gain, label, lane});
+                if (gain > kLeastGain && m_seating.HasRoom(lane, label))
+                    m_moves.push_back({gain, label, lane});
             }
         }
     }
     std::stable_sort(m_moves.begin(), m_moves.end(),
                      [](const Move& a, const Move& b) { return a.gain > b.gain; });
-}
-
-bool Relocation::HasRoom(std::size_t lane, std::uint32_t label) const {
-    return m_seating.Holds(lane, label) &&
-           m_seating.Load(lane) + m_seating.LoadOf(label, lane) <= m_seating.Capacity(lane);
 }
 
 std::size_t Relocation::PlaceIn(const Seating::Labels& labels, std::size_t lane, double wish) const {
@@ -116,7 +112,7 @@ std::size_t Relocation::PlaceIn(const Seating::Labels& labels, std::size_t lane,
 /// Earlier moves of the pass may have changed what this one gains.
 bool Relocation::Try(const Move& move) {
     const std::size_t from = m_seating.LaneOf(move.label);
-    if (from == move.lane || !HasRoom(move.lane, move.label)) return false;
+    if (from == move.lane || !m_seating.HasRoom(move.lane, move.label)) return false;
     if (GainOf(move.label, Relief(move.label), move.lane) < kLeastGain) return false;
     const std::size_t index = m_seating.IndexOf(move.label);
     const auto leaving = m_seating.Around(from, index, m_seating.LoadOf(move.label, from));

@@ -38,7 +38,6 @@ private:
     [[nodiscard]] double Relief(std::uint32_t label) const;
     [[nodiscard]] double Price(std::uint32_t label, std::size_t lane) const;
     [[nodiscard]] double GainOf(std::uint32_t label, double relief, std::size_t lane) const;
-    [[nodiscard]] bool HasRoom(std::size_t lane, std::uint32_t label) const;
     void FindMoves();
     bool Try(const Move& move);
     [[nodiscard]] std::size_t PlaceIn(const Seating::Labels& labels, std::size_t lane, double wish) const;

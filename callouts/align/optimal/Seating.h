@@ -75,6 +75,10 @@ public:
     [[nodiscard]] double Capacity(std::size_t lane) const;
     [[nodiscard]] double Load(std::size_t lane) const { return m_rows[lane].load; }
     [[nodiscard]] double LoadOf(std::uint32_t label, std::size_t lane) const;
+    /// Whether the lane holds one more label, this one.
+    [[nodiscard]] bool HasRoom(std::size_t lane, std::uint32_t label) const {
+        return Holds(lane, label) && Load(lane) + LoadOf(label, lane) <= Capacity(lane);
+    }
     [[nodiscard]] double WishOf(std::uint32_t label, std::size_t lane) const {
         return m_alone[label * LaneCount() + lane].wish;
     }

@@ -11,6 +11,7 @@
 
 #include "callouts/align/optimal/LabelSpacer.h"
 #include "callouts/align/optimal/LayoutQuality.h"
+#include "tests/callouts/align/optimal/Assignment.h"
 #include "tests/callouts/align/optimal/RandomSheet.h"
 
 namespace zrcallouts {
@@ -77,8 +78,50 @@ public:
         return m_best;
     }
 
+    /// With the sides and orders that the cheapest assignment of all labels to slots gives them.
+    double OfSlots() {
+        struct Slot {
+            std::size_t side;
+            ScreenPoint centre;
+        };
+        std::vector<Slot> slots;
+        for (std::size_t side = 0; side < 4; ++side) {
+            const int along = Along(side);
+            for (double at = Least(side) + 13.0; at <= Greatest(side) - 13.0; at += 34.0) {
+                slots.push_back({side, {}});
+                slots.back().centre[along] = at;
+                slots.back().centre[1 - along] = LineOf(side);
+            }
+        }
+        std::vector<std::vector<double>> costs;
+        for (const LayoutLabel& label : m_sheet.labels) {
+            costs.emplace_back();
+            for (const Slot& slot : slots) costs.back().push_back(Distance(slot.centre, label.anchors[0]));
+        }
+        const auto places = CheapestAssignment(costs);
+        std::vector<std::size_t> order(places.size());
+        std::iota(order.begin(), order.end(), 0);
+        std::sort(order.begin(), order.end(), [&](auto a, auto b) { return places[a] < places[b]; });
+        m_sides = {};
+        for (const std::size_t label : order) m_sides[slots[places[label]].side].push_back(label);
+        return LengthOn(0) + LengthOn(1) + LengthOn(2) + LengthOn(3);
+    }
+
 private:
     using Side = std::vector<std::size_t>;
+
+    // Circles of 26 pixels, 8 apart, 17 from the model.
+    static int Along(std::size_t side) { return side < 2 ? 1 : 0; }
+    double LineOf(std::size_t side) const {
+        const int across = 1 - Along(side);
+        return side % 2 == 0 ? m_sheet.model.Least(across) - 30.0 : m_sheet.model.Greatest(across) + 30.0;
+    }
+    double Least(std::size_t side) const {
+        return Along(side) == 1 ? m_sheet.page.y0 : m_sheet.model.x0 - 9.0;
+    }
+    double Greatest(std::size_t side) const {
+        return Along(side) == 1 ? m_sheet.page.y1 : m_sheet.model.x1 + 9.0;
+    }
 
     void Extend(std::size_t label) {
         if (label == m_sheet.labels.size()) {
@@ -96,25 +139,19 @@ private:
         }
     }
 
-    /// Circles of 26 pixels, 8 apart, 17 from the model.
     double LengthOn(std::size_t side) {
-        const int along = side < 2 ? 1 : 0;
-        const double line =
-            side % 2 == 0 ? m_sheet.model.Least(1 - along) - 30.0 : m_sheet.model.Greatest(1 - along) + 30.0;
+        const int along = Along(side);
         std::vector<SpacedLabel> labels;
         std::vector<double> depths;
         for (const std::size_t label : m_sides[side]) {
             const ScreenPoint& anchor = m_sheet.labels[label].anchors[0];
             labels.push_back({anchor[along], 1.0, 26.0});
-            depths.push_back(std::abs(anchor[1 - along] - line));
+            depths.push_back(std::abs(anchor[1 - along] - LineOf(side)));
         }
-        const bool isColumn = along == 1;
-        const double least = isColumn ? m_sheet.page.y0 : m_sheet.model.x0 - 9.0;
-        const double greatest = isColumn ? m_sheet.page.y1 : m_sheet.model.x1 + 9.0;
         const std::vector<SpacedLabel> wishes = labels;
         double length = 0.0;
         for (int round = 0; round < 12; ++round) {
-            const auto places = m_spacer.Space(labels, 8.0, least, greatest);
+            const auto places = m_spacer.Space(labels, 8.0, Least(side), Greatest(side));
             length = 0.0;
             for (std::size_t i = 0; i < labels.size(); ++i) {
                 const double own = std::hypot(depths[i], places[i] - wishes[i].wish);
@@ -139,21 +176,18 @@ TEST(LayoutSolver, IsWithinAPercentOfTheShortest) {
     }
 }
 
-// No exchange of two labels' places and no move of a label to a free place makes the leaders shorter by more
-// than a percent of them all, on sheets that are nearly full.
-TEST(LayoutSolver, NoExchangeShortensFullSheets) {
-    for (unsigned seed = 0; seed < 20; ++seed) {
-        const LayoutProblem sheet = MakeSheet({80}, seed);
-        const Centres centres = SolveLayout(sheet);
-        const double length = LengthOf(sheet, centres);
-        for (std::size_t i = 0; i < centres.size(); ++i) {
-            for (std::size_t k = 0; k < i; ++k) {
-                const auto own = [&](std::size_t label, std::size_t place) {
-                    return Distance(centres[place], sheet.labels[label].anchors[0]);
-                };
-                EXPECT_GT(own(i, k) + own(k, i) - own(i, i) - own(k, k), -0.003 * length)
-                    << "seed " << seed << ": labels " << k << " and " << i;
-            }
+// Labels all over the model, on sheets up to 98 % full. What is crossing-free and what keeps leaders off
+// labels may be longer than the reference, which knows of neither.
+TEST(LayoutSolver, IsHardlyLongerThanTheCheapestAssignment) {
+    struct Case {
+        std::size_t labels;
+        double limit;
+    };
+    for (const Case& each : {Case{20, 1.01}, Case{60, 1.01}, Case{80, 1.01}, Case{90, 1.015}}) {
+        for (unsigned seed = 0; seed < 6; ++seed) {
+            const LayoutProblem sheet = MakeSheet({each.labels}, seed);
+            EXPECT_LE(LengthOf(sheet, SolveLayout(sheet)), each.limit * Reference(sheet).OfSlots())
+                << each.labels << " labels, seed " << seed;
         }
     }
 }
