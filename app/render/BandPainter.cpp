@@ -25,33 +25,46 @@ Ground GroundOf(const PictureStyle& style, int row, int rows) {
             mix(style.groundTop.b, style.groundBottom.b)};
 }
 
+std::uint8_t* PixelAt(Raster& raster, int x, int y) {
+    const auto width = static_cast<std::size_t>(raster.width);
+    return raster.pixels.data() + 3 * (static_cast<std::size_t>(y) * width + static_cast<std::size_t>(x));
+}
+
+std::uint8_t ToByte(double tone) {
+    return static_cast<std::uint8_t>(std::lround(255.0 * std::clamp(tone, 0.0, 1.0)));
+}
+
 }  // namespace
 
-/// The samples of a band and the ink on them, with rows counted in the whole grid.
+/// Some columns of a band's samples and the ink on them, with rows and columns counted in the whole grid.
 class BandPainter::Band {
 public:
-    Band(const SurfaceSampler& sampler, int firstRow, int lastRow)
-        : m_firstRow(firstRow), m_lastRow(lastRow), m_width(sampler.GetWidth()) {
-        const auto count = static_cast<std::size_t>(lastRow - firstRow) * static_cast<std::size_t>(m_width);
+    Band(const SurfaceSampler& sampler, const SampleWindow& window)
+        : m_firstRow(window.top),
+          m_lastRow(window.bottom),
+          m_firstColumn(window.left),
+          m_lastColumn(window.right),
+          m_width(static_cast<std::size_t>(window.right - window.left)) {
+        const std::size_t count = static_cast<std::size_t>(m_lastRow - m_firstRow) * m_width;
         m_samples.resize(count);
         m_ink.resize(count, 0.0F);
-        for (int y = firstRow; y < lastRow; ++y) {
-            sampler.SampleRow(y,
-                              std::span(m_samples).subspan(IndexOf(0, y), static_cast<std::size_t>(m_width)));
-        }
+        for (int y = m_firstRow; y < m_lastRow; ++y)
+            sampler.SampleRow(y, m_firstColumn,
+                              std::span(m_samples).subspan(IndexOf(m_firstColumn, y), m_width));
     }
 
     int GetFirstRow() const { return m_firstRow; }
     int GetLastRow() const { return m_lastRow; }
-    int GetWidth() const { return m_width; }
+    int GetFirstColumn() const { return m_firstColumn; }
+    int GetLastColumn() const { return m_lastColumn; }
     const SurfaceSample& SampleAt(int x, int y) const { return m_samples[IndexOf(x, y)]; }
     SurfaceSample& SampleAt(int x, int y) { return m_samples[IndexOf(x, y)]; }
     float InkAt(int x, int y) const { return m_ink[IndexOf(x, y)]; }
 
     /// A round dot; where dots overlap the darker counts.
     void Stamp(double centreX, double centreY, double radius) {
-        const int firstX = std::max(static_cast<int>(std::ceil(centreX - radius - 0.5)), 0);
-        const int lastX = std::min(static_cast<int>(std::floor(centreX + radius + 0.5)), m_width - 1);
+        const int firstX = std::max(static_cast<int>(std::ceil(centreX - radius - 0.5)), m_firstColumn);
+        const int lastX = std::min(static_cast<int>(std::floor(centreX + radius + 0.5)), m_lastColumn - 1);
         const int firstY = std::max(static_cast<int>(std::ceil(centreY - radius - 0.5)), m_firstRow);
         const int lastY = std::min(static_cast<int>(std::floor(centreY + radius + 0.5)), m_lastRow - 1);
         for (int y = firstY; y <= lastY; ++y) {
@@ -65,13 +78,15 @@ public:
 
 private:
     std::size_t IndexOf(int x, int y) const {
-        return static_cast<std::size_t>(y - m_firstRow) * static_cast<std::size_t>(m_width) +
-               static_cast<std::size_t>(x);
+        return static_cast<std::size_t>(y - m_firstRow) * m_width +
+               static_cast<std::size_t>(x - m_firstColumn);
     }
 
     int m_firstRow;
     int m_lastRow;
-    int m_width;
+    int m_firstColumn;
+    int m_lastColumn;
+    std::size_t m_width;
     std::vector<SurfaceSample> m_samples;
     std::vector<float> m_ink;
 };
@@ -94,6 +109,7 @@ BandPainter::BandPainter(const SurfaceSampler& sampler, const EdgeRule& rule, co
     }
     const double widest =
         std::max({style.outlineWidth, style.overlapWidth, style.contactWidth, style.creaseWidth});
+    m_drawsLines = widest > 0.0;
     m_margin = static_cast<int>(std::ceil(0.5 * widest * m_samplesPerPagePixel)) + m_samples + 2;
     const double middle = 0.5 * m_samples;
     double sum = 0.0;
@@ -107,9 +123,18 @@ BandPainter::BandPainter(const SurfaceSampler& sampler, const EdgeRule& rule, co
 }
 
 void BandPainter::Paint(int first, int last, Raster& raster) const {
-    Band band(m_sampler, first * m_samples - m_margin, last * m_samples + m_margin);
+    const SampleWindow& window = m_sampler.GetWindow();
+    const int firstColumn = std::max(window.left - m_margin, 0);
+    const int lastColumn = std::min(window.right + m_margin, m_sampler.GetWidth());
+    const SampleWindow here{firstColumn, first * m_samples - m_margin, std::max(lastColumn, firstColumn),
+                            last * m_samples + m_margin};
+    if (here.bottom <= window.top || here.top >= window.bottom) {
+        for (int y = first; y < last; ++y) PaintGround(y, 0, raster.width, raster);
+        return;
+    }
+    Band band(m_sampler, here);
     RemoveSpecks(band);
-    DrawLines(band);
+    if (m_drawsLines) DrawLines(band);
     Resolve(band, first, last, raster);
 }
 
@@ -122,7 +147,7 @@ void BandPainter::RemoveSpecks(Band& band) const {
     };
     std::vector<Mend> mends;
     for (int y = band.GetFirstRow() + 1; y + 1 < band.GetLastRow(); ++y) {
-        for (int x = 1; x + 1 < band.GetWidth(); ++x) {
+        for (int x = band.GetFirstColumn() + 1; x + 1 < band.GetLastColumn(); ++x) {
             if (IsSpeck(band, x, y, false)) {
                 mends.push_back({x, y, band.SampleAt(x - 1, y)});
                 mends.back().sample.depth += mends.back().sample.slopeX;
@@ -145,8 +170,8 @@ bool BandPainter::IsSpeck(const Band& band, int x, int y, bool isVertical) const
 
 void BandPainter::DrawLines(Band& band) const {
     for (int y = band.GetFirstRow(); y < band.GetLastRow(); ++y) {
-        for (int x = 0; x < band.GetWidth(); ++x) {
-            if (x + 1 < band.GetWidth()) DrawLine(band, x, y, false);
+        for (int x = band.GetFirstColumn(); x < band.GetLastColumn(); ++x) {
+            if (x + 1 < band.GetLastColumn()) DrawLine(band, x, y, false);
             if (y + 1 < band.GetLastRow()) DrawLine(band, x, y, true);
         }
     }
@@ -164,32 +189,45 @@ void BandPainter::DrawLine(Band& band, int x, int y, bool isVertical) const {
 }
 
 void BandPainter::Resolve(const Band& band, int first, int last, Raster& raster) const {
-    std::vector<Shade> columns(static_cast<std::size_t>(band.GetWidth()));
-    for (int y = first; y < last; ++y) ResolveRow(band, y, columns, raster);
+    std::vector<Shade> columns(static_cast<std::size_t>(band.GetLastColumn() - band.GetFirstColumn()));
+    const int left = band.GetFirstColumn() / m_samples;
+    const int right = std::min((band.GetLastColumn() + m_samples - 1) / m_samples, raster.width);
+    for (int y = first; y < last; ++y) {
+        PaintGround(y, 0, left, raster);
+        ResolveRow(band, y, columns, {left, right}, raster);
+        PaintGround(y, right, raster.width, raster);
+    }
+}
+
+void BandPainter::PaintGround(int y, int left, int right, Raster& raster) const {
+    const Ground ground = GroundOf(m_style, y, raster.height);
+    std::uint8_t* pixel = PixelAt(raster, left, y);
+    for (int x = left; x < right; ++x) {
+        for (const double channel : ground) *pixel++ = ToByte(channel);
+    }
 }
 
 // Column by column first: the shades of a picture row, still with every sample's column.
-void BandPainter::ResolveRow(const Band& band, int y, std::vector<Shade>& columns, Raster& raster) const {
+void BandPainter::ResolveRow(const Band& band, int y, std::vector<Shade>& columns,
+                             const std::pair<int, int>& pixels, Raster& raster) const {
+    const int firstColumn = band.GetFirstColumn();
     std::fill(columns.begin(), columns.end(), Shade());
     for (const Tap& tap : m_taps) {
-        for (int x = 0; x < band.GetWidth(); ++x) {
-            columns[static_cast<std::size_t>(x)].Add(tap.weight,
-                                                     ShadeAt(band, x, y * m_samples + tap.offset));
+        for (int x = firstColumn; x < band.GetLastColumn(); ++x) {
+            columns[static_cast<std::size_t>(x - firstColumn)].Add(
+                tap.weight, ShadeAt(band, x, y * m_samples + tap.offset));
         }
     }
     const Ground ground = GroundOf(m_style, y, raster.height);
-    std::uint8_t* pixel =
-        &raster.pixels[3 * static_cast<std::size_t>(y) * static_cast<std::size_t>(raster.width)];
-    for (int x = 0; x < raster.width; ++x) {
+    std::uint8_t* pixel = PixelAt(raster, pixels.first, y);
+    for (int x = pixels.first; x < pixels.second; ++x) {
         Shade shade;
         for (const Tap& tap : m_taps) {
-            const int column = std::clamp(x * m_samples + tap.offset, 0, band.GetWidth() - 1);
-            shade.Add(tap.weight, columns[static_cast<std::size_t>(column)]);
+            const int column = std::clamp(x * m_samples + tap.offset, firstColumn, band.GetLastColumn() - 1);
+            shade.Add(tap.weight, columns[static_cast<std::size_t>(column - firstColumn)]);
         }
-        for (std::size_t channel = 0; channel < ground.size(); ++channel) {
-            const double tone = shade.tones[channel] - shade.ground * (1.0 - ground[channel]);
-            *pixel++ = static_cast<std::uint8_t>(std::lround(255.0 * std::clamp(tone, 0.0, 1.0)));
-        }
+        for (std::size_t channel = 0; channel < ground.size(); ++channel)
+            *pixel++ = ToByte(shade.tones[channel] - shade.ground * (1.0 - ground[channel]));
     }
 }
 

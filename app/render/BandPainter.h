@@ -5,6 +5,7 @@
 
 #include <array>
 #include <cstddef>
+#include <utility>
 #include <vector>
 
 #include "app/render/EdgeRule.h"
@@ -48,7 +49,10 @@ private:
     void DrawLines(Band& band) const;
     void DrawLine(Band& band, int x, int y, bool isVertical) const;
     void Resolve(const Band& band, int first, int last, Raster& raster) const;
-    void ResolveRow(const Band& band, int y, std::vector<Shade>& columns, Raster& raster) const;
+    /// The pixels from the first to before the second.
+    void ResolveRow(const Band& band, int y, std::vector<Shade>& columns, const std::pair<int, int>& pixels,
+                    Raster& raster) const;
+    void PaintGround(int y, int left, int right, Raster& raster) const;
     Shade ShadeAt(const Band& band, int x, int y) const;
     double ToneOf(const SurfaceSample& sample) const;
     Channels TintOf(const SurfaceSample& sample) const;
@@ -62,6 +66,7 @@ private:
     std::vector<Tap> m_taps;
     int m_samples;  // per pixel and axis
     double m_samplesPerPagePixel;
+    bool m_drawsLines;
     int m_margin;  // rows of samples around a band whose lines reach into it
 };
 

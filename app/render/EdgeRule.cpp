@@ -75,16 +75,20 @@ double EdgeRule::LineWidth(const SurfaceSample& a, const SurfaceSample& b, int x
 bool EdgeRule::IsSpeck(const SurfaceSample& before, const SurfaceSample& middle, const SurfaceSample& after,
                        int x, int y, bool isVertical) const {
     if (before.IsGround() || before.part != after.part) return false;
+    // True of nearly all samples, and told without a step.
+    const bool isOtherPart = middle.part != before.part;
+    const bool isDeeper = middle.depth > std::max(before.depth, after.depth);
+    if (!isOtherPart && !isDeeper && !IsCrease(before, middle)) return false;
     const Step across = StepBetween(before, after, isVertical, 2.0F);
     if (!across.isJoint && ToPixels(static_cast<double>(across.gap), before, x, y) > kLeastStep) return false;
     const auto deeper = static_cast<double>(std::max(before.depth, after.depth));
     if (ToPixels(static_cast<double>(middle.depth) - deeper, before, x, y) > kLeastStep) return true;
     if (IsCrease(before, after)) return false;
+    if (!isOtherPart && !IsCrease(before, middle)) return false;
     // What stands before the surface is a thing of its own, however thin.
     const auto surface = 0.5 * (static_cast<double>(before.depth) + static_cast<double>(after.depth));
     const double behind = ToPixels(static_cast<double>(middle.depth) - surface, before, x, y);
-    if (middle.part != before.part) return behind > -kSamePlaneGap;
-    return behind > -kLeastStep && IsCrease(before, middle);
+    return behind > (isOtherPart ? -kSamePlaneGap : -kLeastStep);
 }
 
 double EdgeRule::SamplesPerPagePixel() const { return m_sampler.GetSamplesPerPixel() * m_style.scale; }

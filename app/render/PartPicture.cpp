@@ -69,10 +69,12 @@ Raster RenderPicture(const zrg::RayScene& scene, const dg::Camera3D& camera, con
               "Every placement needs the number of its part.");
     DU_ASSERT(style.colors.empty() || style.colors.size() == scene.GetPlacementCount(),
               "Either every placement has a colour or none.");
-    const SurfaceSampler coarse(scene, camera, partOfPlacement, kSurveySamples / style.scale);
+    SurfaceSampler coarse(scene, camera, partOfPlacement, kSurveySamples / style.scale);
+    coarse.FindGround();
     const PartSurvey survey(coarse, EdgeRule(coarse, style), scene.GetPlacementCount(), threads);
     const Smoothing smoothing(scene, survey, style.creaseAngle, threads);
     SurfaceSampler sampler(scene, camera, partOfPlacement, style.samplesPerPixel);
+    sampler.FindGround();
     sampler.SetSmoothing(smoothing.OfPlacement());
     const EdgeRule rule(sampler, style);
     const BandPainter painter(sampler, rule, survey, style, TowardsLight(camera));

@@ -27,7 +27,7 @@ public:
           m_height(static_cast<std::size_t>(sampler.GetHeight())) {
         m_samples.resize(m_width * m_height);
         ParallelFor(m_height, threads, [&](std::size_t y) {
-            sampler.SampleRow(static_cast<int>(y), std::span(m_samples).subspan(y * m_width, m_width));
+            sampler.SampleRow(static_cast<int>(y), 0, std::span(m_samples).subspan(y * m_width, m_width));
         });
     }
 

@@ -1,8 +1,10 @@
 #include "app/render/SurfaceSampler.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <cstddef>
+#include <limits>
 
 namespace zrsheet {
 namespace {
@@ -11,6 +13,39 @@ namespace {
 constexpr double kSameDepth = 0.1;
 // A facet seen edge-on has no slope; this one, in samples, is as good as none.
 constexpr double kSteepest = 1e6;
+
+// Samples around the boxes of the parts, for rounding.
+constexpr double kWindowSlack = 2.0;
+
+/// Of points in the picture.
+struct Extent {
+    double left = std::numeric_limits<double>::max();
+    double top = std::numeric_limits<double>::max();
+    double right = std::numeric_limits<double>::lowest();
+    double bottom = std::numeric_limits<double>::lowest();
+
+    void Add(const dg::DPoint3D& point) {
+        left = std::min(left, point.x);
+        top = std::min(top, point.y);
+        right = std::max(right, point.x);
+        bottom = std::max(bottom, point.y);
+    }
+};
+
+std::array<dg::DPoint3D, 8> CornersOf(const dg::FBox& box) {
+    std::array<dg::DPoint3D, 8> corners;
+    for (std::size_t i = 0; i < corners.size(); ++i) {
+        corners[i] = {static_cast<double>((i & 1U) != 0 ? box.max.x : box.min.x),
+                      static_cast<double>((i & 2U) != 0 ? box.max.y : box.min.y),
+                      static_cast<double>((i & 4U) != 0 ? box.max.z : box.min.z)};
+    }
+    return corners;
+}
+
+/// What lies behind the eye of a central view has no place in the picture.
+bool IsBeforeEye(const dg::DPoint3D& point, const dg::DMat44& toPixel) {
+    return point.x * toPixel(0, 3) + point.y * toPixel(1, 3) + point.z * toPixel(2, 3) + toPixel(3, 3) > 0.0;
+}
 
 dg::FVec3 Narrow(const dg::DVec3& v) {
     return {static_cast<float>(v.x), static_cast<float>(v.y), static_cast<float>(v.z)};
@@ -25,17 +60,43 @@ SurfaceSampler::SurfaceSampler(const zrg::RayScene& scene, const dg::Camera3D& c
       m_partOfPlacement(partOfPlacement),
       m_samplesPerPixel(samplesPerPixel),
       m_width(static_cast<int>(std::lround(camera.GetViewportWidth() * samplesPerPixel))),
-      m_height(static_cast<int>(std::lround(camera.GetViewportHeight() * samplesPerPixel))) {}
+      m_height(static_cast<int>(std::lround(camera.GetViewportHeight() * samplesPerPixel))),
+      m_window(Everything()) {}
 
-void SurfaceSampler::SampleRow(int y, std::span<SurfaceSample> row) const {
+void SurfaceSampler::FindGround() { m_window = WindowOfParts(); }
+
+// Most of a page is ground, and a box around each part tells it without a ray.
+SampleWindow SurfaceSampler::WindowOfParts() const {
+    Extent extent;
+    for (std::uint32_t i = 0; i < m_scene.GetPlacementCount(); ++i) {
+        dg::FBox box;
+        if (!m_scene.GetShape(i).ComputeDefaultBBox(box)) continue;
+        const dg::DMat44 toPixel = m_scene.GetToWorld(i) * m_camera.GetWorldToPixel();
+        for (const dg::DPoint3D& corner : CornersOf(box)) {
+            if (!IsBeforeEye(corner, toPixel)) return Everything();
+            extent.Add(corner * toPixel);
+        }
+    }
+    const auto sample = [this](double pixel, double slack, double least, double most) {
+        return static_cast<int>(std::clamp(pixel * m_samplesPerPixel + slack, least, most));
+    };
+    const auto column = [&](double x, double slack) { return sample(x, slack, 0.0, m_width); };
+    const auto row = [&](double y, double slack) { return sample(y, slack, -m_height, 2.0 * m_height); };
+    return {column(extent.left, -kWindowSlack), row(extent.top, -kWindowSlack),
+            column(extent.right, kWindowSlack), row(extent.bottom, kWindowSlack)};
+}
+
+void SurfaceSampler::SampleRow(int y, int firstColumn, std::span<SurfaceSample> row) const {
+    std::fill(row.begin(), row.end(), SurfaceSample());
+    const int left = std::max(m_window.left, firstColumn);
+    const int right = std::min(m_window.right, firstColumn + static_cast<int>(row.size()));
+    if (y < m_window.top || y >= m_window.bottom || left >= right) return;
+    row = row.subspan(static_cast<std::size_t>(left - firstColumn), static_cast<std::size_t>(right - left));
     std::vector<zrg::RayHit> hits(row.size());
-    m_scene.NearestRow(m_camera, ToPixel(0), ToPixel(y), 1.0 / m_samplesPerPixel, hits);
+    m_scene.NearestRow(m_camera, ToPixel(left), ToPixel(y), 1.0 / m_samplesPerPixel, hits);
     for (std::size_t i = 0; i < hits.size(); ++i) {
         const zrg::RayHit& hit = hits[i];
-        if (!hit) {
-            row[i] = SurfaceSample();
-            continue;
-        }
+        if (!hit) continue;
         // Flat faces without smoothing fill most of most pictures: what holds for the whole facet is found
         // once.
         const bool isSameFacet =

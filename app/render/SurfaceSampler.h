@@ -30,6 +30,14 @@ struct SurfaceSample {
     bool IsGround() const { return part == kGround; }
 };
 
+/// Rows and columns of samples, the last ones excluded.
+struct SampleWindow {
+    int left = 0;
+    int top = 0;
+    int right = 0;
+    int bottom = 0;
+};
+
 /// A grid of `samplesPerPixel` squared samples a pixel, laid so that pixel (x, y) is the square from there to
 /// (x + 1, y + 1) in the camera's pixel space. The scene, the parts and the camera must outlive it. Reading:
 /// any thread.
@@ -44,9 +52,14 @@ public:
     int GetWidth() const { return m_width; }
     int GetHeight() const { return m_height; }
     double GetSamplesPerPixel() const { return m_samplesPerPixel; }
+    /// Finds the ground without asking rays. Pays for whole pictures: O(placements).
+    void FindGround();
+    /// Around it there is nothing but ground, as far as it was found. Rows beyond the picture may be in it.
+    const SampleWindow& GetWindow() const { return m_window; }
 
-    /// Fills a row; rows beyond the picture are sampled too. Requires: `row` holds GetWidth() samples.
-    void SampleRow(int y, std::span<SurfaceSample> row) const;
+    /// Fills the part of a row that begins at a column; rows beyond the picture are sampled too, up to its
+    /// height. Requires: the columns are in the grid.
+    void SampleRow(int y, int firstColumn, std::span<SurfaceSample> row) const;
 
     /// Do the placements of both samples have a surface at the same depth in both? Then which one the ray
     /// reports is chance. The samples stand at (x, y) and one step further.
@@ -56,6 +69,8 @@ public:
     double SamplesPerDepth(const SurfaceSample& sample, int x, int y) const;
 
 private:
+    SampleWindow Everything() const { return {0, -m_height, m_width, 2 * m_height}; }
+    SampleWindow WindowOfParts() const;
     SurfaceSample DescribeFacet(const zrg::RayHit& hit) const;
     bool IsSmoothed(std::uint32_t placement) const {
         return !m_normals.empty() && m_normals[placement] != nullptr;
@@ -73,6 +88,7 @@ private:
     double m_samplesPerPixel;
     int m_width;
     int m_height;
+    SampleWindow m_window;
 };
 
 }  // namespace zrsheet

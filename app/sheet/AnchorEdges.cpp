@@ -41,7 +41,7 @@ bool AnchorEdges::IsOnEdge(const zrk::ShapeInstance& part, const dg::Camera3D& c
         return IsOwn(placement->second, a, b) && rule.LineWidth(a, b, x, y, isVertical) > 0.0;
     };
     for (int y = 0; y < sampler.GetHeight(); ++y) {
-        sampler.SampleRow(y, row);
+        sampler.SampleRow(y, 0, row);
         for (std::size_t i = 0; i < row.size(); ++i) {
             const int x = static_cast<int>(i);
             if (i > 0 && isLine(row[i - 1], row[i], x - 1, y, false)) return true;

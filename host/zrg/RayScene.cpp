@@ -190,6 +190,7 @@ public:
                 stream[i] = ToEmbree(rays[i].origin + m_origin * -1.0, rays[i].direction, mask);
             }
             RTCIntersectContext context = Context();
+            context.flags = RTC_INTERSECT_CONTEXT_FLAG_COHERENT;
             rtcIntersect1M(m_top.get(), &context, stream.data(), static_cast<unsigned>(count),
                            sizeof(RTCRayHit));
             for (std::size_t i = 0; i < count; ++i) hits[first + i] = Resolve(rays[i], stream[i]);
