@@ -43,6 +43,23 @@ TEST(PartPicture, DrawsNothingOnAFlatFaceSeenAtAGrazingAngle) {
     }
 }
 
+// Where there is nothing but ground is told by boxes around the parts, not by rays.
+TEST(PartPicture, FillsThePictureWithPartsThatReachBehindTheEyeAndOutOfTheView) {
+    ModelStage stage(200, 100);
+    stage.Add(0, Plate(1000, 1000, 1, 1));
+    const dg::Camera3D cameras[] = {
+        dg::Camera3D::Orthographic({}, {0, 0, -1}, {0, 1, 0}, 1.0, 200, 100, 3000.0),
+        dg::Camera3D::Perspective({0, -100, 60}, {0, 0, 0}, {0, 0, 1}, 0.5, 1, 4000, 200, 100)};
+    for (const dg::Camera3D& camera : cameras) {
+        stage.SetCamera(camera);
+        const Raster raster = stage.Render();
+        EXPECT_EQ(InkIn(raster, 0, 0, 199, 99), 0);
+        for (const int x : {1, 100, 198}) {
+            for (const int y : {1, 50, 98}) EXPECT_LT(ToneAt(raster, x, y), 255) << x << ", " << y;
+        }
+    }
+}
+
 TEST(PartPicture, DrawsEdgesOfAPrismButNotFacetsOfACylinder) {
     const auto linesInside = [](int sides) {
         ModelStage stage(200, 200);
