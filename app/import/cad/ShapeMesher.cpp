@@ -17,6 +17,7 @@
 
 #include "app/import/cad/CadKernel.h"
 #include "app/import/cad/ShapeEdges.h"
+#include "app/import/cad/SphereFaces.h"
 #include "app/import/reading/PartBuilder.h"
 
 namespace zrsheet {
@@ -124,7 +125,9 @@ MeshedShape MeshShape(const TopoDS_Shape& shape) {
         const double size = SizeOf(shape);
         if (!(size > 0.0 && size < kLargestSize)) return;
         Triangulate(shape, size);
-        meshed = Collect(shape, size);
+        const TopoDS_Shape body = WithTrueSpheres(shape);
+        if (!body.IsSame(shape)) Triangulate(body, size);
+        meshed = Collect(body, size);
     });
     return meshed;
 }

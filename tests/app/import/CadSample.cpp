@@ -1,6 +1,11 @@
 #include "tests/app/import/CadSample.h"
 
 #include <BRepAlgoAPI_Cut.hxx>
+#include <BRepBuilderAPI_MakeEdge.hxx>
+#include <BRepBuilderAPI_MakeFace.hxx>
+#include <BRepBuilderAPI_MakeSolid.hxx>
+#include <BRepBuilderAPI_MakeWire.hxx>
+#include <BRepBuilderAPI_Sewing.hxx>
 #include <BRepFilletAPI_MakeFillet.hxx>
 #include <BRepPrimAPI_MakeBox.hxx>
 #include <BRepPrimAPI_MakeCylinder.hxx>
@@ -39,6 +44,30 @@ TopoDS_Shape Washer() {
     for (TopExp_Explorer edge(ring, TopAbs_EDGE); edge.More(); edge.Next())
         rounded.Add(1, TopoDS::Edge(edge.Current()));
     return rounded.Shape();
+}
+
+constexpr double kBall = 10.0;  // radius
+constexpr double kRight = 1.5707963267948966;
+
+/// From pole to pole.
+TopoDS_Face Slice(double from, double to) {
+    return BRepBuilderAPI_MakeFace(gp_Sphere(gp_Ax3(), kBall), from, to, -kRight, kRight);
+}
+
+TopoDS_Face Base() {
+    const gp_Circ circle(gp_Ax2(gp_Pnt(), gp_Dir(0, 1, 0), gp_Dir(0, 0, 1)), kBall);
+    BRepBuilderAPI_MakeWire border(BRepBuilderAPI_MakeEdge(circle, 0.0, 2.0 * kRight),
+                                   BRepBuilderAPI_MakeEdge(circle, 2.0 * kRight, 4.0 * kRight));
+    return BRepBuilderAPI_MakeFace(border.Wire(), true);
+}
+
+TopoDS_Shape Dome() {
+    BRepBuilderAPI_Sewing sewing(1e-5);
+    sewing.Add(Base());
+    sewing.Add(Slice(0.0, kRight));
+    sewing.Add(Slice(2.0 * kRight, 5.0 * kRight));
+    sewing.Perform();
+    return BRepBuilderAPI_MakeSolid(TopoDS::Shell(sewing.SewedShape()));
 }
 
 /// Builds the document that is written.
@@ -96,11 +125,7 @@ void Fill(Sample& sample) {
     sample.Finish();
 }
 
-}  // namespace
-
-void WriteStepSample(const std::filesystem::path& file, const StepChoices& choices) {
-    Sample sample;
-    Fill(sample);
+void Write(const Sample& sample, const std::filesystem::path& file, const StepChoices& choices) {
     STEPCAFControl_Controller::Init();
     Interface_Static::SetCVal("write.step.schema", choices.schema.c_str());
     Interface_Static::SetCVal("write.step.unit", choices.unit.c_str());
@@ -108,6 +133,20 @@ void WriteStepSample(const std::filesystem::path& file, const StepChoices& choic
     const bool isDone =
         writer.Transfer(sample.Document(), STEPControl_AsIs, choices.hasExternalFiles ? "part-" : nullptr);
     if (!isDone || writer.Write(file.c_str()) != IFSelect_RetDone) throw std::runtime_error("no STEP sample");
+}
+
+}  // namespace
+
+void WriteStepSample(const std::filesystem::path& file, const StepChoices& choices) {
+    Sample sample;
+    Fill(sample);
+    Write(sample, file, choices);
+}
+
+void WriteDome(const std::filesystem::path& file) {
+    Sample sample;
+    sample.Part("Dome", Dome());
+    Write(sample, file, {});
 }
 
 void WriteIgesSample(const std::filesystem::path& file) {

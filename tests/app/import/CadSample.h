@@ -18,6 +18,10 @@ struct StepChoices {
 /// block: a red "Bolt" of radius 5 and height 30 and a "Washer" with rounded edges.
 void WriteStepSample(const std::filesystem::path& file, const StepChoices& choices = {});
 
+/// A half ball "Dome" of radius 10 whose round side is two faces. The border of the second one is turned, as
+/// some programs write it: taken at its word, it covers all of the ball but what it should.
+void WriteDome(const std::filesystem::path& file);
+
 /// The block alone.
 void WriteIgesSample(const std::filesystem::path& file);
 

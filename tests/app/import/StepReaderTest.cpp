@@ -128,6 +128,18 @@ TEST_F(StepReader, MakesClosedPartsWithTheEdgesOfTheirBodies) {
         EXPECT_NEAR(std::hypot(bolt.positions[vertex * 3], bolt.positions[vertex * 3 + 1]), 0.005, 1e-8);
 }
 
+TEST_F(StepReader, TurnsSphereFacesThatCoverTheirNeighbours) {
+    const std::filesystem::path file = Write("dome.stp", "");
+    WriteDome(file);
+    const AssemblyPart dome = PartNamed(ImportModel(file), "Dome");
+    ExpectClosed(dome);
+    EXPECT_NEAR(Volume(dome), 2094.4, 20.0);  // two thirds of pi times the cube of the radius
+    // The border of the base is sharp; the two round faces go over into each other.
+    const auto isSmooth = [](const AssemblyEdge& edge) { return edge.isSmooth; };
+    EXPECT_EQ(std::ranges::count_if(dome.edges, isSmooth), 1);
+    EXPECT_EQ(dome.edges.size(), 3U);
+}
+
 TEST_F(StepReader, ReadsTheSameBytesTwice) {
     const std::filesystem::path file = WriteSample("clamp.stp");
     EXPECT_EQ(WriteAssembly(ImportModel(file)), WriteAssembly(ImportModel(file)));
