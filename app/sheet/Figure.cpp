@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <limits>
 #include <utility>
 #include <vector>
 
@@ -20,9 +21,12 @@ namespace {
 // Room for two rows of balloons with a number each.
 constexpr double kModelMargin = 80.0;
 
-// How much the page grows at a time for labels that find no room, on each side, and how often at the most.
+// How much the page grows on each side for labels that find no room: so much, then twice, three times as
+// much, and so on, and how often at the most. On paper more would leave nothing to read.
 constexpr double kGrowth = 0.06;
 constexpr int kMostGrowths = 8;
+constexpr int kMostGrowthsOnPaper = 4;
+constexpr double kGrowthCost = 0.15;  // of growing once, in faults
 
 PageBox FigureOf(const Document& document, const ViewDirection& direction) {
     const SheetStyle style;
@@ -47,23 +51,50 @@ bool IsTight(const zrcallouts::LayoutProblem& problem) {
     return !problem.page.Holds(Grown(problem.model, wide, high));
 }
 
+// Labels that cannot be read are so much worse than leaders that cross or run into them.
+constexpr std::size_t kWorstFault = 10;
+
+std::size_t BadnessOf(const zrcallouts::LayoutQuality& quality) {
+    using enum zrcallouts::LayoutFaultKind;
+    const std::size_t light = quality.Count(LeadersCross) + quality.Count(LeaderMeetsLabel);
+    return light + kWorstFault * (quality.faults.size() - light);
+}
+
+/// The best layout so far: with the fewest faults, unless the page grows too much for too few of them.
+struct BestLayout {
+    std::vector<zrcallouts::ScreenPoint> centres;
+    double cost = std::numeric_limits<double>::infinity();
+    bool isFaultless = false;
+
+    void Try(const zrcallouts::LayoutProblem& problem, int growth) {
+        if (isFaultless) return;
+        auto next = zrcallouts::SolveLayout(problem);
+        const std::size_t badness = BadnessOf(zrcallouts::MeasureLayout(problem, next));
+        const double costs = static_cast<double>(badness) + growth * kGrowthCost;
+        if (costs >= cost) return;
+        cost = costs;
+        isFaultless = badness == 0;
+        centres = std::move(next);
+    }
+};
+
 /// Pages of pixels grow when labels need it, and on paper everything becomes smaller. So much as takes the
-/// layout's faults away, if any page does; else the smallest that has the fewest.
-std::vector<zrcallouts::ScreenPoint> SolveWithRoom(zrcallouts::LayoutProblem problem) {
+/// layout's faults away, unless few faults would take much. Labels farther from the
+/// model stand in longer rows, and leaders come to them at better angles.
+std::vector<zrcallouts::ScreenPoint> SolveWithRoom(zrcallouts::LayoutProblem problem, int mostGrowths) {
     const double wide = kGrowth * problem.page.Length(0);
     const double high = kGrowth * problem.page.Length(1);
     for (int i = 0; i < kMostGrowths && IsTight(problem); ++i) problem.page = Grown(problem.page, wide, high);
-    auto best = zrcallouts::SolveLayout(problem);
-    std::size_t fewest = zrcallouts::MeasureLayout(problem, best).faults.size();
-    for (int i = 0; i < kMostGrowths && fewest > 0; ++i) {
-        problem.page = Grown(problem.page, wide, high);
-        auto next = zrcallouts::SolveLayout(problem);
-        const std::size_t faults = zrcallouts::MeasureLayout(problem, next).faults.size();
-        if (faults >= fewest) continue;
-        fewest = faults;
-        best = std::move(next);
+    BestLayout best;
+    best.Try(problem, 0);
+    zrcallouts::LayoutProblem farther = problem;
+    for (int steps = 1, growth = 1; steps <= mostGrowths; growth += ++steps) {
+        problem.page = farther.page = Grown(problem.page, steps * wide, steps * high);
+        farther.rules.distance += steps * std::min(wide, high);
+        best.Try(problem, growth);
+        best.Try(farther, growth);
     }
-    return best;
+    return best.centres;
 }
 
 }  // namespace
@@ -86,7 +117,8 @@ void LayOutLabels(const Document& document, const std::vector<Document::CalloutP
         document.Engine(), document.View(), document.Layout().rules,
         [&](const auto& callout) { return LabelOf(callout, ofDocument, SheetStyle()).form; }));
     const zrcallouts::LayoutProblem problem = layout->Describe(callouts);
-    layout->Place(callouts, problem, SolveWithRoom(problem), nullptr);
+    const int mostGrowths = document.Paper().size == PaperSize::None ? kMostGrowths : kMostGrowthsOnPaper;
+    layout->Place(callouts, problem, SolveWithRoom(problem, mostGrowths), nullptr);
 }
 
 }  // namespace zrsheet

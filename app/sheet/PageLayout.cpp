@@ -8,6 +8,9 @@ namespace {
 
 constexpr double kMargin = 24.0;
 constexpr double kMostTableShare = 0.5;  // of the page's width
+// What balloons leave of less shows nothing.
+constexpr double kLeastFigureWidth = 400.0;
+constexpr double kLeastFigureHeight = 320.0;
 
 /// How many rows each table gets so that they stand beside each other in the room there is.
 std::size_t RowsEach(const PartsTable& table, double width, double height) {
@@ -37,12 +40,15 @@ PageLayout LayOutPage(int width, int height, const PartsTable& table, const Shee
     const std::size_t rows = RowsEach(table, width, bodyHeight);
     layout.tables = table.Tables({0.0, top}, rows);
     const double tablesWidth = layout.tables.empty() ? 0.0 : layout.tables.back().box.x1;
-    const double left = std::round(std::max(width - kMargin - tablesWidth, kMostTableShare * width));
+    const double left = std::round(std::max(
+        {width - kMargin - tablesWidth, kMostTableShare * width, kLeastFigureWidth + 2.0 * kMargin}));
     for (SheetTable& part : layout.tables) Shift(part.box, left, 0.0);
-    layout.figure = {kMargin, top, left - kMargin, height - kMargin};
+    const double tablesHeight = table.Height(std::min(rows, table.RowCount()));
+    const double bottom =
+        std::ceil(std::max({height - kMargin, top + kLeastFigureHeight, top + tablesHeight}));
+    layout.figure = {kMargin, top, left - kMargin, bottom};
     layout.width = std::max<double>(width, std::floor(left + tablesWidth + kMargin));
-    layout.height =
-        std::max<double>(height, std::ceil(top + table.Height(std::min(rows, table.RowCount())) + kMargin));
+    layout.height = bottom + kMargin;
     return layout;
 }
 

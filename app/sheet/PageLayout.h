@@ -10,7 +10,8 @@
 namespace zrsheet {
 
 /// The parts list stands to the right of the picture, in as many tables as fit without taking more than half
-/// of the page. What does not fit makes the page higher.
+/// of the page. What does not fit makes the page higher, and small pages grow until the picture shows
+/// something.
 struct PageLayout {
     double width = 0.0;
     double height = 0.0;

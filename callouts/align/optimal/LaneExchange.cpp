@@ -54,8 +54,8 @@ void LaneExchange::FindPartners(const Guest& guest) {
     for (std::size_t i = place - std::min(place, kReach); i < end; ++i) {
         const std::uint32_t other = row[i];
         const double lone = guest.gain + m_seating.CostOf(other) - m_seating.LoneCost(other, from);
-        const double gain = lone - Shift(guest.lane, other, place) -
-                            Shift(from, guest.label, PlaceIn(from, other));
+        const double gain =
+            lone - Shift(guest.lane, other, place) - Shift(from, guest.label, PlaceIn(from, other));
         if (gain > kLeastGain && Fits(guest.label, other) && Fits(other, guest.label))
             m_exchanges.push_back({gain, guest.label, other});
     }
@@ -98,7 +98,8 @@ Seating::Labels LaneExchange::RowWith(std::uint32_t label, std::uint32_t instead
 bool LaneExchange::Try(const Exchange& exchange) {
     const std::size_t from = m_seating.LaneOf(exchange.label);
     const std::size_t to = m_seating.LaneOf(exchange.other);
-    if (from == to || !Fits(exchange.label, exchange.other) || !Fits(exchange.other, exchange.label)) return false;
+    if (from == to || !Fits(exchange.label, exchange.other) || !Fits(exchange.other, exchange.label))
+        return false;
     const auto stay = RowWith(exchange.other, exchange.label);
     const auto come = RowWith(exchange.label, exchange.other);
     const auto all = m_seating.Whole(from);

@@ -10,8 +10,8 @@
 
 namespace zrcallouts {
 
-/// A full lane takes a label only for another. Pulls tell what an exchange saves at the most, so hardly any are
-/// tried in vain. Keeps its memory from call to call.
+/// A full lane takes a label only for another. Pulls tell what an exchange saves at the most, so hardly any
+/// are tried in vain. Keeps its memory from call to call.
 class LaneExchange {
 public:
     explicit LaneExchange(Seating& seating) : m_seating(seating), m_pulls(seating.LaneCount()) {}

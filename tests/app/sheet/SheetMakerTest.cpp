@@ -10,6 +10,7 @@
 #include "app/document/UserError.h"
 #include "app/export/SvgExporter.h"
 #include "app/sheet/PageLayout.h"
+#include "app/sheet/SheetQuality.h"
 #include "tests/app/document/ModelFiles.h"
 
 namespace zrsheet {
@@ -109,6 +110,7 @@ TEST(SheetMaker, MakesTheSameSheetOfModelsByOthers) {
         const Sheet four = Make(ImportedModel(file), Small("iso", LeaderChoice::One, true, 4));
         EXPECT_TRUE(Dump(one) == Dump(four)) << file;
         EXPECT_TRUE(SvgText(one) == SvgText(four)) << file;
+        EXPECT_EQ(FaultNotices(one), std::vector<std::string>{}) << file;
     }
 }
 
