@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
 #include <map>
 #include <numbers>
 #include <numeric>
@@ -17,6 +18,14 @@ namespace {
 constexpr double kSliver = 1e-6;
 // Vertices at borders that are nearer to each other are one.
 constexpr double kCrack = 1e-4;
+// Where a file has rounded positions to a grid, vertices that were one may be a step apart along each axis.
+constexpr double kGrainReach = 1.8;      // steps
+constexpr double kCoarsestGrain = 2e-3;  // share of the shape's size
+// Of the shorter edges at two border vertices: nearer ones are one, if the grain asks for it.
+constexpr double kGrainShare = 0.4;
+// The nearest two of n places by chance are about a range / n^2 apart; no chance leaves so many times as
+// much.
+constexpr double kGridSureness = 25.0;
 // An edge that turns less, in sine, lies in a plane.
 constexpr double kFlat = 1e-4;
 // How much further than the crease angle the mean around a corner may turn away from the face. Where it does,
@@ -60,10 +69,48 @@ std::vector<std::uint32_t> WeldVertices(const std::vector<Place>& places) {
     return first;
 }
 
+/// The step of the grid to which the coordinates along an axis have been rounded; 0 if there is none.
+double GrainAlong(int axis, const std::vector<dg::DPoint3D>& vertices) {
+    std::vector<double> values;
+    values.reserve(vertices.size());
+    for (const dg::DPoint3D& vertex : vertices) values.push_back(vertex[axis]);
+    std::sort(values.begin(), values.end());
+    values.erase(std::unique(values.begin(), values.end()), values.end());
+    double least = values.back() - values.front();
+    const auto count = static_cast<double>(values.size());
+    const double sure = kGridSureness * least / (count * count);
+    for (std::size_t i = 1; i < values.size(); ++i) least = std::min(least, values[i] - values[i - 1]);
+    return least >= sure ? least : 0.0;
+}
+
+/// How far each border vertex may be from another one to be the same.
+class BorderReach {
+public:
+    BorderReach(const std::vector<dg::DPoint3D>& vertices, double size) : m_least(kCrack * size) {
+        double grain = 0.0;
+        for (int axis = 0; axis < 3; ++axis) grain = std::max(grain, GrainAlong(axis, vertices));
+        m_most = grain <= kCoarsestGrain * size ? std::max(kGrainReach * grain, m_least) : m_least;
+        m_shortest.resize(vertices.size(), std::numeric_limits<double>::max());
+    }
+
+    void AddEdge(std::uint32_t from, std::uint32_t to, double length) {
+        for (const std::uint32_t end : {from, to}) m_shortest[end] = std::min(m_shortest[end], length);
+    }
+    double Most() const { return m_most; }
+    double Between(std::uint32_t a, std::uint32_t b) const {
+        return std::clamp(kGrainShare * std::min(m_shortest[a], m_shortest[b]), m_least, m_most);
+    }
+
+private:
+    double m_least;
+    double m_most;
+    std::vector<double> m_shortest;  // border edge at each vertex
+};
+
 /// Finds vertices that are as good as in one place.
 class PlaceFinder {
 public:
-    PlaceFinder(const std::vector<dg::DPoint3D>& vertices, double reach)
+    PlaceFinder(const std::vector<dg::DPoint3D>& vertices, const BorderReach& reach)
         : m_vertices(vertices), m_reach(reach) {}
 
     /// The first of those asked for so far that lies within reach; else the vertex itself.
@@ -73,7 +120,7 @@ public:
             const auto cell = m_cells.find(CellOf(place, {i % 3 - 1, i / 3 % 3 - 1, i / 9 - 1}));
             if (cell == m_cells.end()) continue;
             for (const std::uint32_t other : cell->second) {
-                if ((m_vertices[other] - place).Length() <= m_reach) return other;
+                if ((m_vertices[other] - place).Length() <= m_reach.Between(vertex, other)) return other;
             }
         }
         m_cells[CellOf(place, {})].push_back(vertex);
@@ -87,13 +134,13 @@ private:
         Cell cell{};
         for (int axis = 0; axis < 3; ++axis) {
             const auto i = static_cast<std::size_t>(axis);
-            cell[i] = static_cast<std::int64_t>(std::floor(place[axis] / m_reach)) + beside[i];
+            cell[i] = static_cast<std::int64_t>(std::floor(place[axis] / m_reach.Most())) + beside[i];
         }
         return cell;
     }
 
     const std::vector<dg::DPoint3D>& m_vertices;
-    double m_reach;
+    const BorderReach& m_reach;
     std::map<Cell, std::vector<std::uint32_t>> m_cells;
 };
 
@@ -198,11 +245,16 @@ void EdgeMesh::CloseCracks(VertexNumbers& numbers) {
         if (edge.faces[1] == kNone) border.insert(border.end(), {edge.from, edge.to});
     }
     if (border.empty()) return;
+    BorderReach reach(m_vertices, m_size);
+    for (const Edge& edge : m_edges) {
+        if (edge.faces[1] == kNone)
+            reach.AddEdge(edge.from, edge.to, (m_vertices[edge.to] - m_vertices[edge.from]).Length());
+    }
     std::sort(border.begin(), border.end());
     border.erase(std::unique(border.begin(), border.end()), border.end());
     VertexNumbers same(m_vertices.size());
     std::iota(same.begin(), same.end(), 0U);
-    PlaceFinder finder(m_vertices, kCrack * m_size);
+    PlaceFinder finder(m_vertices, reach);
     for (const std::uint32_t vertex : border) same[vertex] = finder.FirstAt(vertex);
     for (const Face& face : m_faces) {
         const auto& [a, b, c] = face.vertices;

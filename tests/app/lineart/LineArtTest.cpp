@@ -161,19 +161,46 @@ TEST(LineArt, NeitherEndsLinesNorBeginsThemInTheMiddleOfASurface) {
     EXPECT_GT(ridgeLength({5, 18, 36, 60, 36, 18, 5}), 25) << "an edge of its own";
 }
 
-// Faces that a file has one by one, with borders rounded each for itself, are one surface nevertheless.
+// Faces that a file has one by one, with borders rounded each for itself, are one surface nevertheless; also
+// in a file that has rounded all positions to a coarse grid.
 TEST(LineArt, DrawsNoCracks) {
-    const ShapePtr mantle = Mantle(100.0, 120, 24);
-    std::vector<float> positions(mantle->GetPositions().begin(), mantle->GetPositions().end());
-    for (std::size_t i = 0; i < positions.size(); ++i) positions[i] += i % 5 < 2 ? 0.004F : -0.004F;
+    struct Case {
+        int sides;
+        float apart;
+        float grain;
+    };
+    for (const auto& [sides, apart, grain] : {Case{24, 0.004F, 0.0F}, Case{360, 0.1F, 0.25F}}) {
+        const ShapePtr mantle = Mantle(100.0, 120, sides);
+        std::vector<float> positions(mantle->GetPositions().begin(), mantle->GetPositions().end());
+        for (std::size_t i = 0; i < positions.size(); ++i) {
+            positions[i] += i % 5 < 2 ? apart : -apart;
+            if (grain > 0.0F) positions[i] = grain * std::round(positions[i] / grain);
+        }
+        ArtStage stage;
+        stage.Add(
+            ShapePtr(new zrg::Shape(positions, {mantle->GetIndices().begin(), mantle->GetIndices().end()})),
+            Turned({1, 0, 0}, -90, {0, -60, 0}));
+        stage.LookFrom({0, 0, 1});
+        double uprights = 0.0;
+        for (const Stroke& stroke : stage.Strokes())
+            uprights += std::abs(stroke.from.x - stroke.to.x) < 1.0 ? stroke.Length() : 0.0;
+        EXPECT_NEAR(uprights, 2.0 * 120.0, 3.0) << "the contours, of " << sides << " sides";
+    }
+}
+
+// A comb has its points on a grid by design, and what is between its teeth is no crack.
+TEST(LineArt, KeepsSlitsThatAreNoWiderThanTheGridOfTheirFile) {
+    std::vector<float> positions;
+    std::vector<std::uint32_t> indices;
+    for (std::uint32_t tooth = 0; tooth < 300; ++tooth) {
+        const float left = static_cast<float>(tooth) - 150.0F;
+        positions.insert(positions.end(), {left, 0, 0, left + 0.5F, 0, 0, left + 0.5F, 100, 0, left, 100, 0});
+        for (const std::uint32_t corner : {0U, 1U, 2U, 0U, 2U, 3U}) indices.push_back(4 * tooth + corner);
+    }
     ArtStage stage;
-    stage.Add(ShapePtr(new zrg::Shape(positions, {mantle->GetIndices().begin(), mantle->GetIndices().end()})),
-              Turned({1, 0, 0}, -90, {0, -60, 0}));
+    stage.Add(ShapePtr(new zrg::Shape(positions, indices)));
     stage.LookFrom({0, 0, 1});
-    double uprights = 0.0;
-    for (const Stroke& stroke : stage.Strokes())
-        uprights += std::abs(stroke.from.x - stroke.to.x) < 1.0 ? stroke.Length() : 0.0;
-    EXPECT_NEAR(uprights, 2.0 * 120.0, 2.0) << "the contours";
+    EXPECT_GT(stage.LengthOf(LineKind::Outline) + stage.LengthOf(LineKind::Edge), 300.0 * 150.0);
 }
 
 // The tip of a rim and the contour that begins there come from different rules.
