@@ -14,11 +14,19 @@
 #include "app/file/Base64.h"
 #include "app/render/CleanText.h"
 #include "dg/DPoint3D.h"
+#include "du/Localizer.h"
 
 namespace zrsheet {
 namespace {
 
 using Json = nlohmann::ordered_json;
+
+constexpr const char* kSheetWords = "zrsheet:sheet";
+constexpr std::array kPageWords{"drawing",   "both",     "model",     "theme",   "search",   "zoomIn",
+                                "zoomOut",   "fit",      "home",      "isolate", "callouts", "view",
+                                "list",      "all",      "shown",     "unseen",  "parts",    "none",
+                                "item",      "close",    "instances", "noModel", "count",    "itemsOne",
+                                "itemsMore", "partsOne", "partsMore"};
 
 Json Cleaned(const std::vector<std::string>& texts) {
     Json cleaned = Json::array();
@@ -37,6 +45,17 @@ Json ItemJson(const SheetItem& item) {
             {"level", item.level},
             {"properties", std::move(properties)},
             {"instances", Cleaned(item.instances)}};
+}
+
+/// What the page itself says, and the headings that all of the program's lists have.
+Json WordsJson(const std::string& language) {
+    const auto word = [&language](const char* catalogue, const char* id) {
+        return CleanText(du::Localizer(catalogue).LocalizeMessageIn(language, id));
+    };
+    Json words{{"label", word(kSheetWords, "item")}};
+    for (const char* id : {"quantity", "name", "tag"}) words[id] = word(kSheetWords, id);
+    for (const char* id : kPageWords) words[id] = word("zrsheet:catalogue", id);
+    return words;
 }
 
 /// Single precision is plenty about the model's middle, and nowhere else.
@@ -116,7 +135,7 @@ Json SceneJson(const Sheet& sheet) {
 
 std::string CatalogueData(const Sheet& sheet) {
     Json data{{"title", CleanText(sheet.title)},
-              {"language", CleanText(sheet.language)},
+              {"words", WordsJson(sheet.language)},
               {"mode", WordOf(sheet.look.mode)},
               {"items", Json::array()}};
     for (const SheetItem& item : sheet.items) data["items"].push_back(ItemJson(item));

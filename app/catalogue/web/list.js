@@ -19,7 +19,7 @@ export class PartsList {
     constructor(data, selection, words, seen) {
         this.#selection = selection;
         this.#words = words;
-        this.#items = data.items.map((item, order) => ({...item, order, text: searchTextOf(item)}));
+        this.#items = data.items.map((item, order) => ({...item, order, text: searchTextOf(item), ranks: {}}));
         this.#seen = seen;
         this.#query = document.getElementById('query');
         this.#body = document.querySelector('#rows tbody');
@@ -47,9 +47,12 @@ export class PartsList {
 
     #makeHead() {
         const row = document.querySelector('#rows thead').insertRow();
+        row.setAttribute('role', 'row');
+        document.querySelector('#rows table').dataset.columns = String(this.#columns.length);
         for (const column of this.#columns) {
             const cell = document.createElement('th');
             cell.scope = 'col';
+            cell.setAttribute('role', 'columnheader');
             cell.className = column;
             cell.setAttribute('aria-sort', 'none');
             const button = document.createElement('button');
@@ -103,11 +106,13 @@ export class PartsList {
     #makeRow(item) {
         const row = document.createElement('tr');
         row.dataset.item = String(item.id);
+        row.setAttribute('role', 'row');
         row.setAttribute('aria-selected', 'false');
         row.tabIndex = -1;
         for (const column of this.#columns) {
             const cell = row.insertCell();
             cell.className = column;
+            cell.setAttribute('role', 'gridcell');
             cell.textContent = String(item[column]);
             if (column === 'name' || column === 'tag') cell.dir = 'auto';
             if (column === 'name') cell.style.setProperty('--level', String(item.level));
@@ -138,7 +143,8 @@ export class PartsList {
         this.#shown = this.#items.filter(item => this.#matches(item, words));
         if (this.#sort) {
             const {column, sign} = this.#sort;
-            this.#shown.sort((a, b) => sign * collator.compare(a[column], b[column]) || a.order - b.order);
+            this.#rank(column);
+            this.#shown.sort((a, b) => sign * (a.ranks[column] - b.ranks[column]) || a.order - b.order);
         }
         this.#body.replaceChildren(...this.#shown.map(item => this.#rows.get(item.id)));
         const none = document.querySelector('#rows .none');
@@ -147,6 +153,18 @@ export class PartsList {
         document.getElementById('count').textContent =
             filled(this.#words.count, {shown: this.#shown.length, all: this.#items.length});
         this.#setTabStop();
+    }
+
+    /** Compares the texts of a column once and for all; equal ones get the same rank. */
+    #rank(column) {
+        if (this.#items[0]?.ranks[column] !== undefined) return;
+        const texts = [...new Set(this.#items.map(item => item[column]))].sort(collator.compare);
+        let rank = 0;
+        const ranks = new Map(texts.map((text, i) => {
+            if (i > 0 && collator.compare(texts[i - 1], text) !== 0) ++rank;
+            return [text, rank];
+        }));
+        for (const item of this.#items) item.ranks[column] = ranks.get(item[column]);
     }
 
     /** One row can be reached by the tab key: the chosen one, else the first. */

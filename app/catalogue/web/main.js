@@ -4,11 +4,11 @@ import {Drawing} from './drawing.js';
 import {setUpDetails, setUpKeys, setUpTexts, setUpTheme, setUpViews} from './layout.js';
 import {PartsList} from './list.js';
 import {Selection} from './selection.js';
-import {counted, wordsOf} from './texts.js';
+import {counted} from './texts.js';
 import {Viewer3d} from './viewer3d.js';
 
 const data = JSON.parse(document.getElementById('data').textContent);
-const words = wordsOf(data.language);
+const {words} = data;
 const selection = new Selection();
 let viewer = null;
 
@@ -35,7 +35,8 @@ setUpTheme();
 setUpTexts(words);
 setUpViews(view => { if (view !== 'drawing') startViewer(); });
 document.getElementById('summary').textContent =
-    `${counted(words.summary.items, data.items.length)}, ${counted(words.summary.parts, data.scene.parts.length)}`;
+    `${counted(words.itemsOne, words.itemsMore, data.items.length)}, ` +
+    counted(words.partsOne, words.partsMore, data.scene.parts.length);
 setUpDetails(data, selection, words);  // before the list, which it leaves less room
 const drawing = new Drawing(data, selection, words);
 const list = new PartsList(data, selection, words, drawing.seenItems);

@@ -106,18 +106,24 @@ export class Viewer3d {
     /** Which parts are shown, and in which tints. */
     #paint() {
         const {chosen} = this.#selection;
+        const changed = new Set();
+        let isOther = false;
         for (const part of this.#parts) {
-            part.isShown = !this.#isIsolated || part.item === chosen.item;
-            part.isChosen = chosen !== null && part.item === chosen.item;
-            part.tint = this.#tint(part);
+            const isShown = !this.#isIsolated || part.item === chosen.item;
+            const isChosen = chosen !== null && part.item === chosen.item;
+            const tint = this.#tint(part);
+            if (part.isShown === isShown && part.isChosen === isChosen && isSame(part.tint, tint)) continue;
+            isOther ||= part.isShown !== isShown;
+            Object.assign(part, {isShown, isChosen, tint});
+            changed.add(this.#groups[part.shape]);
         }
-        this.#shown = new Map(this.#parts.filter(part => part.isShown).map(part => [part.instance, part.number]));
-        for (const group of this.#groups) group.update();
+        if (isOther) this.#shown = new Map(this.#parts.filter(part => part.isShown).map(part => [part.instance, part.number]));
+        for (const group of changed) group.update();
         const button = this.#pane.querySelector('[data-act=isolate]');
         button.disabled = chosen === null;
         button.setAttribute('aria-pressed', String(this.#isIsolated));
         this.#callouts.light();
-        this.#redraw(true);
+        this.#redraw(isOther);
     }
 
     #tint(part) {
@@ -350,6 +356,10 @@ function tintOf({color, item}) {
     const tint = [value >> 16, (value >> 8) & 255, value & 255].map(channel => channel / 255);
     // Full white or black would drown the light on it.
     return mix(tint, kPlain, 0.15);
+}
+
+function isSame(a, b) {
+    return a === b || (a !== undefined && a.every((value, i) => value === b[i]));
 }
 
 function mix(a, b, share) {

@@ -173,6 +173,16 @@ test('The whole drawing is as large as what is seen of it, with its glasses', as
         rim: Math.min(...[...svg.querySelectorAll('.inset > circle')].map(each => each.getBBox().x)),
     }));
     assert.ok(Math.abs(rim - left - 12) < 0.5, `the rim is at ${rim}, the picture begins at ${left}`);
+    const areasAt = await page.evaluate(() => {
+        const glass = document.querySelector('.inset clipPath circle');
+        const toScreen = glass.ownerSVGElement.getScreenCTM();
+        const [x, y, r] = ['cx', 'cy', 'r'].map(each => Number(glass.getAttribute(each)));
+        return [0, 0.9].map(share => {
+            const at = new DOMPoint(x + share * r, y + share * r).matrixTransform(toScreen);
+            return document.elementFromPoint(at.x, at.y).closest('.inset')?.id ?? 'beside';
+        });
+    });
+    assert.deepEqual(areasAt, ['inset-1', 'beside'], 'the corner of a glass belongs to what lies beside it');
     await close(page);
 });
 
@@ -183,6 +193,34 @@ test('The page speaks the language of the sheet, and knows one from many', async
     assert.equal(await page.textContent('#summary'), '1 Position, 1 Teil');
     assert.equal(await page.getAttribute('#query', 'placeholder'), 'Teile suchen');
     assert.equal(await page.getAttribute('[data-zoom=in]', 'aria-label'), 'Vergrößern');
+    await close(page);
+});
+
+test('The page has the headings of all lists, and none of its words is missing', async () => {
+    browser.write('one.gltf', modelOf(['Winkel']));
+    for (const language of ['en', 'de', 'fr', 'es', 'ja']) {
+        browser.make('one.gltf', ['one.html', 'one.svg'], '--language', language);
+        const page = await browser.open('one.html');
+        const headings = await page.locator('th button').allTextContents();
+        const ofSheet = [...browser.read('one.svg').matchAll(/<text[^>]*font-weight="bold"[^>]*>([^<]*)</g)].map(each => each[1]);
+        assert.deepEqual(headings, ofSheet.slice(-3), language);
+        const words = await page.evaluate(() => JSON.parse(document.getElementById('data').textContent).words);
+        assert.deepEqual(Object.keys(words).filter(each => words[each] === ''), [], language);
+        await close(page);
+    }
+});
+
+test('Of a long list only the rows in sight are laid out', async () => {
+    browser.write('rows.gltf', modelOf(Array.from({length: 200}, (_, i) => `Part ${i + 1}`)));
+    browser.make('rows.gltf', ['rows.html'], '--select', 'Part 1');
+    const page = await browser.open('rows.html');
+    const isLaidOut = which => page.locator(`tbody tr:${which} td.name`).evaluate(
+        cell => cell.checkVisibility({contentVisibilityAuto: true}));
+    assert.deepEqual([await isLaidOut('first-child'), await isLaidOut('last-child')], [true, false]);
+    await page.focus(row(1));
+    await page.keyboard.press('End');
+    await page.waitForFunction(() => document.querySelector('tbody tr:last-child td').checkVisibility({contentVisibilityAuto: true}));
+    assert.deepEqual(await chosenRows(page), ['200']);
     await close(page);
 });
 

@@ -54,7 +54,8 @@ std::set<std::string> PlaceholdersOf(const icu::UnicodeString& text) {
 }
 
 TEST(Messages, AreThereInEveryLanguageWithTheSamePlaceholders) {
-    for (const char* catalogue : {"zrbase/zrmodulesStrings", "zrsheet/sheet", "zrsheet/program"}) {
+    for (const char* catalogue :
+         {"zrbase/zrmodulesStrings", "zrsheet/sheet", "zrsheet/program", "zrsheet/catalogue"}) {
         const Messages english = Read(catalogue, "root");
         for (const char* language : kTranslations) {
             const Messages translated = Read(catalogue, language);
