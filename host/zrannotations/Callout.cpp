@@ -282,8 +282,7 @@ bool Callout::GetInstanceLocationAtPos(dg::Location& out, unsigned position) con
 
 std::vector<unsigned> Callout::GetDrawnLeaders() const {
     const auto leaders = Leaders();
-    const auto firstPart =
-        leaders.empty() ? du::SmartPtr<zrk::ShapeInstance>() : leaders.front()->m_shapeInstance;
+    const auto firstPart = GetShapeInstanceAtPos(0);
     const auto map = firstPart ? VisibilityOf(*firstPart) : nullptr;
     std::vector<unsigned> drawn;
     bool isAnyCollapsed = false;

@@ -233,7 +233,9 @@ private:
     bool ChangeLeader(unsigned position, Change change);
     void MarkDirty();
     du::SmartPtr<zrk::ShapeView> MainView() const;
-    static LeaderPtr MakeLeader(const LeaderState& state, const LeaderPtr& former);
+    static LeaderPtr MakeLeader(const LeaderState& state);
+    /// Requires: m_mutex is held.
+    void TakeOverFlags(const std::vector<LeaderPtr>& leaders) const;
     void ResolveLeaders(const std::map<std::string, du::SmartPtr<zrk::ShapeInstance>>& parts);
     std::size_t ResolvedCount() const;
     bool LabelFrame(dg::DMat44& toWorld) const;

@@ -1,6 +1,7 @@
 // What is kept of a callout for undo, and how it is put back.
 
 #include <algorithm>
+#include <iterator>
 #include <utility>
 
 #include "zrannotations/Callout.h"
@@ -74,8 +75,7 @@ CalloutState Callout::CaptureState() const {
     return state;
 }
 
-// Flags that are derived from the view stay with a leader as long as it ends on the same part.
-Callout::LeaderPtr Callout::MakeLeader(const LeaderState& state, const LeaderPtr& former) {
+Callout::LeaderPtr Callout::MakeLeader(const LeaderState& state) {
     const LeaderPtr leader(new CalloutLeader(state.anchor, state.instanceId));
     leader->m_shapeInstance = state.part;
     leader->m_assembly = state.assembly;
@@ -83,13 +83,21 @@ Callout::LeaderPtr Callout::MakeLeader(const LeaderState& state, const LeaderPtr
     leader->m_symbolId = state.symbolId;
     leader->m_isHidden = state.isHidden;
     leader->m_collapsed = state.isCollapsed;
-    if (former && former->m_shapeInstance == state.part) {
-        leader->m_isClipped = former->m_isClipped && former->m_inset == state.inset;
-        leader->m_isDashed = former->m_isDashed;
-        leader->m_isDim = former->m_isDim;
-        leader->m_dimColor = former->m_dimColor;
-    }
     return leader;
+}
+
+// Flags that are derived from the view stay with a leader as long as it ends on the same part. Answers to
+// picks may be changing them on another thread until they are taken over.
+void Callout::TakeOverFlags(const std::vector<LeaderPtr>& leaders) const {
+    for (std::size_t i = 0; i < std::min(leaders.size(), m_leaders.size()); ++i) {
+        CalloutLeader& leader = *leaders[i];
+        const CalloutLeader& former = *m_leaders[i];
+        if (former.m_shapeInstance != leader.m_shapeInstance) continue;
+        leader.m_isClipped = former.m_isClipped && former.m_inset == leader.m_inset;
+        leader.m_isDashed = former.m_isDashed;
+        leader.m_isDim = former.m_isDim;
+        leader.m_dimColor = former.m_dimColor;
+    }
 }
 
 void Callout::AssignState(const CalloutState& state) {
@@ -100,11 +108,10 @@ void Callout::AssignState(const CalloutState& state) {
     m_localizable = state.localizable;
     SetViewId(state.viewId);
     std::vector<LeaderPtr> leaders;
-    std::vector<LeaderPtr> former = Leaders();
-    former.resize(state.leaders.size());
-    for (std::size_t i = 0; i < former.size(); ++i)
-        leaders.push_back(MakeLeader(state.leaders[i], former[i]));
+    leaders.reserve(state.leaders.size());
+    std::transform(state.leaders.begin(), state.leaders.end(), std::back_inserter(leaders), MakeLeader);
     const std::lock_guard hold(m_mutex);
+    TakeOverFlags(leaders);
     m_leaders.swap(leaders);
     m_definitionId = state.definitionId;
     m_type = state.type;
