@@ -5,3 +5,4 @@ cd "$(dirname "${BASH_SOURCE[0]}")/.."
 
 tools/install_packages.sh build test lint
 tools/fuzz.sh 300
+tools/soak.sh 1800

@@ -22,6 +22,7 @@ namespace {
 
 constexpr int kViewWidth = 400;
 constexpr int kViewHeight = 300;
+constexpr unsigned kPoolThreads = 2;
 
 du::SmartPtr<zrk::Shape> MakeBoxShape() {
     std::vector<float> positions;
@@ -39,8 +40,10 @@ dg::Location At(const dg::DPoint3D& position) { return {dg::FMat33::IDENTITY, po
 
 }  // namespace
 
-EngineFixture::EngineFixture()
-    : m_scene(new zrk::illustration::Illustration3dScene), m_view(new zrk::ShapeView(m_scene, 1)) {
+EngineFixture::EngineFixture(Host host) {
+    if (host == Host::kOwn) m_session.emplace(kPoolThreads);
+    m_scene = new zrk::illustration::Illustration3dScene;
+    m_view = new zrk::ShapeView(m_scene, 1);
     m_view->SetCamera(
         dg::Camera3D::Orthographic({0, 0, 0}, {0, 0, -1}, {0, 1, 0}, 10.0, kViewWidth, kViewHeight, 100.0));
     m_scene->AddView(m_view);
@@ -48,14 +51,15 @@ EngineFixture::EngineFixture()
     m_root.instance = new zrk::Instance(du::Symbol("root"), "root", nullptr, dg::Location::IDENTITY);
     m_root.sbom = new zrk::illustration::SbomInstance(du::Symbol("root"), "root");
     m_root.sbom->SetEbomInstance(m_root.instance);
-    zrk::World::GetWorld()->GetTree()->SetRoot(m_root.instance);
+    if (host == Host::kOwn) zrk::World::GetWorld()->GetTree()->SetRoot(m_root.instance);
     StartEngine();
 }
 
 EngineFixture::~EngineFixture() {
     if (m_engine) StopEngine();
-    zrk::Kernel::GetKernel()->CancelPendingEvents();
+    if (m_session) zrk::Kernel::GetKernel()->CancelPendingEvents();
     m_scene->Close();
+    if (!m_session) return;
     zrannotations::ClearCalloutTemplates();
     du::Localizer::SetLanguage("en");
 }

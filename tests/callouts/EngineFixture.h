@@ -49,7 +49,10 @@ protected:
         du::SmartPtr<zrk::ShapeInstance> shape;
     };
 
-    EngineFixture();
+    enum class Host { kOwn, kRunning };
+
+    /// Starts a host of its own, or joins one that the caller has started, with other scenes beside this one.
+    explicit EngineFixture(Host host = Host::kOwn);
     ~EngineFixture() override;
 
     /// A new engine through the component's entry point, attached to the scene.
@@ -109,7 +112,7 @@ protected:
     static std::size_t Pump();
     static void WaitForPool();
 
-    const zrkapp::illustration::HostSession m_session{2};
+    std::optional<zrkapp::illustration::HostSession> m_session;  // unless the host was running
     du::SmartPtr<zrk::illustration::Illustration3dScene> m_scene;
     du::SmartPtr<zrk::ShapeView> m_view;
     du::SmartPtr<zrk::AnnoSet> m_annoSet;

@@ -36,7 +36,7 @@ void RegistryProbe::File(const CalloutPtr& callout, Filed& filed) {
 }
 
 std::string RegistryProbe::Fault(bool allowsFormer) const {
-    return FaultOfParts(allowsFormer) + FaultOfInsets() + FaultOfItems();
+    return FaultOfParts(allowsFormer) + FaultOfInsets(allowsFormer) + FaultOfItems();
 }
 
 std::string RegistryProbe::FaultOfParts(bool allowsFormer) const {
@@ -54,7 +54,8 @@ std::string RegistryProbe::FaultOfParts(bool allowsFormer) const {
     return fault;
 }
 
-std::string RegistryProbe::FaultOfInsets() const {
+std::string RegistryProbe::FaultOfInsets(bool allowsFormer) const {
+    if (allowsFormer) return {};
     std::set<CalloutPtr> known;
     for (const auto& callout : m_engine.m_callouts) {
         const auto all = WithMembers(callout);

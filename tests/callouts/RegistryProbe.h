@@ -17,8 +17,8 @@ public:
 
     /// What is wrong, "" when nothing is: callouts that are not exactly where their leaders lead,
     /// items that do not know their callouts, indications without callouts or callouts without. With
-    /// `allowsFormer` callouts may be filed under parts that they lead to no more, as they stay when parts
-    /// leave an item.
+    /// `allowsFormer` callouts may be filed under parts and insets that they lead to no more, as they stay
+    /// when parts leave an item.
     std::string Fault(bool allowsFormer) const;
 
 private:
@@ -27,7 +27,7 @@ private:
 
     static void File(const CalloutPtr& callout, Filed& filed);
     std::string FaultOfParts(bool allowsFormer) const;
-    std::string FaultOfInsets() const;
+    std::string FaultOfInsets(bool allowsFormer) const;
     std::string FaultOfItems() const;
 
     const Callouts& m_engine;

@@ -22,10 +22,12 @@ namespace {
 
 constexpr int kColumns = 5;
 constexpr int kRows = 4;
+constexpr std::size_t kMostSymbols = 5;
 
 }  // namespace
 
-SceneWalk::SceneWalk(std::function<unsigned()> random) : m_random(std::move(random)) {
+SceneWalk::SceneWalk(std::function<unsigned()> random, Host host)
+    : EngineFixture(host), m_random(std::move(random)) {
     const Part assembly = AddAssembly("assembly");
     const Part weld = AddAssembly("weld", true);
     const NodePtr shared = MakeBox("bolt");
@@ -82,7 +84,7 @@ void SceneWalk::Walk(const std::function<bool()>& goesOn) {
     for (int move = 0; goesOn() && !HasFailure(); ++move) {
         SCOPED_TRACE("move " + std::to_string(move));
         Step();
-        EXPECT_EQ(RegistryProbe(*m_engine).Fault(m_hasRegrouped), "");
+        EXPECT_EQ(RegistryFault(), "");
     }
     while (m_scene->GetHistory().Undo()) {
     }
@@ -132,15 +134,21 @@ std::string SceneWalk::Act(bool& isCommitted) {
     zrk::Transaction transaction(m_scene, "Act");
     std::string names;
     for (unsigned count = 1 + Below(3); count > 0; --count) {
-        const auto& [name, action] = Actions()[Below(Actions().size())];
-        names += std::string(name) + ", ";
-        (this->*action)(transaction.GetOperation());
-        Settle();
+        names += DoOne(transaction.GetOperation()) + ", ";
     }
     isCommitted = !Chance(8);
     if (isCommitted) transaction.Commit();
     return names;
 }
+
+std::string SceneWalk::DoOne(const OperationPtr& operation) {
+    const auto& [name, action] = Actions()[Below(Actions().size())];
+    (this->*action)(operation);
+    Settle();
+    return name;
+}
+
+std::string SceneWalk::RegistryFault() const { return RegistryProbe(*m_engine).Fault(m_hasRegrouped); }
 
 void SceneWalk::Settle() {
     WaitForPool();
@@ -411,7 +419,17 @@ void SceneWalk::Refer(const OperationPtr&) {
 }
 
 void SceneWalk::AddSymbolPart(const OperationPtr& operation) {
-    const Part symbol = AddSymbol("symbol" + std::to_string(++m_symbols), {Coordinate(), Coordinate(), 4});
+    Part symbol;
+    if (m_symbols.size() < kMostSymbols) {
+        symbol = AddSymbol("symbol" + std::to_string(m_symbols.size()), {Coordinate(), Coordinate(), 4});
+        m_symbols.push_back(symbol);
+    } else {
+        symbol = Pick(m_symbols);
+        du::SmartPtr<zrk::ShapeInstance> shown;
+        m_scene->GetShapeInstance(symbol.instance, shown);
+        if (shown) return;
+        symbol.shape = m_scene->CreateShapeInstance(symbol.instance);
+    }
     Show(du::SmartPtr<zrk::Annotation>(new zrannotations::SymbolAnnotation(symbol.instance)), operation);
     Show(MakeCallout(m_templates[2], symbol), operation);
 }

@@ -14,7 +14,7 @@ namespace zrcallouts {
 class SceneWalk : public EngineFixture {
 protected:
     /// `random` gives the next number; it is asked for every choice.
-    explicit SceneWalk(std::function<unsigned()> random);
+    explicit SceneWalk(std::function<unsigned()> random, Host host = Host::kOwn);
 
     /// Less than `count`, which is not 0.
     unsigned Below(std::size_t count) { return static_cast<unsigned>(m_random() % count); }
@@ -24,8 +24,21 @@ protected:
     /// byte for byte, the first one at the end, and the engine's registry to be right all the time.
     void Walk(const std::function<bool()>& goesOn);
 
-private:
     using OperationPtr = du::SmartPtr<zrk::Operation>;
+
+    /// Does something and settles; what it was.
+    std::string DoOne(const OperationPtr& operation);
+    /// Waits until nothing of the scene is on its way any more.
+    virtual void Settle();
+    virtual void SwitchLanguage(const OperationPtr& operation);
+    /// All that undo has to bring back, once nothing is on its way any more.
+    std::string Look();
+    /// What is wrong with the engine's registry, "" when nothing is.
+    std::string RegistryFault() const;
+    /// The engine is a new one.
+    void ForgetRegrouping() { m_hasRegrouped = false; }
+
+private:
     using Action = void (SceneWalk::*)(const OperationPtr&);
     struct NamedAction {
         const char* name;
@@ -44,9 +57,6 @@ private:
     void GoForth();
     /// One to three actions in a transaction, now and then given up. Their names.
     std::string Act(bool& isCommitted);
-    static void Settle();
-    /// All that undo has to bring back, once nothing is on its way any more.
-    std::string Look();
 
     double Coordinate() { return static_cast<double>(Below(2000)) / 100.0 - 10.0; }
     template <class T>
@@ -82,7 +92,6 @@ private:
     void EditTemplate(const OperationPtr& operation);
     void ChangeTemplate(const OperationPtr&);
     void Translate(const OperationPtr&);
-    void SwitchLanguage(const OperationPtr& operation);
     void EditCallout(const OperationPtr&);
     void RemoveCallouts(const OperationPtr& operation);
     void AddFree(const OperationPtr& operation);
@@ -97,7 +106,7 @@ private:
     std::vector<TemplatePtr> m_templates;
     std::vector<State> m_states;  // by the number of entries that lead to them
     std::size_t m_now = 0;        // the present one
-    int m_symbols = 0;
+    std::vector<Part> m_symbols;  // in the scene or removed from it
     bool m_hasRegrouped = false;  // callouts may stay filed under parts that left their item
 };
 

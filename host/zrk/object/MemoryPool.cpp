@@ -37,7 +37,9 @@ public:
         if (m_failIn > 0 && --m_failIn == 0) return nullptr;
         void* block = TakeFreed(size);
         if (block == nullptr) block = TakeFresh(size);
-        if (block != nullptr) ASAN_UNPOISON_MEMORY_REGION(block, size);
+        if (block == nullptr) return nullptr;
+        ASAN_UNPOISON_MEMORY_REGION(block, size);
+        m_inUse += size;
         return block;
     }
 
@@ -45,6 +47,12 @@ public:
         const std::lock_guard hold(m_mutex);
         ASAN_POISON_MEMORY_REGION(block, size);
         m_freed[size].insert(block);
+        m_inUse -= size;
+    }
+
+    std::size_t GetBytesInUse() {
+        const std::lock_guard hold(m_mutex);
+        return m_inUse;
     }
 
     bool FailNext(std::uint64_t n) {
@@ -70,6 +78,7 @@ private:
     std::byte* m_next = nullptr;
     std::byte* m_end = nullptr;
     std::map<std::size_t, std::set<void*>> m_freed;
+    std::size_t m_inUse = 0;
     std::uint64_t m_failIn = 0;
 };
 
@@ -85,6 +94,8 @@ void* MemoryPool::Allocate(std::size_t size) noexcept { return ThePool().Allocat
 void MemoryPool::Free(void* block, std::size_t size) noexcept {
     if (block != nullptr) ThePool().Free(block, RoundUp(size));
 }
+
+std::size_t MemoryPool::GetBytesInUse() noexcept { return ThePool().GetBytesInUse(); }
 
 bool MemoryPool::FailNext(std::uint64_t n) noexcept { return ThePool().FailNext(n); }
 

@@ -17,6 +17,9 @@ public:
     static void* Allocate(std::size_t size) noexcept;
     static void Free(void* block, std::size_t size) noexcept;
 
+    /// What is handed out now and not freed, in bytes.
+    static std::size_t GetBytesInUse() noexcept;
+
     /// For tests: the n-th allocation from now (1 is the next) fails; 0 takes the request back. Whether an
     /// earlier request was still waiting for its allocation.
     static bool FailNext(std::uint64_t n) noexcept;
