@@ -163,7 +163,16 @@ void CalloutGenerator::FinalizeCallouts(const std::vector<CalloutPtr>& callouts)
 void CalloutGenerator::Withdraw(const OperationPtr& operation) {
     for (const auto& callout : m_createdCallouts) m_callouts->TakeBack(callout);
     m_createdCallouts.clear();
-    operation->Undo();
+    if (operation) operation->Undo();
+}
+
+void CalloutGenerator::DoOrWithdraw(const OperationPtr& operation, const std::function<void()>& work) {
+    try {
+        work();
+    } catch (...) {
+        Withdraw(operation);
+        throw;
+    }
 }
 
 void CalloutGenerator::PerformLayout() {
@@ -235,8 +244,10 @@ void CalloutGenerator::AddCallouts(const std::vector<CalloutPtr>& callouts, Oper
     }
     if (kept.empty()) return;
     if (!operation) operation = MakeOperation();
-    FinalizeCallouts(kept);
-    ShowCallouts(kept, operation);
+    DoOrWithdraw(nullptr, [&] {
+        FinalizeCallouts(kept);
+        ShowCallouts(kept, operation);
+    });
     zrk::RecordOperation(operation);
 }
 

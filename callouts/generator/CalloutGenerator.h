@@ -3,6 +3,7 @@
 
 #pragma once
 
+#include <functional>
 #include <map>
 #include <set>
 #include <string>
@@ -102,8 +103,12 @@ protected:
                                                   bool leafOrWeld);
 
     void FinalizeCallouts(const std::vector<CalloutPtr>& callouts);
-    /// Forgets what was created, and takes back what the operation did to the item list.
+    /// Forgets what was created, and takes back what the operation (may be null) did to the item list.
     void Withdraw(const OperationPtr& operation);
+    /// Does the work. When it fails half way, for want of memory say, nothing of it stays registered, and
+    /// what the operation has is taken back; null for a caller's operation, which is the caller's to take
+    /// back.
+    void DoOrWithdraw(const OperationPtr& operation, const std::function<void()>& work);
     void PerformLayout();
     void ShowCallouts(const std::set<CalloutPtr>& callouts, const OperationPtr& operation);
     void ShowCallouts(const std::vector<CalloutPtr>& callouts, const OperationPtr& operation);
@@ -126,6 +131,9 @@ private:
         unsigned int id = 0;  // of the annotation that goes with it
     };
     class ProgressReport;
+
+    void AddRuns(const Selection& selection, const du::SmartPtr<zrk::AsyncEvent>& event,
+                 const OperationPtr& operation);
 
     static du::SmartPtr<zrk::ReadWriteLock> GetRWLock();
     OperationPtr MakeOperation() const;

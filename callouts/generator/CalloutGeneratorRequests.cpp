@@ -27,16 +27,15 @@ void CalloutGenerator::AddOnItemIds(const std::vector<unsigned int>& itemIds, co
     m_requiresItemList = true;
     m_itemIdVariants.insert(itemIds.begin(), itemIds.end());
     InitCategoryIterators();
-    while (!CompletedCategoryIterators()) {
-        AddOnSelectedCategory(RunOfItem(*m_itemIdIt));
-        NextCategory();
-    }
-    PerformLayout();
-    if (!m_createdCallouts.empty()) {
-        ShowAndRecord(operation);
-    } else if (definition) {
-        SwitchTemplate(existing, definition);
-    }
+    DoOrWithdraw(nullptr, [&] {
+        while (!CompletedCategoryIterators()) {
+            AddOnSelectedCategory(RunOfItem(*m_itemIdIt));
+            NextCategory();
+        }
+        PerformLayout();
+        if (!m_createdCallouts.empty()) ShowAndRecord(operation);
+    });
+    if (m_createdCallouts.empty() && definition) SwitchTemplate(existing, definition);
 }
 
 // Members of a weld are called out through the weld.
@@ -89,10 +88,12 @@ void CalloutGenerator::AddOnSymbols(const std::vector<du::SmartPtr<zrk::Instance
     std::vector<CalloutPtr> created;
     for (const auto& [shape, group] : groups) CallOutSymbols(group, created);
     if (created.empty()) return;
-    FinalizeCallouts(created);
-    PerformLayout();
     const OperationPtr operation = MakeOperation();
-    ShowCallouts(created, operation);
+    DoOrWithdraw(operation, [&] {
+        FinalizeCallouts(created);
+        PerformLayout();
+        ShowCallouts(created, operation);
+    });
     zrk::RecordOperation(operation);
 }
 

@@ -131,6 +131,11 @@ CalloutGenerator::Run CalloutGenerator::TakeCurrentRun(Runs& runs) const {
 void CalloutGenerator::AddOnSelected(const Selection& selection, const du::SmartPtr<zrk::AsyncEvent>& event) {
     if (!m_callouts) return;
     const OperationPtr operation = MakeOperation();
+    DoOrWithdraw(operation, [&] { AddRuns(selection, event, operation); });
+}
+
+void CalloutGenerator::AddRuns(const Selection& selection, const du::SmartPtr<zrk::AsyncEvent>& event,
+                               const OperationPtr& operation) {
     InitializeSelected(selection, operation);
     if (m_variantsCount == 0) return;
     Runs runs = CollectRuns(selection);
@@ -211,13 +216,11 @@ bool CalloutGenerator::FindTarget(const SbomPtr& instance, Target& target) {
     return static_cast<bool>(target.shapeInstance);
 }
 
-/// Null when the pool is exhausted or the part has no point to lead to.
+/// Null when the part has no point to lead to.
 CalloutGenerator::CalloutPtr CalloutGenerator::MakeCallout(const Target& target) const {
     CalloutPtr callout(zrk::Checked(new Callout));
-    if (!callout ||
-        !callout->Initialize(m_callouts->GetTemplate(), target.shapeInstance, false, target.baseInstance)) {
+    if (!callout->Initialize(m_callouts->GetTemplate(), target.shapeInstance, false, target.baseInstance))
         return nullptr;
-    }
     if (m_requiresItemList && m_itemIdIt != m_itemIdEnd) callout->SetItemId(*m_itemIdIt);
     return callout;
 }

@@ -10,6 +10,7 @@
 #include "zrannotations/CalloutTemplates.h"
 #include "zrg/Shape.h"
 #include "zrk/illustration/CollectionItem.h"
+#include "zrk/object/Checked.h"
 #include "zrk/operation/Operation.h"
 #include "zrk/scene/Shape.h"
 #include "zrk/tree/ComponentInstance.h"
@@ -33,7 +34,7 @@ du::SmartPtr<zrk::Shape> MakeBoxShape() {
     const du::SmartPtr<zrg::Shape> data(
         new zrg::Shape(positions, {0, 2, 1, 1, 2, 3, 4, 5, 6, 5, 7, 6, 0, 1, 4, 1, 5, 4,
                                    2, 6, 3, 3, 6, 7, 0, 4, 2, 2, 4, 6, 1, 3, 5, 3, 7, 5}));
-    return new zrk::Shape(data);
+    return zrk::Checked(new zrk::Shape(data));
 }
 
 dg::Location At(const dg::DPoint3D& position) { return {dg::FMat33::IDENTITY, position}; }
@@ -80,7 +81,7 @@ void EngineFixture::StopEngine() {
 }
 
 EngineFixture::NodePtr EngineFixture::MakeBox(const std::string& name) {
-    return new zrk::ComponentNode(name, MakeBoxShape());
+    return zrk::Checked(new zrk::ComponentNode(name, MakeBoxShape()));
 }
 
 EngineFixture::Part EngineFixture::AddPart(const std::string& name, const dg::DPoint3D& position,
@@ -111,9 +112,10 @@ EngineFixture::Part EngineFixture::AddAssembly(const std::string& name, bool isW
 
 EngineFixture::Part EngineFixture::AddSymbol(const std::string& id, const dg::DPoint3D& position,
                                              const NodePtr& node) {
-    const du::SmartPtr<zrk::ComponentInstance> component(new zrk::ComponentInstance(du::Symbol(id)));
+    const du::SmartPtr<zrk::ComponentInstance> component(
+        zrk::Checked(new zrk::ComponentInstance(du::Symbol(id))));
     Part symbol;
-    symbol.instance = new zrk::Instance(component, id, node ? node : MakeBox(id), At(position));
+    symbol.instance = zrk::Checked(new zrk::Instance(component, id, node ? node : MakeBox(id), At(position)));
     m_root.instance->AddChild(symbol.instance);
     symbol.shape = m_scene->CreateShapeInstance(symbol.instance);
     return symbol;
@@ -141,7 +143,7 @@ EngineFixture::TemplatePtr EngineFixture::MakeTemplate(std::vector<ContentPtr> c
 EngineFixture::CalloutPtr EngineFixture::MakeCallout(const TemplatePtr& definition, const Part& part,
                                                      std::optional<unsigned> itemId, const Part* assembly,
                                                      bool isKit) {
-    const CalloutPtr callout(new zrannotations::Callout);
+    const CalloutPtr callout(zrk::Checked(new zrannotations::Callout));
     EXPECT_TRUE(
         callout->Initialize(definition, part.shape, isKit, assembly != nullptr ? assembly->sbom : SbomPtr()));
     if (itemId) callout->SetItemId(*itemId);
@@ -150,7 +152,7 @@ EngineFixture::CalloutPtr EngineFixture::MakeCallout(const TemplatePtr& definiti
 
 EngineFixture::CalloutPtr EngineFixture::MakeFreeCallout(const TemplatePtr& definition,
                                                          std::optional<unsigned> itemId) {
-    const CalloutPtr callout(new zrannotations::Callout);
+    const CalloutPtr callout(zrk::Checked(new zrannotations::Callout));
     callout->InitializeFree(definition, {0, 0, 0});
     if (itemId) callout->SetItemId(*itemId);
     return callout;
@@ -185,7 +187,7 @@ EngineFixture::InsetPtr EngineFixture::AddInset(double x, double y) {
     glass.centre = {300, 80, 0};
     glass.radius = 60;
     glass.factor = 5.0F;
-    const InsetPtr inset(new zrannotations::Inset(m_view, glass));
+    const InsetPtr inset(zrk::Checked(new zrannotations::Inset(m_view, glass)));
     Show(inset);
     return inset;
 }

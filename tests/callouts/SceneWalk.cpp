@@ -9,6 +9,7 @@
 #include "tests/callouts/RegistryProbe.h"
 #include "tests/callouts/SceneDump.h"
 #include "zrannotations/SymbolAnnotation.h"
+#include "zrk/object/Checked.h"
 #include "zrk/operation/CallStep.h"
 #include "zrk/operation/Transaction.h"
 #include "zrk/tree/Tree.h"
@@ -141,9 +142,9 @@ std::string SceneWalk::Act(bool& isCommitted) {
     return names;
 }
 
-std::string SceneWalk::DoOne(const OperationPtr& operation) {
-    const auto& [name, action] = Actions()[Below(Actions().size())];
-    (this->*action)(operation);
+std::string SceneWalk::Do(std::size_t action, const OperationPtr& operation) {
+    const auto& [name, act] = Actions()[action];
+    (this->*act)(operation);
     Settle();
     return name;
 }
@@ -430,7 +431,8 @@ void SceneWalk::AddSymbolPart(const OperationPtr& operation) {
         if (shown) return;
         symbol.shape = m_scene->CreateShapeInstance(symbol.instance);
     }
-    Show(du::SmartPtr<zrk::Annotation>(new zrannotations::SymbolAnnotation(symbol.instance)), operation);
+    Show(du::SmartPtr<zrk::Annotation>(zrk::Checked(new zrannotations::SymbolAnnotation(symbol.instance))),
+         operation);
     Show(MakeCallout(m_templates[2], symbol), operation);
 }
 

@@ -26,8 +26,10 @@ protected:
 
     using OperationPtr = du::SmartPtr<zrk::Operation>;
 
-    /// Does something and settles; what it was.
-    std::string DoOne(const OperationPtr& operation);
+    /// Does something, or the action of that number, and settles; what it was.
+    std::string DoOne(const OperationPtr& operation) { return Do(Below(Actions().size()), operation); }
+    std::string Do(std::size_t action, const OperationPtr& operation);
+    static std::size_t GetActionCount() { return Actions().size(); }
     /// Waits until nothing of the scene is on its way any more.
     virtual void Settle();
     virtual void SwitchLanguage(const OperationPtr& operation);

@@ -2,6 +2,8 @@
 
 #include <sys/mman.h>
 
+#include <cstdlib>
+#include <functional>
 #include <map>
 #include <mutex>
 #include <set>
@@ -28,8 +30,9 @@ public:
         void* range =
             mmap(nullptr, kRange, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS | MAP_NORESERVE, -1, 0);
         if (range == MAP_FAILED) return;
-        m_next = static_cast<std::byte*>(range);
-        m_end = m_next + kRange;
+        m_begin = static_cast<std::byte*>(range);
+        m_next = m_begin;
+        m_end = m_begin + kRange;
     }
 
     void* Allocate(std::size_t size) {
@@ -41,6 +44,11 @@ public:
         ASAN_UNPOISON_MEMORY_REGION(block, size);
         m_inUse += size;
         return block;
+    }
+
+    /// The range never moves.
+    bool IsOurs(const void* block) const {
+        return std::less_equal<const void*>()(m_begin, block) && std::less<const void*>()(block, m_end);
     }
 
     void Free(void* block, std::size_t size) {
@@ -74,9 +82,10 @@ private:
         return block;
     }
 
+    std::byte* m_begin = nullptr;
+    std::byte* m_end = nullptr;
     std::mutex m_mutex;  // guards all below
     std::byte* m_next = nullptr;
-    std::byte* m_end = nullptr;
     std::map<std::size_t, std::set<void*>> m_freed;
     std::size_t m_inUse = 0;
     std::uint64_t m_failIn = 0;
@@ -91,8 +100,18 @@ Pool& ThePool() {
 
 void* MemoryPool::Allocate(std::size_t size) noexcept { return ThePool().Allocate(RoundUp(size)); }
 
+void* MemoryPool::AllocateAnywhere(std::size_t size) noexcept {
+    void* block = ThePool().Allocate(RoundUp(size));
+    return block != nullptr ? block : std::malloc(size);
+}
+
 void MemoryPool::Free(void* block, std::size_t size) noexcept {
-    if (block != nullptr) ThePool().Free(block, RoundUp(size));
+    if (block == nullptr) return;
+    if (ThePool().IsOurs(block)) {
+        ThePool().Free(block, RoundUp(size));
+    } else {
+        std::free(block);
+    }
 }
 
 std::size_t MemoryPool::GetBytesInUse() noexcept { return ThePool().GetBytesInUse(); }

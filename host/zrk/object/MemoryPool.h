@@ -15,6 +15,10 @@ class MemoryPool {
 public:
     /// Null when the range is exhausted or a failure was asked for.
     static void* Allocate(std::size_t size) noexcept;
+    /// The same, but takes memory from elsewhere when there is none in the range: for what takes changes
+    /// back, and so must not be missing. Null when there is none anywhere.
+    static void* AllocateAnywhere(std::size_t size) noexcept;
+    /// Of either.
     static void Free(void* block, std::size_t size) noexcept;
 
     /// What is handed out now and not freed, in bytes.

@@ -18,6 +18,10 @@ class Scene;
 /// Steps may be added from any thread; undo and redo are the user's, one at a time.
 class Operation : public Object {
 public:
+    /// Without one nothing can be taken back.
+    static void* operator new(std::size_t size) noexcept { return MemoryPool::AllocateAnywhere(size); }
+    static void operator delete(void* block, std::size_t size) noexcept { MemoryPool::Free(block, size); }
+
     /// `name` is what the user reads in the history.
     Operation(const std::string& name, const du::SmartPtr<Scene>& scene, bool undoable);
     ~Operation() override;

@@ -17,6 +17,10 @@ class OperationStep : public dp::ObjectLevelLockable<OperationStep*>,
 public:
     ~OperationStep() override;
 
+    /// A change that has been made must get its step.
+    static void* operator new(std::size_t size) noexcept { return MemoryPool::AllocateAnywhere(size); }
+    static void operator delete(void* block, std::size_t size) noexcept { MemoryPool::Free(block, size); }
+
     virtual const char* GetDebugClassName() const { return "zrk::OperationStep"; }
     /// Whether the step makes its operation worth an entry in the history.
     virtual bool Recordable() const { return true; }

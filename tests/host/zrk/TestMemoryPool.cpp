@@ -72,5 +72,17 @@ TEST(MemoryPool, FailsExactlyTheRequestedAllocationOnceAndSoDoesNew) {
     delete third;
 }
 
+// What takes changes back goes on when the pool is exhausted; what it took from elsewhere goes back there.
+TEST(MemoryPool, HelpsOutFromElsewhereWhereNothingMayBeMissing) {
+    MemoryPool::FailNext(1);
+    void* const anywhere = MemoryPool::AllocateAnywhere(kOddSize);
+    EXPECT_FALSE(MemoryPool::FailNext(0)) << "it counts as an allocation";
+    ASSERT_NE(anywhere, nullptr);
+    const std::size_t inUse = MemoryPool::GetBytesInUse();
+    std::memset(anywhere, 0xAB, kOddSize);
+    MemoryPool::Free(anywhere, kOddSize);
+    EXPECT_EQ(MemoryPool::GetBytesInUse(), inUse) << "it was not the pool's";
+}
+
 }  // namespace
 }  // namespace zrk
