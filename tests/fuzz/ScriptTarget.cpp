@@ -112,7 +112,10 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const std::string script(reinterpret_cast<const char*>(data), size);
     std::ostringstream out;
     zrsheet::Session session({out, {}, {}, 1});
-    session.ImportModel(zrsheet::kModel, {});
+    zrsheet::Document::Settings settings;
+    settings.width = 160;  // rays are cast for every pixel, again whenever something moves
+    settings.height = 100;
+    session.ImportModel(zrsheet::kModel, settings);
     const bool isReplaced =
         script.find("import") != std::string::npos || script.find("open") != std::string::npos;
     const std::string before = isReplaced ? "" : zrsheet::Saved(session);
