@@ -7,13 +7,13 @@ set -euo pipefail
 library=$1
 own='zrcallouts::[^ ].*'
 names=$(nm -D --defined-only "$library" | cut -d ' ' -f 2- | c++filt)
-foreign=$(grep -v -E "^[A-Za-z] (ZRDll(Init|Terminate|CreateComponent)|((vtable|typeinfo|typeinfo name|VTT) for |construction vtable for |(non-)?virtual thunk to )?$own)$" <<<"$names" || true)
+foreign=$(grep -v -E "^[A-Za-z] (ZRDll(Init|Terminate|CreateComponent|Version)|((vtable|typeinfo|typeinfo name|VTT) for |construction vtable for |(non-)?virtual thunk to )?$own)$" <<<"$names" || true)
 if [[ -n $foreign ]]; then
     echo "$library shows what is not its own:"
     echo "$foreign"
     exit 1
 fi
-for entry in ZRDllInit ZRDllTerminate ZRDllCreateComponent; do
+for entry in ZRDllInit ZRDllTerminate ZRDllCreateComponent ZRDllVersion; do
     if ! grep -q "^T $entry$" <<<"$names"; then
         echo "$library lacks its entry point $entry"
         exit 1

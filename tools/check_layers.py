@@ -47,6 +47,7 @@ ONLY = {
     "app/catalogue": ["du", "dp", "dg", "zrg", "app/file", "app/document", "app/render", "app/lineart", "app/sheet"],
     "app/export": ["app/file", "app/catalogue", "app/document", "app/import", "app/render", "app/lineart", "app/sheet"],
     "app/command": HOST + COMPONENT + ["app/file", "app/text", "app/import", "app/document", "app/project", "app/check", "app/sheet", "app/export"],
+    "app/launch": [],
     "app/cli": HOST + ["app/file", "app/text", "app/import", "app/document", "app/project", "app/check", "app/render", "app/sheet", "app/export", "app/command"],
 }
 

@@ -6,6 +6,8 @@ void ZRDllInit() {}
 
 void ZRDllTerminate() {}
 
+const char* ZRDllVersion() { return ZR_VERSION; }
+
 bool ZRDllCreateComponent(const std::string& verb, const std::string& family, const std::string& kind,
                           du::SmartPtr<du::RefCounted>& out) {
     if (verb != "create" || family != "callouts" || kind != "calloutengine") return false;

@@ -17,6 +17,9 @@ extern "C" {
 ZRCALLOUTS_API void ZRDllInit();
 /// Unloading has none either.
 ZRCALLOUTS_API void ZRDllTerminate();
+/// The version that the component was built as, such as "1.2.3". A host refuses any but its own: objects of
+/// the component are laid out for it.
+ZRCALLOUTS_API const char* ZRDllVersion();
 /// For "create", "callouts", "calloutengine" (exactly so) puts a new engine without scene into `out`,
 /// releasing what it held, and returns true; `out` is null then when the pool is exhausted. Other words:
 /// false, `out` untouched.

@@ -29,6 +29,11 @@ ComponentLibrary::ComponentLibrary(const std::string& name) : m_file(FindFile(na
     m_library = dlopen(m_file.c_str(), RTLD_NOW | RTLD_LOCAL | RTLD_NODELETE);
     if (m_library == nullptr)
         throw std::runtime_error("cannot load the component " + m_file + ": " + dlerror());
+    const std::string version = Find<VersionEntry>("ZRDllVersion")();
+    if (version != ZR_VERSION) {
+        throw std::runtime_error("the component " + m_file + " is of version " + version +
+                                 ", but this program needs " ZR_VERSION);
+    }
     const auto init = Find<Entry>("ZRDllInit");
     m_terminate = Find<Entry>("ZRDllTerminate");
     m_create = Find<CreateEntry>("ZRDllCreateComponent");

@@ -14,7 +14,8 @@ namespace zrk {
 class ComponentLibrary {
 public:
     /// Loads lib<name>.so from beside the kernel's own library, or from where the loader looks. Throws
-    /// std::runtime_error with one line that says what is missing.
+    /// std::runtime_error with one line that says what is missing, or which version it is if not the
+    /// kernel's.
     explicit ComponentLibrary(const std::string& name);
     ComponentLibrary(const ComponentLibrary&) = delete;
     ComponentLibrary& operator=(const ComponentLibrary&) = delete;
@@ -25,6 +26,7 @@ public:
                 du::SmartPtr<du::RefCounted>& out) const;
 
 private:
+    using VersionEntry = const char* (*)();
     using Entry = void (*)();
     using CreateEntry = bool (*)(const std::string&, const std::string&, const std::string&,
                                  du::SmartPtr<du::RefCounted>&);

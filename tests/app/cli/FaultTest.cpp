@@ -60,6 +60,37 @@ TEST_F(Fault, AFolderThatMayNotBeWrittenIsNamedBeforeAnythingIsDrawn) {
                   BecomeNobody);
 }
 
+// An installation of which parts are lost or were exchanged. The loader's own words, and its exit code, would
+// come before the program's first line.
+TEST_F(Fault, ABrokenInstallationIsToldInOneLine) {
+    const std::filesystem::path libraries = std::filesystem::path(ZR_SHEET).parent_path() / "../lib";
+    std::filesystem::create_directories(In("bin"));
+    std::filesystem::create_directories(In("lib"));
+    const std::string program = In("bin/zrsheet");
+    const std::string component = In("lib/libzrcallouts.so");
+    std::filesystem::copy_file(ZR_SHEET, program);
+    const auto expectRefused = [&](const std::string& culprit) {
+        const CliResult result = RunProgram(program, {"--version"});
+        EXPECT_EQ(result.exitCode, 2) << culprit;
+        EXPECT_TRUE(result.err.starts_with("zrsheet: ")) << result.err;
+        EXPECT_TRUE(result.err.ends_with("; install zrsheet again\n")) << result.err;
+        EXPECT_EQ(result.err.find('\n'), result.err.size() - 1) << result.err;
+        EXPECT_NE(result.err.find(culprit), std::string::npos) << result.err;
+        EXPECT_EQ(result.out, "");
+    };
+    expectRefused("cannot load libzrcallouts.so: cannot open shared object file");
+    expectRefused("(libraries belong into " + In("lib") + ")");
+    std::filesystem::copy_file(libraries / "libzr_other_component.so", component);
+    expectRefused(component + " is of version 0.0.1, but this program needs ");
+    const auto other = std::filesystem::copy_options::overwrite_existing;
+    std::filesystem::copy_file(libraries / "libzrg.so", component, other);
+    expectRefused("libzrcallouts.so tells no version");
+    std::filesystem::copy_file(libraries / "libzrcallouts.so", component, other);
+    expectRefused("cannot run " + In("bin/zrsheet-app"));
+    std::filesystem::create_symlink(std::string(ZR_SHEET) + "-app", In("bin/zrsheet-app"));
+    EXPECT_EQ(RunProgram(program, {"--version"}).exitCode, 0) << "nothing is missing any more";
+}
+
 TEST_F(Fault, TheSampleIsWrittenToAFileAndNothingElse) {
     Write("a.glb", "old");
     const std::vector<std::vector<std::string>> rows{

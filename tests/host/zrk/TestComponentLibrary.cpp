@@ -8,12 +8,16 @@
 namespace zrk {
 namespace {
 
-// The user reads this text: it must name the file, and, for a wrong file, what it lacks.
+// The user reads this text: it must name the file, and, for a wrong file, what it lacks or which version it
+// is.
 TEST(ComponentLibrary, SaysWhatIsMissing) {
     const struct {
         const char* name;
         const char* text;
-    } rows[] = {{"noSuchComponent", "libnoSuchComponent.so"}, {"zrg", "has no entry ZRDllInit"}};
+    } rows[] = {
+        {"noSuchComponent", "libnoSuchComponent.so"},
+        {"zrg", "has no entry ZRDllVersion"},
+        {"zr_other_component", "libzr_other_component.so is of version 0.0.1, but this program needs"}};
     for (const auto& row : rows) {
         try {
             const ComponentLibrary library(row.name);
