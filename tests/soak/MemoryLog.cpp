@@ -63,7 +63,8 @@ std::string MemoryLog::Verdict() const {
         std::size_t slack;
     };
     const std::size_t end = m_samples.size();
-    for (const Kind& kind : {Kind{"heap", &Sample::heapBytes, kHeapSlack}, {"pool", &Sample::poolBytes, kPoolSlack},
+    for (const Kind& kind : {Kind{"heap", &Sample::heapBytes, kHeapSlack},
+                             {"pool", &Sample::poolBytes, kPoolSlack},
                              {"resident memory", &Sample::residentBytes, kResidentSlack}}) {
         const std::size_t before = Middle(m_samples, end / 2, end * 3 / 4, kind.member);
         const std::size_t after = Middle(m_samples, end * 3 / 4, end, kind.member);

@@ -30,7 +30,8 @@ TEST(MemoryLog, TellsGrowthFromWarmingUp) {
     EXPECT_THAT(VerdictOn(40, &Sample::heapBytes, leak), HasSubstr("heap grows: from 5500000 to 5700000"));
     EXPECT_THAT(VerdictOn(40, &Sample::poolBytes, leak), HasSubstr("pool grows"));
     EXPECT_THAT(VerdictOn(4000, &Sample::residentBytes, leak), HasSubstr("resident memory grows"));
-    EXPECT_EQ(VerdictOn(40, &Sample::heapBytes, [](auto i) { return std::min<std::size_t>(i, 15) * 1000000; }), "");
+    EXPECT_EQ(
+        VerdictOn(40, &Sample::heapBytes, [](auto i) { return std::min<std::size_t>(i, 15) * 1000000; }), "");
     EXPECT_EQ(VerdictOn(40, &Sample::poolBytes, [](auto i) { return i % 3 == 0 ? 400000 : 0; }), "");
     EXPECT_EQ(VerdictOn(40, &Sample::heapBytes, [](auto i) { return 1000 * (i % 20); }), "");
 }

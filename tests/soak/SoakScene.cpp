@@ -46,7 +46,8 @@ void SoakScene::Edit(std::size_t edits) {
 
 void SoakScene::Act() {
     if (Chance(6)) ChangeLanguage();
-    std::shared_lock turn(m_turns, std::defer_lock);  // outlives the transaction, which may end in a roll back
+    std::shared_lock turn(m_turns,
+                          std::defer_lock);  // outlives the transaction, which may end in a roll back
     zrk::Transaction transaction(m_scene, "Act");
     for (unsigned count = 1 + Below(3); count > 0; --count) DoOne(transaction.GetOperation());
     turn.lock();
