@@ -34,8 +34,8 @@ std::string ComponentFault(const std::filesystem::path& libraries) {
     if (version == ZR_VERSION) return {};
     Dl_info place{};
     dladdr(entry, &place);
-    return std::string("the component ") + place.dli_fname + " is of version " + version +
-           ", but this program needs " ZR_VERSION;
+    const auto file = std::filesystem::weakly_canonical(place.dli_fname).string();
+    return "the component " + file + " is of version " + version + ", but this program needs " ZR_VERSION;
 }
 
 }  // namespace
