@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
 # Installs the Debian packages that are missing, and touches nothing when none is.
-# Usage: tools/install_packages.sh SET..   sets: build, test, lint
+# Usage: tools/install_packages.sh SET..   sets: build, test, lint, coverage
 # Exit code 2: something is missing and cannot be installed here.
 set -euo pipefail
 
@@ -11,6 +11,7 @@ build_set=(build-essential g++ cmake ninja-build ccache pkg-config python3 libem
            libocct-modeling-data-dev libocct-foundation-dev)
 test_set=(libgtest-dev libgmock-dev libbenchmark-dev librsvg2-bin poppler-utils unzip)
 lint_set=(clang clang-tidy clang-format git)
+coverage_set=(gcovr)
 
 fail() {
     echo "install_packages: $1" >&2
@@ -23,7 +24,8 @@ for set_name in "$@"; do
         build) wanted+=("${build_set[@]}") ;;
         test) wanted+=("${test_set[@]}") ;;
         lint) wanted+=("${lint_set[@]}") ;;
-        *) fail "unknown set '$set_name' (build, test, lint)" ;;
+        coverage) wanted+=("${coverage_set[@]}") ;;
+        *) fail "unknown set '$set_name' (build, test, lint, coverage)" ;;
     esac
 done
 # Programs that may have come from elsewhere than Debian.
