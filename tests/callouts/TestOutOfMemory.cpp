@@ -49,7 +49,8 @@ protected:
             zrk::MemoryPool::FailNext(n);
             const bool isDone = Attempt(action, choice);
             isBeyondLast = zrk::MemoryPool::FailNext(0);
-            SCOPED_TRACE("action " + std::to_string(action) + ", allocation " + std::to_string(n) + ", choice " + std::to_string(choice));
+            SCOPED_TRACE("action " + std::to_string(action) + ", allocation " + std::to_string(n) +
+                         ", choice " + std::to_string(choice));
             EXPECT_EQ(RegistryFault(), "");
             refusals += isDone ? 0 : 1;
             EXPECT_LE(m_scene->GetHistory().GetUndoCount(), entries + (isDone ? 1 : 0));
@@ -85,7 +86,8 @@ TEST_F(OutOfMemoryTest, AnActionIsDoneOrLeavesNothing) {
 TEST_F(OutOfMemoryTest, UndoAndRedoGoThrough) {
     std::vector<std::string> states{Look()};
     for (std::size_t action = 0; action < GetActionCount(); ++action) {
-        if (Attempt(action) && m_scene->GetHistory().GetUndoCount() == states.size()) states.push_back(Look());
+        if (Attempt(action) && m_scene->GetHistory().GetUndoCount() == states.size())
+            states.push_back(Look());
     }
     auto& history = m_scene->GetHistory();
     for (unsigned n = 1; n < 40 && !HasFailure(); ++n) {

@@ -2,7 +2,9 @@
 
 #include <gtest/gtest.h>
 
+#include <atomic>
 #include <functional>
+#include <thread>
 
 #include "tests/host/zrannotations/PartsTest.h"
 #include "zrannotations/CalloutTemplates.h"
@@ -59,6 +61,32 @@ protected:
     const du::SmartPtr<Doorman> m_doorman{new Doorman};
     du::SmartPtr<zrk::AnnoSet> m_annoSet;
 };
+
+// Picks that an undo sets off are answered on another thread while it goes on; what they tell must not be
+// lost.
+TEST_F(CalloutStateTest, KeepsWhatPicksTellWhileStatesComeBack) {
+    const auto callout = Show(m_a, 1);
+    const CalloutState before = callout->CaptureState();
+    callout->SetText(du::Symbol("x"), false);
+    const CalloutState after = callout->CaptureState();
+    std::atomic<bool> isOver{false};
+    std::thread user([&] {
+        while (!isOver) {
+            callout->RestoreState(before);
+            callout->RestoreState(after);
+        }
+    });
+    int lost = 0;
+    for (int i = 0; i < 20000; ++i) {
+        const bool isCovered = i % 2 == 0;
+        callout->SetCoveredAtPos(isCovered, 0, {});
+        std::this_thread::yield();
+        lost += callout->IsHiddenAsDashedAtPos(0) == isCovered ? 0 : 1;
+    }
+    isOver = true;
+    user.join();
+    EXPECT_EQ(lost, 0);
+}
 
 TEST_F(CalloutStateTest, BringsBackEverythingAndIsFiledAnewWhereThatMatters) {
     const auto callout = Show(m_a, 1);
