@@ -23,27 +23,6 @@ PagePoint OnPage(const dg::DPoint3D& pixel, const PageBox& figure) {
     return {figure.x0 + pixel.x, figure.y0 + pixel.y};
 }
 
-dg::DPoint3D AnchorInWorld(const Callout& callout, unsigned position) {
-    dg::DPoint3D point;
-    dg::Location location;
-    callout.GetAnchorAtPos(position, point);
-    callout.GetInstanceLocationAtPos(location, position);
-    return point * location;
-}
-
-/// Where the leader ends; false when that lies outside the glass that it leads through.
-bool AnchorPixel(const Callout& callout, unsigned position, const dg::DPoint3D& world,
-                 const dg::Camera3D& camera, dg::DPoint3D& pixel) {
-    if (const auto inset = callout.GetInsetAtPos(position)) return inset->GetObjectPtToScreenPt(world, pixel);
-    pixel = world * camera.GetWorldToPixel();
-    return true;
-}
-
-/// Whether all that the callout leads to is out of sight: on the page its balloon would point at nothing.
-bool LeadsNowhere(const Callout& callout) {
-    return callout.GetLeaderLineCount(false) > 0 && callout.GetDrawnLeaders().empty();
-}
-
 /// The ink with most of the ground mixed in, "#rrggbb".
 std::string Dimmed(const std::string& ink, const dg::Color& ground) {
     constexpr double kGroundShare = 0.6;
@@ -93,9 +72,9 @@ void CalloutPlates::AddLeaders(SheetCallout& plate, const Callout& callout, cons
                                const std::string& ink) {
     auto& sources = m_leaders.emplace_back();
     for (const unsigned position : callout.GetDrawnLeaders()) {
+        dg::DPoint3D world;
         dg::DPoint3D pixel;
-        const dg::DPoint3D world = AnchorInWorld(callout, position);
-        if (!AnchorPixel(callout, position, world, camera, pixel)) continue;
+        if (!callout.GetLeaderEnd(position, camera, world, pixel)) continue;
         SheetLeader leader;
         leader.place = {world.x, world.y, world.z};
         leader.anchor = OnPage(pixel, m_figure);
@@ -157,7 +136,7 @@ void CalloutPlates::Move(const PagePoint& move) {
 std::vector<PageBox> CalloutPlates::Boxes() const {
     std::vector<PageBox> boxes;
     for (std::size_t i = 0; i < m_callouts.size(); ++i) {
-        if (!LeadsNowhere(*m_sources[i])) boxes.push_back(m_callouts[i].box);
+        if (!m_sources[i]->LeadsNowhere()) boxes.push_back(m_callouts[i].box);
     }
     return boxes;
 }
@@ -165,7 +144,7 @@ std::vector<PageBox> CalloutPlates::Boxes() const {
 std::vector<SheetCallout> CalloutPlates::Take() {
     std::vector<SheetCallout> shown;
     for (std::size_t i = 0; i < m_callouts.size(); ++i) {
-        if (!LeadsNowhere(*m_sources[i])) shown.push_back(std::move(m_callouts[i]));
+        if (!m_sources[i]->LeadsNowhere()) shown.push_back(std::move(m_callouts[i]));
     }
     return shown;
 }

@@ -25,23 +25,12 @@ ScreenBox BoxAround(const Inset::Glass& glass) {
 /// Where the leaders that are drawn end; those that an inset cuts off end nowhere.
 std::vector<ScreenPoint> AnchorsOf(const Callout& callout, const dg::Camera3D& camera) {
     std::vector<ScreenPoint> anchors;
+    dg::DPoint3D world;
+    dg::DPoint3D pixel;
     for (const unsigned position : callout.GetDrawnLeaders()) {
-        dg::DPoint3D anchor;
-        dg::Location location;
-        callout.GetAnchorAtPos(position, anchor);
-        callout.GetInstanceLocationAtPos(location, position);
-        const dg::DPoint3D world = anchor * location;
-        dg::DPoint3D pixel = world * camera.GetWorldToPixel();
-        const auto inset = callout.GetInsetAtPos(position);
-        if (inset && !inset->GetObjectPtToScreenPt(world, pixel)) continue;
-        anchors.push_back({pixel.x, pixel.y});
+        if (callout.GetLeaderEnd(position, camera, world, pixel)) anchors.push_back({pixel.x, pixel.y});
     }
     return anchors;
-}
-
-/// Whether all that the callout leads to is out of sight: then it is not drawn.
-bool LeadsNowhere(const Callout& callout) {
-    return callout.GetLeaderLineCount(false) > 0 && callout.GetDrawnLeaders().empty();
 }
 
 }  // namespace
@@ -90,7 +79,7 @@ void OptimalLayout::AddSurroundings(LayoutProblem& problem, const std::vector<Ca
         const auto inset = du::DynamicCast<Inset>(annotation);
         if (inset && inset->IsVisible()) problem.obstacles.push_back(BoxAround(inset->GetGlass()));
         const auto callout = du::DynamicCast<Callout>(annotation);
-        if (callout && !known.contains(callout) && !LeadsNowhere(*callout))
+        if (callout && !known.contains(callout) && !callout->LeadsNowhere())
             AddLabel(problem, callout, camera, true);
     }
 }

@@ -280,6 +280,19 @@ bool Callout::GetInstanceLocationAtPos(dg::Location& out, unsigned position) con
     return static_cast<bool>(shapeInstance);
 }
 
+bool Callout::LeadsNowhere() const { return GetLeaderLineCount(false) > 0 && GetDrawnLeaders().empty(); }
+
+bool Callout::GetLeaderEnd(unsigned position, const dg::Camera3D& camera, dg::DPoint3D& world,
+                           dg::DPoint3D& pixel) const {
+    dg::Location location;
+    GetAnchorAtPos(position, world);
+    GetInstanceLocationAtPos(location, position);
+    world = world * location;
+    if (const auto inset = GetInsetAtPos(position)) return inset->GetObjectPtToScreenPt(world, pixel);
+    pixel = world * camera.GetWorldToPixel();
+    return true;
+}
+
 std::vector<unsigned> Callout::GetDrawnLeaders() const {
     const auto leaders = Leaders();
     const auto firstPart = GetShapeInstanceAtPos(0);

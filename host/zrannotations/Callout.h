@@ -10,6 +10,7 @@
 #include <string>
 #include <vector>
 
+#include "dg/Camera3D.h"
 #include "dg/Color.h"
 #include "dg/DPoint3D.h"
 #include "dg/Location.h"
@@ -115,6 +116,12 @@ public:
     /// The leaders to draw. Where some are collapsed it is one alone: to the part that is seen best.
     /// O(leaders).
     std::vector<unsigned> GetDrawnLeaders() const;
+    /// Whether all that the callout leads to is out of sight: its label would point at nothing. O(leaders).
+    bool LeadsNowhere() const;
+    /// Where a leader ends in the world, and on the screen: in the glass of the inset that it leads through,
+    /// if it does. False, and the outputs undefined, when that lies outside the glass.
+    bool GetLeaderEnd(unsigned position, const dg::Camera3D& camera, dg::DPoint3D& world,
+                      dg::DPoint3D& pixel) const;
 
     /// Where on the part a leader should end, in the part's local coordinates; false without geometry.
     bool CalculateAnchor(const du::SmartPtr<zrk::ShapeInstance>& shapeInstance, dg::DPoint3D& out) const;
