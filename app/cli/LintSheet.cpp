@@ -21,6 +21,7 @@ void Illustrate(Session& session, const LintRequest& request) {
     document.CreateCallouts({}, [](int) { return true; });
     document.Settle();
     LayOutLabels(document, document.Callouts());
+    FillFigure(document);
     document.Settle();
 }
 

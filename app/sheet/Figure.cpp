@@ -1,12 +1,15 @@
 #include "app/sheet/Figure.h"
 
 #include <algorithm>
+#include <cmath>
 #include <cstddef>
 #include <limits>
+#include <optional>
 #include <utility>
 #include <vector>
 
 #include "app/sheet/CalloutLabel.h"
+#include "app/sheet/CalloutPlates.h"
 #include "app/sheet/PageLayout.h"
 #include "app/sheet/PaperLayout.h"
 #include "app/sheet/PartsTable.h"
@@ -27,6 +30,9 @@ constexpr double kGrowth = 0.06;
 constexpr int kMostGrowths = 8;
 constexpr int kMostGrowthsOnPaper = 4;
 constexpr double kGrowthCost = 0.15;  // of growing once, in faults
+
+// What is gained by enlarging the model less than that is not worth arranging all labels anew.
+constexpr double kLeastEnlargement = 1.03;
 
 PageBox FigureOf(const Document& document, const ViewDirection& direction) {
     const SheetStyle style;
@@ -97,6 +103,55 @@ std::vector<zrcallouts::ScreenPoint> SolveWithRoom(zrcallouts::LayoutProblem pro
     return best.centres;
 }
 
+du::SmartPtr<zrcallouts::OptimalLayout> OptimalLayoutOf(const Document& document) {
+    return du::SmartPtr<zrcallouts::OptimalLayout>(new zrcallouts::OptimalLayout(
+        document.Engine(), document.View(), document.Layout().rules,
+        [&document](const auto& callout) { return LabelOf(callout, document.Style(), SheetStyle()).form; }));
+}
+
+/// The model in its view and all labels, those that lead nowhere excepted.
+PageBox DrawnBox(const Document& document) {
+    PageBox drawn = document.Model().ScreenBox();
+    const CalloutPlates plates(document.Callouts(), document.Style(), {}, SheetStyle());
+    for (const PageBox& box : plates.Boxes()) {
+        drawn = {std::min(drawn.x0, box.x0), std::min(drawn.y0, box.y0), std::max(drawn.x1, box.x1),
+                 std::max(drawn.y1, box.y1)};
+    }
+    return drawn;
+}
+
+/// How far labels stand out of the model on each side, or would if the first one came there.
+PageBox RoomForLabels(const Document& document) {
+    const PageBox model = document.Model().ScreenBox();
+    const PageBox drawn = DrawnBox(document);
+    const zrcallouts::LayoutProblem problem = OptimalLayoutOf(document)->Describe(document.Callouts());
+    const double wide =
+        std::ceil(problem.rules.distance + zrcallouts::GreatestLength(problem.labels, 0)) + 1.0;
+    const double high =
+        std::ceil(problem.rules.distance + zrcallouts::GreatestLength(problem.labels, 1)) + 1.0;
+    return {std::max(model.x0 - drawn.x0, wide), std::max(model.y0 - drawn.y0, high),
+            std::max(drawn.x1 - model.x1, wide), std::max(drawn.y1 - model.y1, high)};
+}
+
+/// The camera that shows the model as large as such room on each side allows, in the middle of the rest.
+/// None if that is hardly larger.
+std::optional<dg::Camera3D> Enlarged(const dg::Camera3D& camera, const PageBox& model, const PageBox& room) {
+    const double width = camera.GetViewportWidth() - room.x0 - room.x1;
+    const double height = camera.GetViewportHeight() - room.y0 - room.y1;
+    const double factor =
+        std::min(width / std::max(model.x1 - model.x0, 1.0), height / std::max(model.y1 - model.y0, 1.0));
+    if (factor < kLeastEnlargement) return std::nullopt;
+    return camera.Magnified({0.5 * (model.x0 + model.x1), 0.5 * (model.y0 + model.y1), 0.0},
+                            {room.x0 + 0.5 * width, room.y0 + 0.5 * height, 0.0}, factor);
+}
+
+void LookThrough(Document& document, const dg::Camera3D& camera) {
+    document.View()->SetCamera(camera);
+    document.Settle();
+    LayOutLabels(document, document.Callouts());
+    document.Settle();
+}
+
 }  // namespace
 
 void FrameModel(Document& document, const ViewDirection& direction) {
@@ -112,13 +167,27 @@ void LayOutLabels(const Document& document, const std::vector<Document::CalloutP
         simple->Execute({callouts.begin(), callouts.end()});
         return;
     }
-    const zrannotations::CalloutStyle& ofDocument = document.Style();
-    const du::SmartPtr<zrcallouts::OptimalLayout> layout(new zrcallouts::OptimalLayout(
-        document.Engine(), document.View(), document.Layout().rules,
-        [&](const auto& callout) { return LabelOf(callout, ofDocument, SheetStyle()).form; }));
+    const auto layout = OptimalLayoutOf(document);
     const zrcallouts::LayoutProblem problem = layout->Describe(callouts);
     const int mostGrowths = document.Paper().size == PaperSize::None ? kMostGrowths : kMostGrowthsOnPaper;
     layout->Place(callouts, problem, SolveWithRoom(problem, mostGrowths), nullptr);
+}
+
+void FillFigure(Document& document) {
+    if (document.Layout().mode == LayoutMode::Simple || document.Callouts().empty()) return;
+    dg::Camera3D before;
+    document.View()->GetCamera(before);
+    const PageBox drawn = DrawnBox(document);
+    const double width = before.GetViewportWidth();
+    const double height = before.GetViewportHeight();
+    const auto isInFigure = [&](const PageBox& box) {
+        return box.x0 >= 0.0 && box.y0 >= 0.0 && box.x1 <= width && box.y1 <= height;
+    };
+    if (!isInFigure(drawn)) return;
+    const auto larger = Enlarged(before, document.Model().ScreenBox(), RoomForLabels(document));
+    if (!larger) return;
+    LookThrough(document, *larger);
+    if (!isInFigure(DrawnBox(document))) LookThrough(document, before);
 }
 
 }  // namespace zrsheet

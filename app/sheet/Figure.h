@@ -17,4 +17,9 @@ void FrameModel(Document& document, const ViewDirection& direction);
 /// arranged. The others stay where they are.
 void LayOutLabels(const Document& document, const std::vector<Document::CalloutPtr>& callouts);
 
+/// Enlarges the model as far as labels leave room beside it, and arranges all labels anew; changes nothing
+/// where they would stand out of the figure then. Requires: the document is settled, and its labels are laid
+/// out.
+void FillFigure(Document& document);
+
 }  // namespace zrsheet

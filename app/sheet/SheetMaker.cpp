@@ -183,6 +183,7 @@ Sheet Print(Document& document, const SheetOptions& options, unsigned threads) {
     document.Settle();
     LayOutLabels(document, document.Callouts());
     document.Settle();
+    FillFigure(document);
     return DrawSheet(document, threads);
 }
 
@@ -247,6 +248,7 @@ SheetPair MakeSheetPair(Assembly assembly, const SheetOptions& options, const St
     sink("Finding what is seen", 0);
     document.Settle();
     LayOutLabels(document, document.Callouts());
+    FillFigure(document);
     if (options.order == ItemOrder::Place)
         document.Items()->Renumber(OrderedItems(document, options.order, options.corner));
     document.Settle();

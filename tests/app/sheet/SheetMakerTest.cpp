@@ -170,5 +170,32 @@ TEST(SheetMaker, KeepsBalloonsApartAndOnThePage) {
     }
 }
 
+// On one axis at least, nothing is left beside the model but what labels take, or would.
+TEST(SheetMaker, FillsThePageWithTheModel) {
+    for (const char* view : {"front", "top", "iso"}) {
+        SheetOptions options = Small(view, LeaderChoice::One, false, 2);
+        options.width = 1200;
+        options.height = 900;
+        const Sheet sheet = Make(SampleAssembly(), options);
+        const PageBox& model = sheet.model.box;
+        PageBox drawn = model;
+        double label = 0.0;
+        for (const SheetCallout& callout : sheet.callouts) {
+            drawn = {std::min(drawn.x0, callout.box.x0), std::min(drawn.y0, callout.box.y0),
+                     std::max(drawn.x1, callout.box.x1), std::max(drawn.y1, callout.box.y1)};
+            label = std::max(label, callout.box.x1 - callout.box.x0);
+        }
+        const double room = options.layout.rules.distance + label;
+        const double wide = std::max(drawn.x1 - model.x1, room) + std::max(model.x0 - drawn.x0, room);
+        const double high = std::max(drawn.y1 - model.y1, room) + std::max(model.y0 - drawn.y0, room);
+        const double freeWidth = sheet.figure.x1 - sheet.figure.x0 - (model.x1 - model.x0) - wide;
+        const double freeHeight = sheet.figure.y1 - sheet.figure.y0 - (model.y1 - model.y0) - high;
+        EXPECT_LT(std::min(freeWidth, freeHeight), 5.0) << view;
+        EXPECT_EQ(sheet.width, 1200.0) << view;
+        EXPECT_EQ(sheet.height, 900.0) << view;
+        ExpectTidy(sheet);
+    }
+}
+
 }  // namespace
 }  // namespace zrsheet
