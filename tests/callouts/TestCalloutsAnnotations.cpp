@@ -52,6 +52,8 @@ TEST_F(CalloutsAnnotations, OnlyFreeCalloutsMayEnterWithoutLeader) {
     }
     EXPECT_TRUE(OfItem(id).empty());
     EXPECT_TRUE(Items().IsIndicated(id)) << "a refused callout indicates its item even so";
+    m_engine->OnRemoveAnnotation(rows[0].callout);
+    EXPECT_FALSE(Items().IsIndicated(id)) << "until it is told to be gone, though it was never registered";
     EXPECT_FALSE(m_scene->GetHistory().Undo()) << "refusing left something to undo";
 }
 
