@@ -57,6 +57,18 @@ TEST_F(CalloutsAnnotations, OnlyFreeCalloutsMayEnterWithoutLeader) {
     EXPECT_FALSE(m_scene->GetHistory().Undo()) << "refusing left something to undo";
 }
 
+TEST_F(CalloutsAnnotations, OnlyTextsThatAreLocalisedAreShownInTheLanguage) {
+    zrk::World::GetWorld()->SetLanguage("de");
+    for (const bool isLocalised : {true, false}) {
+        const auto callout = MakeFreeCallout(m_literal);
+        callout->GetLocalizableString() = du::Symbol("Screw");
+        callout->GetLocalizableString().SetTranslation("de", du::Symbol("Schraube"));
+        callout->GetLocalizableString().SetEnabled(isLocalised);
+        Show(callout);
+        EXPECT_EQ(callout->GetText(true).Text(), isLocalised ? "Schraube" : "");
+    }
+}
+
 TEST_F(CalloutsAnnotations, AddingAgainOnlyIndicatesAndReattaches) {
     const auto id = AddItem({m_a});
     const auto callout = AddCallout(m_numbered, m_a, id);

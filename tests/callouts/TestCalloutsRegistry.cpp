@@ -4,6 +4,7 @@
 
 #include "callouts/Callouts.h"
 #include "tests/callouts/EngineFixture.h"
+#include "zrk/object/MemoryPool.h"
 
 namespace zrcallouts {
 namespace {
@@ -46,6 +47,18 @@ TEST_F(CalloutsRegistry, InsetsAreRecordedOnceTheyAreKnownAndStayKnown) {
     later->SetInsetAtPos(inset, 0);
     Show(later);
     EXPECT_EQ(m_engine->SnapshotInset(inset), CalloutVec{later}) << "the inset lost its entry";
+}
+
+// Callouts keep the engine's item index, and the index keeps them.
+TEST_F(CalloutsRegistry, AnEngineThatIsLetGoLetsItsCalloutsGo) {
+    const std::size_t inUse = zrk::MemoryPool::GetBytesInUse();
+    {
+        const du::SmartPtr<Callouts> engine(new Callouts);
+        const auto callout = MakeCallout(m_numbered, m_a, 1);
+        engine->AddToSet(callout);
+        EXPECT_GT(zrk::MemoryPool::GetBytesInUse(), inUse);
+    }
+    EXPECT_EQ(zrk::MemoryPool::GetBytesInUse(), inUse);
 }
 
 TEST_F(CalloutsRegistry, ACombinedCalloutStandsForItsFirstMember) {
