@@ -17,6 +17,7 @@ StateJournal::Kept StateJournal::Capture(const du::SmartPtr<Annotation>& annotat
 void StateJournal::Keep(const du::SmartPtr<Annotation>& annotation) {
     if (m_except != nullptr && m_except->Contains(annotation)) return;
     const std::lock_guard hold(m_mutex);
+    if (m_isClosed) return;
     if (m_places.emplace(annotation.get(), m_kept.size()).second) m_kept.push_back(Capture(annotation));
 }
 
@@ -30,10 +31,16 @@ bool StateJournal::IsEmpty() const {
     return m_kept.empty();
 }
 
+std::vector<StateJournal::Kept> StateJournal::AllKept() const {
+    const std::lock_guard hold(m_mutex);
+    return m_kept;
+}
+
 std::shared_ptr<const StateJournal> StateJournal::CaptureChanged() {
     const auto now = std::make_shared<StateJournal>(m_annoSet);
     std::vector<Kept> unchanged;  // released after the lock
     const std::lock_guard hold(m_mutex);
+    m_isClosed = true;
     std::vector<Kept> kept = std::exchange(m_kept, {});
     m_places.clear();
     for (auto& before : kept) {
@@ -56,10 +63,11 @@ std::shared_ptr<const StateJournal> StateJournal::CaptureChanged() {
 // first change's last; then all that comes in, in the order of the set. What comes in has its state before it
 // is seen, and again after the observers have had their say.
 void StateJournal::Restore() const {
+    const std::vector<Kept> all = AllKept();
     std::vector<const Kept*> leaving;
     std::vector<const Kept*> staying;
     std::vector<const Kept*> entering;
-    for (const Kept& kept : m_kept) {
+    for (const Kept& kept : all) {
         const auto now = m_annoSet->GetMembership(kept.annotation);
         (kept.membership == now ? staying : kept.membership.place ? entering : leaving).push_back(&kept);
     }

@@ -23,7 +23,8 @@ public:
     StateJournal& operator=(const StateJournal&) = delete;
     ~StateJournal();
 
-    /// Nothing for an annotation that is kept already.
+    /// Nothing for an annotation that is kept already, nor for one that comes late: another thread may have
+    /// asked for the journal before CaptureChanged and get here only after it.
     void Keep(const du::SmartPtr<Annotation>& annotation);
     bool Contains(const du::SmartPtr<Annotation>& annotation) const;
     bool IsEmpty() const;
@@ -41,14 +42,16 @@ private:
     };
 
     Kept Capture(const du::SmartPtr<Annotation>& annotation) const;
+    std::vector<Kept> AllKept() const;
 
     const du::SmartPtr<AnnoSet> m_annoSet;
     const StateJournal* const m_except;
-    // Guards the two below. Held while a state is captured, which takes the annotation's own leaf lock: of
+    // Guards the three below. Held while a state is captured, which takes the annotation's own leaf lock: of
     // two threads that are about to change it one captures, and the other waits until it has.
     mutable std::mutex m_mutex;
     std::vector<Kept> m_kept;  // in the order in which they were first changed
     std::unordered_map<const Annotation*, std::size_t> m_places;
+    bool m_isClosed = false;  // has told what changed
 };
 
 }  // namespace zrk

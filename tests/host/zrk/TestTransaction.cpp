@@ -12,6 +12,7 @@
 #include "tests/host/zrk/Stage.h"
 #include "zrk/annotation/AnnoSet.h"
 #include "zrk/operation/CallStep.h"
+#include "zrk/operation/StateJournal.h"
 #include "zrk/scene/SceneObserver.h"
 #include "zrk/tree/Tree.h"
 
@@ -113,6 +114,23 @@ protected:
     History& m_history = m_scene->GetHistory();
     du::SmartPtr<AnnoSet> m_annoSet;
 };
+
+// A thread may have asked for the journal just before the end of the transaction, and get to it afterwards.
+TEST_F(TransactionTest, AJournalThatHasToldItsChangesTakesNothingIn) {
+    const NotePtr note = Add();
+    const NotePtr late = Add();
+    StateJournal journal(m_annoSet);
+    journal.Keep(note);
+    note->Write("changed");
+    const auto after = journal.CaptureChanged();
+    journal.Keep(late);
+    late->Write("by another thread");
+    journal.Restore();
+    EXPECT_EQ(note->CaptureState(), "new");
+    EXPECT_EQ(late->CaptureState(), "by another thread") << "an undo would take along what is none of it";
+    after->Restore();
+    EXPECT_EQ(note->CaptureState(), "changed");
+}
 
 TEST_F(TransactionTest, TakesInEveryChangeOfTheScenesObjects) {
     const auto a = m_stage.AddBox("a", 0, 0, 0, {9, 9, 9});
