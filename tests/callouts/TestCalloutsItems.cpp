@@ -65,9 +65,9 @@ protected:
 TEST_F(CalloutsItems, ARemovedItemTakesItsCalloutsAlongAndShrinksCombinedOnes) {
     const auto seven = AddCallout(m_numbered, m_a, m_seven);
     const auto eight = AddCallout(m_numbered, m_b, m_eight);
+    const auto triple = Combine({{m_a, m_seven}, {m_b, m_eight}, {m_c, m_nine}});
     const auto pair = Combine({{m_a, m_seven}, {m_b, m_eight}});
     const auto otherPair = Combine({{m_c, m_nine}, {m_a, m_seven}});
-    const auto triple = Combine({{m_a, m_seven}, {m_b, m_eight}, {m_c, m_nine}});
     const auto kept = pair->GetCalloutVec()[1];
     const auto otherKept = otherPair->GetCalloutVec()[0];
     for (const auto& combined : {pair, otherPair, triple}) Show(combined);
