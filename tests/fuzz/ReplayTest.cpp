@@ -18,7 +18,7 @@
 namespace {
 
 constexpr std::chrono::seconds kTimeForMadeInputs(3);
-constexpr unsigned kMostMadeInputs = 300;
+constexpr unsigned kMostMadeInputs = 20000;
 constexpr std::size_t kLongest = 4096;
 
 struct Input {
