@@ -3,6 +3,7 @@
 #include <utility>
 
 #include "zrk/scene/Scene.h"
+#include "zrk/world/Burst.h"
 
 namespace zrk {
 namespace {
@@ -37,6 +38,10 @@ void Annotation::KeepState() {
 }
 
 void Annotation::NotifyModified() {
+    if (GetScene()) Burst::Note(this, [self = du::SmartPtr<Annotation>(this)] { self->TellModified(); });
+}
+
+void Annotation::TellModified() {
     const auto scene = GetScene();
     if (!scene) return;
     const du::SmartPtr<Annotation> self(this);

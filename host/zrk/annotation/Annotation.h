@@ -54,14 +54,15 @@ protected:
     }
     /// Lets the scene's history keep the state.
     virtual void KeepState();
-    /// Tells the scene's observers that the user changed the annotation; nothing outside a set. Call without
-    /// a lock.
+    /// Tells the scene's observers that the user changed the annotation, while the kernel answers what was
+    /// asked once it has answered all; nothing outside a set. Call without a lock.
     void NotifyModified();
 
 private:
     friend class AnnoSet;
 
     void Bind(std::shared_ptr<du::BackLink<Scene>> scene);
+    void TellModified();
 
     const unsigned m_id;
     std::atomic<unsigned> m_viewId{0};

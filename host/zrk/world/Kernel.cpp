@@ -4,6 +4,7 @@
 
 #include "du/ProcessWide.h"
 #include "zrk/event/BaseAsyncEvent.h"
+#include "zrk/world/Burst.h"
 
 namespace zrk {
 namespace {
@@ -55,8 +56,11 @@ bool Kernel::RunNext() {
 }
 
 std::size_t Kernel::DispatchEvents() {
+    Burst burst;
     std::size_t count = 0;
-    while (RunNext()) ++count;
+    do {
+        while (RunNext()) ++count;
+    } while (burst.Tell() > 0);
     return count;
 }
 
@@ -72,14 +76,24 @@ void Kernel::StartDispatcher() {
 }
 
 void Kernel::DispatchUntilStopped() {
-    for (;;) {
-        {
-            std::unique_lock hold(m_queueMutex);
-            m_wake.wait(hold, [this] { return m_isStopping || !m_queue.empty(); });
-            if (m_isStopping) return;
-        }
+    Burst burst;
+    while (WaitForWork()) {
         RunNext();
+        if (IsIdle()) burst.Tell();
     }
+    burst.Tell();
+}
+
+/// False when the dispatcher is to stop.
+bool Kernel::WaitForWork() {
+    std::unique_lock hold(m_queueMutex);
+    m_wake.wait(hold, [this] { return m_isStopping || !m_queue.empty(); });
+    return !m_isStopping;
+}
+
+bool Kernel::IsIdle() {
+    const std::lock_guard hold(m_queueMutex);
+    return m_queue.empty();
 }
 
 void Kernel::StopDispatcher() {

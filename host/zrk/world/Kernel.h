@@ -35,6 +35,7 @@ public:
     /// Only queues; work that comes when the kernel has stopped is cancelled at once, on the calling thread.
     void Post(Work work);
     /// Runs what is queued, and what that queues in turn, until nothing is left; returns how much was run.
+    /// Annotations that change meanwhile are told about once the queue is empty, once each.
     std::size_t DispatchEvents();
     void StartDispatcher();
     /// Waits until the dispatcher has ended; what is queued stays. Requires: not called from the dispatcher.
@@ -46,6 +47,8 @@ private:
     bool RunNext();
     void Close();
     void DispatchUntilStopped();
+    bool WaitForWork();
+    bool IsIdle();
 
     std::mutex m_queueMutex;  // guards the four below
     std::condition_variable m_wake;

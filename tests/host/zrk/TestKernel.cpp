@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "zrk/event/AsyncEvent.h"
+#include "zrk/world/Burst.h"
 
 namespace zrk {
 namespace {
@@ -52,6 +53,28 @@ TEST_F(KernelTest, PumpsInOrderAndWhatIsPostedMeanwhile) {
     EXPECT_EQ(m_kernel->DispatchEvents(), 3U);
     EXPECT_EQ(m_log, "a0 b0 c0 ");
     EXPECT_EQ(m_kernel->DispatchEvents(), 0U);
+}
+
+// A hundred answers that each change one callout must not have it looked at a hundred times.
+TEST_F(KernelTest, TellsOfEachObjectOnceWhenAllIsAnswered) {
+    const auto change = [this](const char& object) {
+        Burst::Note(&object, [this, &object] {
+            m_log += object;
+            m_kernel->Post(Note("asked"));
+        });
+    };
+    const char objects[] = {'A', 'B'};
+    m_kernel->Post([&](int) {
+        change(objects[0]);
+        change(objects[1]);
+        change(objects[0]);
+    });
+    m_kernel->Post(Note("answered"));
+    EXPECT_EQ(m_kernel->DispatchEvents(), 4U);
+    EXPECT_EQ(m_log, "answered0 ABasked0 asked0 ");
+    m_log.clear();
+    change(objects[0]);
+    EXPECT_EQ(m_log, "A") << "nothing to wait for";
 }
 
 TEST_F(KernelTest, CancelsEverythingOnceWithStatusOne) {
