@@ -30,6 +30,7 @@ constexpr double kGrowth = 0.06;
 constexpr int kMostGrowths = 8;
 constexpr int kMostGrowthsOnPaper = 4;
 constexpr double kGrowthCost = 0.15;  // of growing once, in faults
+constexpr std::size_t kManyLabels = 600;
 
 // What is gained by enlarging the model less than that is not worth arranging all labels anew.
 constexpr double kLeastEnlargement = 1.03;
@@ -85,8 +86,8 @@ struct BestLayout {
 };
 
 /// Pages of pixels grow when labels need it, and on paper everything becomes smaller. So much as takes the
-/// layout's faults away, unless few faults would take much. Labels farther from the
-/// model stand in longer rows, and leaders come to them at better angles.
+/// layout's faults away, unless few faults would take much. Labels farther from the model stand in longer
+/// rows, and leaders come to them at better angles. With very many labels only one larger page is tried.
 std::vector<zrcallouts::ScreenPoint> SolveWithRoom(zrcallouts::LayoutProblem problem, int mostGrowths) {
     const double wide = kGrowth * problem.page.Length(0);
     const double high = kGrowth * problem.page.Length(1);
@@ -94,7 +95,8 @@ std::vector<zrcallouts::ScreenPoint> SolveWithRoom(zrcallouts::LayoutProblem pro
     BestLayout best;
     best.Try(problem, 0);
     zrcallouts::LayoutProblem farther = problem;
-    for (int steps = 1, growth = 1; steps <= mostGrowths; growth += ++steps) {
+    const int first = problem.labels.size() > kManyLabels ? mostGrowths : 1;
+    for (int steps = first, growth = first; steps <= mostGrowths; growth += ++steps) {
         problem.page = farther.page = Grown(problem.page, steps * wide, steps * high);
         farther.rules.distance += steps * std::min(wide, high);
         best.Try(problem, growth);

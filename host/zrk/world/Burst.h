@@ -18,8 +18,8 @@ public:
     Burst(const Burst&) = delete;
     Burst& operator=(const Burst&) = delete;
 
-    /// Tells at once when the thread is in no burst, and else later, if nothing about the object waits already.
-    /// `tell` keeps the object alive. Amortised O(1).
+    /// Tells at once when the thread is in no burst, and else later, if nothing about the object waits
+    /// already. `tell` keeps the object alive. Amortised O(1).
     static void Note(const void* object, std::function<void()> tell);
     /// Tells what waits; returns how much that was. What that leads to waits in turn.
     std::size_t Tell();
