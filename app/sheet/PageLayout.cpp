@@ -11,6 +11,7 @@ constexpr double kMostTableShare = 0.5;  // of the page's width
 // What balloons leave of less shows nothing.
 constexpr double kLeastFigureWidth = 400.0;
 constexpr double kLeastFigureHeight = 320.0;
+constexpr double kTallest = 1.2;  // of figures that are as high as a long list, in widths
 
 /// How many rows each table gets so that they stand beside each other in the room there is.
 std::size_t RowsEach(const PartsTable& table, double width, double height) {
@@ -44,11 +45,12 @@ PageLayout LayOutPage(int width, int height, const PartsTable& table, const Shee
         {width - kMargin - tablesWidth, kMostTableShare * width, kLeastFigureWidth + 2.0 * kMargin}));
     for (SheetTable& part : layout.tables) Shift(part.box, left, 0.0);
     const double tablesHeight = table.Height(std::min(rows, table.RowCount()));
-    const double bottom =
-        std::ceil(std::max({height - kMargin, top + kLeastFigureHeight, top + tablesHeight}));
-    layout.figure = {kMargin, top, left - kMargin, bottom};
+    const double figureWidth = left - 2.0 * kMargin;
+    const double beside = std::min(std::ceil(tablesHeight), kTallest * figureWidth);
+    layout.figure = {kMargin, top, left - kMargin,
+                     std::max({height - kMargin, top + kLeastFigureHeight, std::floor(top + beside)})};
     layout.width = std::max<double>(width, std::floor(left + tablesWidth + kMargin));
-    layout.height = bottom + kMargin;
+    layout.height = std::max(layout.figure.y1, std::ceil(top + tablesHeight)) + kMargin;
     return layout;
 }
 
