@@ -7,6 +7,8 @@ namespace zrcallouts {
 namespace {
 
 constexpr int kMostRounds = 60;     // of exchanging and placing; in practice a handful
+constexpr int kLeastRounds = 2;     // where so many labels have so little room that all leaders cross
+constexpr double kMostPairs = 2e7;  // of labels, to look at in all rounds
 constexpr int kMostSorts = 12;      // of one lane at a time
 constexpr double kOrderCost = 3.0;  // pixels of leader that neighbours save at least by changing their order
 constexpr double kNeighbourGain = 1e-3;  // of both leaders, beyond that
@@ -16,13 +18,19 @@ constexpr double kUncrossLoss = 0.05;  // of both leaders, which not crossing ma
 constexpr double kInfinity = std::numeric_limits<double>::infinity();
 constexpr ScreenBox kNothing{kInfinity, kInfinity, -kInfinity, -kInfinity};
 
+int MostRounds(std::size_t labels) {
+    const double rounds = kMostPairs / std::max(static_cast<double>(labels * labels), 1.0);
+    return static_cast<int>(std::clamp<double>(rounds, kLeastRounds, kMostRounds));
+}
+
 }  // namespace
 
 LeaderSwaps::LeaderSwaps(Seating& seating) : m_seating(seating), m_lanes(seating.LaneCount()) {}
 
 bool LeaderSwaps::Run() {
     bool isAnyChanged = false;
-    for (int round = 0; round < kMostRounds; ++round) {
+    const int mostRounds = MostRounds(m_seating.Problem().labels.size());
+    for (int round = 0; round < mostRounds; ++round) {
         bool isChanged = false;
         for (std::size_t lane = 0; lane < m_lanes.size(); ++lane)
             isChanged = SortNeighbours(lane) || isChanged;
