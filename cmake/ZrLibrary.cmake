@@ -26,6 +26,8 @@ if(ZR_SANITIZE)
     target_compile_options(zr_flags INTERFACE -fsanitize=${ZR_SANITIZE} -fno-omit-frame-pointer
                                               -fno-sanitize-recover=all)
     target_link_options(zr_flags INTERFACE -fsanitize=${ZR_SANITIZE})
+    # What the sanitizers add looks uninitialised to g++ where nothing is.
+    target_compile_options(zr_flags INTERFACE $<$<CXX_COMPILER_ID:GNU>:-Wno-maybe-uninitialized>)
     # What g++ defines by itself.
     if(CMAKE_CXX_COMPILER_ID STREQUAL Clang AND ZR_SANITIZE MATCHES address)
         target_compile_definitions(zr_flags INTERFACE __SANITIZE_ADDRESS__)
