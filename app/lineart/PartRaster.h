@@ -7,9 +7,9 @@
 #include <span>
 #include <vector>
 
-#include "app/lineart/PixelBox.h"
 #include "app/lineart/PlacedMesh.h"
 #include "app/lineart/Viewer.h"
+#include "app/render/PixelBox.h"
 
 namespace zrsheet {
 

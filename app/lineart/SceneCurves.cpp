@@ -7,10 +7,10 @@
 #include <tuple>
 #include <utility>
 
-#include "app/lineart/PixelBox.h"
 #include "app/lineart/SharpCurves.h"
 #include "app/lineart/SmoothContours.h"
 #include "app/render/ParallelFor.h"
+#include "app/render/PixelBox.h"
 
 namespace zrsheet {
 namespace {

@@ -3,7 +3,7 @@
 
 #pragma once
 
-#include "app/lineart/PixelBox.h"
+#include "app/render/PixelBox.h"
 #include "dg/Camera3D.h"
 
 namespace zrsheet {

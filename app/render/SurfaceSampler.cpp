@@ -4,7 +4,8 @@
 #include <array>
 #include <cmath>
 #include <cstddef>
-#include <limits>
+
+#include "app/render/PixelBox.h"
 
 namespace zrsheet {
 namespace {
@@ -16,21 +17,6 @@ constexpr double kSteepest = 1e6;
 
 // Samples around the boxes of the parts, for rounding.
 constexpr double kWindowSlack = 2.0;
-
-/// Of points in the picture.
-struct Extent {
-    double left = std::numeric_limits<double>::max();
-    double top = std::numeric_limits<double>::max();
-    double right = std::numeric_limits<double>::lowest();
-    double bottom = std::numeric_limits<double>::lowest();
-
-    void Add(const dg::DPoint3D& point) {
-        left = std::min(left, point.x);
-        top = std::min(top, point.y);
-        right = std::max(right, point.x);
-        bottom = std::max(bottom, point.y);
-    }
-};
 
 std::array<dg::DPoint3D, 8> CornersOf(const dg::FBox& box) {
     std::array<dg::DPoint3D, 8> corners;
@@ -67,7 +53,7 @@ void SurfaceSampler::FindGround() { m_window = WindowOfParts(); }
 
 // Most of a page is ground, and a box around each part tells it without a ray.
 SampleWindow SurfaceSampler::WindowOfParts() const {
-    Extent extent;
+    PixelBox extent;
     for (std::uint32_t i = 0; i < m_scene.GetPlacementCount(); ++i) {
         dg::FBox box;
         if (!m_scene.GetShape(i).ComputeDefaultBBox(box)) continue;

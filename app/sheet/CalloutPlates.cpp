@@ -74,7 +74,7 @@ void CalloutPlates::AddLeaders(SheetCallout& plate, const Callout& callout, cons
     for (const unsigned position : callout.GetDrawnLeaders()) {
         dg::DPoint3D world;
         dg::DPoint3D pixel;
-        if (!callout.GetLeaderEnd(position, camera, world, pixel)) continue;
+        if (!callout.GetLeaderEndOnScreen(position, camera, world, pixel)) continue;
         SheetLeader leader;
         leader.place = {world.x, world.y, world.z};
         leader.anchor = OnPage(pixel, m_figure);

@@ -32,6 +32,9 @@ constexpr int kMostGrowthsOnPaper = 4;
 constexpr double kGrowthCost = 0.15;  // of growing once, in faults
 constexpr std::size_t kManyLabels = 600;
 
+// Labels that cannot be read are so much worse than leaders that cross or run into them.
+constexpr std::size_t kWorstFault = 10;
+
 // What is gained by enlarging the model less than that is not worth arranging all labels anew.
 constexpr double kLeastEnlargement = 1.03;
 
@@ -51,15 +54,15 @@ zrcallouts::ScreenBox Grown(const zrcallouts::ScreenBox& page, double wide, doub
     return {page.x0 - wide, page.y0 - high, page.x1 + wide, page.y1 + high};
 }
 
-/// Whether no side of the model has room for the largest label.
-bool IsTight(const zrcallouts::LayoutProblem& problem) {
-    const double wide = problem.rules.distance + zrcallouts::GreatestLength(problem.labels, 0);
-    const double high = problem.rules.distance + zrcallouts::GreatestLength(problem.labels, 1);
-    return !problem.page.Holds(Grown(problem.model, wide, high));
+/// How far the largest label reaches out of the model along an axis.
+double Reach(const zrcallouts::LayoutProblem& problem, int axis) {
+    return problem.rules.distance + zrcallouts::GreatestLength(problem.labels, axis);
 }
 
-// Labels that cannot be read are so much worse than leaders that cross or run into them.
-constexpr std::size_t kWorstFault = 10;
+/// Whether no side of the model has room for the largest label.
+bool IsTight(const zrcallouts::LayoutProblem& problem) {
+    return !problem.page.Holds(Grown(problem.model, Reach(problem, 0), Reach(problem, 1)));
+}
 
 std::size_t BadnessOf(const zrcallouts::LayoutQuality& quality) {
     using enum zrcallouts::LayoutFaultKind;
@@ -71,16 +74,15 @@ std::size_t BadnessOf(const zrcallouts::LayoutQuality& quality) {
 struct BestLayout {
     std::vector<zrcallouts::ScreenPoint> centres;
     double cost = std::numeric_limits<double>::infinity();
-    bool isFaultless = false;
 
     void Try(const zrcallouts::LayoutProblem& problem, int growth) {
-        if (isFaultless) return;
+        const double costOfGrowth = growth * kGrowthCost;
+        if (costOfGrowth >= cost) return;  // not even without faults
         auto next = zrcallouts::SolveLayout(problem);
         const std::size_t badness = BadnessOf(zrcallouts::MeasureLayout(problem, next));
-        const double costs = static_cast<double>(badness) + growth * kGrowthCost;
+        const double costs = static_cast<double>(badness) + costOfGrowth;
         if (costs >= cost) return;
         cost = costs;
-        isFaultless = badness == 0;
         centres = std::move(next);
     }
 };
@@ -122,15 +124,11 @@ PageBox DrawnBox(const Document& document) {
     return drawn;
 }
 
-/// How far labels stand out of the model on each side, or would if the first one came there.
-PageBox RoomForLabels(const Document& document) {
-    const PageBox model = document.Model().ScreenBox();
-    const PageBox drawn = DrawnBox(document);
+/// How far what is drawn stands out of the model on each side, or would if the first label came there.
+PageBox RoomForLabels(const Document& document, const PageBox& model, const PageBox& drawn) {
     const zrcallouts::LayoutProblem problem = OptimalLayoutOf(document)->Describe(document.Callouts());
-    const double wide =
-        std::ceil(problem.rules.distance + zrcallouts::GreatestLength(problem.labels, 0)) + 1.0;
-    const double high =
-        std::ceil(problem.rules.distance + zrcallouts::GreatestLength(problem.labels, 1)) + 1.0;
+    const double wide = std::ceil(Reach(problem, 0)) + 1.0;
+    const double high = std::ceil(Reach(problem, 1)) + 1.0;
     return {std::max(model.x0 - drawn.x0, wide), std::max(model.y0 - drawn.y0, high),
             std::max(drawn.x1 - model.x1, wide), std::max(drawn.y1 - model.y1, high)};
 }
@@ -186,7 +184,8 @@ void FillFigure(Document& document) {
         return box.x0 >= 0.0 && box.y0 >= 0.0 && box.x1 <= width && box.y1 <= height;
     };
     if (!isInFigure(drawn)) return;
-    const auto larger = Enlarged(before, document.Model().ScreenBox(), RoomForLabels(document));
+    const PageBox model = document.Model().ScreenBox();
+    const auto larger = Enlarged(before, model, RoomForLabels(document, model, drawn));
     if (!larger) return;
     LookThrough(document, *larger);
     if (!isInFigure(DrawnBox(document))) LookThrough(document, before);

@@ -28,7 +28,8 @@ std::vector<ScreenPoint> AnchorsOf(const Callout& callout, const dg::Camera3D& c
     dg::DPoint3D world;
     dg::DPoint3D pixel;
     for (const unsigned position : callout.GetDrawnLeaders()) {
-        if (callout.GetLeaderEnd(position, camera, world, pixel)) anchors.push_back({pixel.x, pixel.y});
+        if (callout.GetLeaderEndOnScreen(position, camera, world, pixel))
+            anchors.push_back({pixel.x, pixel.y});
     }
     return anchors;
 }

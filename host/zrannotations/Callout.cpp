@@ -282,13 +282,14 @@ bool Callout::GetInstanceLocationAtPos(dg::Location& out, unsigned position) con
 
 bool Callout::LeadsNowhere() const { return GetLeaderLineCount(false) > 0 && GetDrawnLeaders().empty(); }
 
-bool Callout::GetLeaderEnd(unsigned position, const dg::Camera3D& camera, dg::DPoint3D& world,
-                           dg::DPoint3D& pixel) const {
+bool Callout::GetLeaderEndOnScreen(unsigned position, const dg::Camera3D& camera, dg::DPoint3D& world,
+                                   dg::DPoint3D& pixel) const {
+    LeaderEnd end;
+    if (!GetLeaderEndAtPos(position, end)) return false;
     dg::Location location;
-    GetAnchorAtPos(position, world);
-    GetInstanceLocationAtPos(location, position);
-    world = world * location;
-    if (const auto inset = GetInsetAtPos(position)) return inset->GetObjectPtToScreenPt(world, pixel);
+    end.part->GetLocation(location);
+    world = end.anchor * location;
+    if (end.inset) return end.inset->GetObjectPtToScreenPt(world, pixel);
     pixel = world * camera.GetWorldToPixel();
     return true;
 }

@@ -119,9 +119,9 @@ public:
     /// Whether all that the callout leads to is out of sight: its label would point at nothing. O(leaders).
     bool LeadsNowhere() const;
     /// Where a leader ends in the world, and on the screen: in the glass of the inset that it leads through,
-    /// if it does. False, and the outputs undefined, when that lies outside the glass.
-    bool GetLeaderEnd(unsigned position, const dg::Camera3D& camera, dg::DPoint3D& world,
-                      dg::DPoint3D& pixel) const;
+    /// if it does. False, and the outputs undefined, when that lies outside the glass or the part is gone.
+    bool GetLeaderEndOnScreen(unsigned position, const dg::Camera3D& camera, dg::DPoint3D& world,
+                              dg::DPoint3D& pixel) const;
 
     /// Where on the part a leader should end, in the part's local coordinates; false without geometry.
     bool CalculateAnchor(const du::SmartPtr<zrk::ShapeInstance>& shapeInstance, dg::DPoint3D& out) const;

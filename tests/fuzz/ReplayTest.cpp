@@ -96,7 +96,7 @@ TEST(ZR_REPLAY, EndsWellWithEveryInput) {
     }
 }
 
-// The seed is told with what failed; the same inputs are made every time, more or fewer of them in the time.
+// A failure names its seed. Every run makes the same inputs, as many as it has time for.
 TEST(ZR_REPLAY, EndsWellWithInputsMadeByChance) {
     const auto inputs = Corpus();
     const auto end = std::chrono::steady_clock::now() + kTimeForMadeInputs;
