@@ -16,7 +16,6 @@
 #include "zrk/illustration/CollectionItem.h"
 #include "zrk/illustration/Illustration3dScene.h"
 #include "zrk/illustration/IsRunningIllustrate.h"
-#include "zrk/illustration/ItemsList.h"
 #include "zrk/world/Kernel.h"
 #include "zrk/world/World.h"
 #include "zrkapp/illustration/IllMultiRootContainer.h"
@@ -178,16 +177,7 @@ void Callouts::OnRemoveCallout(const CalloutPtr& callout) {
         RemoveFromSet(callout);
         RemoveFromMap(callout);
     }
-    const auto itemList = GetItemsList();
-    if (!itemList) return;
-    if (const auto combined = du::DynamicCast<CombinedCallout>(callout)) {
-        const std::vector<CalloutPtr> members = combined->GetCalloutVec();
-        for (const auto& member : members) SetIndicated(member, false);
-        return;
-    }
-    unsigned int id = 0;
-    if (!callout->GetItemId(id) || IsItemUsed(id)) return;
-    if (const auto items = itemList->GetZrkItemList()) items->SetIndicated(id, false);
+    SetIndicated(callout, false);
 }
 
 void Callouts::OnRemoveInset(const InsetPtr& inset) {

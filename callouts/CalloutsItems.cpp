@@ -100,6 +100,7 @@ void Callouts::RemoveReferencedCallouts(unsigned int itemId, const du::SmartPtr<
         annoSet->AddAnnotationToSet(callout, operation);
         annoSet->RemoveAnnotationWithDependencies(callout, operation);
         annoSet->RemoveReferencedAnnotation(callout);
+        SetIndicated(callout, false);  // one without leaders was refused, and its item highlighted even so
     }
 }
 

@@ -306,8 +306,10 @@ void Callouts::OnBackgroundColor(const du::SmartPtr<zrk::ShapeView>& view) {
 void Callouts::IndicateItem(unsigned int itemId) {
     const auto itemList = GetItemsList();
     if (const auto items =
-            itemList ? itemList->GetZrkItemList() : du::SmartPtr<zrk::illustration::ItemsList>())
+            itemList ? itemList->GetZrkItemList() : du::SmartPtr<zrk::illustration::ItemsList>()) {
+        const std::lock_guard hold(m_indication);
         items->SetIndicated(itemId, IsItemUsed(itemId));
+    }
 }
 
 void Callouts::SetIndicated(const CalloutPtr& callout, bool indicated) {
@@ -321,6 +323,7 @@ void Callouts::SetIndicated(const CalloutPtr& callout, bool indicated) {
     unsigned int id = 0;
     const auto items = itemList->GetZrkItemList();
     if (!items || !callout->GetItemId(id)) return;
+    const std::lock_guard hold(m_indication);
     if (indicated || !IsItemUsed(id)) items->SetIndicated(id, indicated);
 }
 

@@ -128,6 +128,14 @@ TEST_F(CalloutsItems, CalloutsThatASavedViewRefersToAreDeletedWhole) {
     EXPECT_TRUE(operation->IsRecordable());
 }
 
+TEST_F(CalloutsItems, ASavedCalloutThatLeadsNowhereLeavesNoItemHighlighted) {
+    const auto lost = MakeCallout(m_numbered, m_a, m_seven);
+    lost->RemoveLeaderAtPos(0);
+    m_annoSet->AddReferencedAnnotation(lost);
+    m_engine->OnItemRemoved(m_seven, MakeOperation());
+    EXPECT_FALSE(Items().IsIndicated(m_seven));
+}
+
 TEST_F(CalloutsItems, AClearedListTakesEveryNumberedCalloutAlong) {
     const auto plain = AddCallout(MakeTemplate({Literal("x")}), m_a);
     m_view->SetDirty(false);
