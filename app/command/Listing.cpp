@@ -201,8 +201,10 @@ std::string ListFindings(const std::vector<Finding>& findings) {
 std::string ListQuality(const Sheet& sheet) {
     const zrcallouts::LayoutQuality& quality = sheet.quality;
     TextTable figures = Titled({"column-figure", "column-value"});
+    const char* const more = quality.isComplete ? "" : " +";
     for (const auto kind : kFaultKinds) {
-        figures.Add({Text(std::string("lint-").append(WordFor(kind))), std::to_string(quality.Count(kind))});
+        figures.Add({Text(std::string("lint-").append(WordFor(kind))),
+                     fmt::format("{}{}", quality.Count(kind), more)});
     }
     figures.Add({Text("lint-length"), fmt::format("{:.0f}", quality.length)});
     figures.Add({Text("lint-ratio"), fmt::format("{:.3f}", quality.Ratio())});

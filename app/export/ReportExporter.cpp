@@ -76,6 +76,7 @@ Json ModelJson(const SheetModel& model) {
 Json QualityJson(const Sheet& sheet) {
     const zrcallouts::LayoutQuality& quality = sheet.quality;
     Json json{{"faults", Json::array()},
+              {"complete", quality.isComplete},
               {"leaderLength", Rounded(quality.length)},
               {"shortestLength", Rounded(quality.shortest)},
               {"ratio", std::round(quality.Ratio() * 1e4) / 1e4},

@@ -66,7 +66,9 @@ std::string Named(const Sheet& sheet, zrcallouts::LayoutFaultKind kind) {
     std::string names;
     std::size_t named = 0;
     for (const std::uint32_t callout : callouts) {
-        if (++named > kMostNamed) return fmt::format("{} and {} more", names, callouts.size() - kMostNamed);
+        if (++named > kMostNamed)
+            return fmt::format("{} and {}{} more", names, sheet.quality.isComplete ? "" : "at least ",
+                               callouts.size() - kMostNamed);
         names.append(names.empty() ? "" : ", ").append(NameOf(sheet.callouts[callout]));
     }
     return names;

@@ -10,6 +10,7 @@ namespace zrcallouts {
 namespace {
 
 constexpr double kTolerance = 1e-6;  // pixels; what only touches does no harm
+constexpr std::size_t kManyFaults = 100'000;
 
 using Kind = LayoutFaultKind;
 
@@ -102,6 +103,8 @@ private:
                          [](const Item& a, const Item& b) { return a.box.x0 < b.box.x0; });
         std::vector<const Item*> open;
         for (const Item& item : m_items) {
+            m_quality.isComplete = m_quality.faults.size() < kManyFaults;
+            if (!m_quality.isComplete) return;
             std::erase_if(open, [&item](const Item* other) { return other->box.x1 < item.box.x0; });
             for (const Item* other : open) {
                 if (other->box.y0 <= item.box.y1 && item.box.y0 <= other->box.y1) InspectPair(*other, item);

@@ -30,6 +30,7 @@ struct LayoutFault {
 /// Lengths are pixels.
 struct ZRCALLOUTS_API LayoutQuality {
     std::vector<LayoutFault> faults;  // by kind, then label, then other
+    bool isComplete = true;           // no further labels or leaders are in each other's way
     double length = 0.0;              // of all leaders, from where they start in their labels
     double shortest = 0.0;            // the same if every label was alone on the page
     double displacement = 0.0;        // mean way of labels from where they would be alone
@@ -39,7 +40,8 @@ struct ZRCALLOUTS_API LayoutQuality {
     [[nodiscard]] double Ratio() const { return shortest > 0.0 ? length / shortest : 1.0; }
 };
 
-/// `centres` has one for each label. O(n log n) where labels and leaders lie apart.
+/// `centres` has one for each label. O(n log n) where labels and leaders lie apart. Once a hundred thousand
+/// faults are found, no more pairs are looked at: a sheet so crowded is not repaired pair by pair.
 [[nodiscard]] ZRCALLOUTS_API LayoutQuality MeasureLayout(const LayoutProblem& problem,
                                                          const std::vector<ScreenPoint>& centres);
 

@@ -2,13 +2,12 @@
 
 #include <algorithm>
 #include <limits>
+#include <utility>
 
 namespace zrcallouts {
 namespace {
 
 constexpr int kMostRounds = 60;     // of exchanging and placing; in practice a handful
-constexpr int kLeastRounds = 2;     // where so many labels have so little room that all leaders cross
-constexpr double kMostPairs = 2e7;  // of labels, to look at in all rounds
 constexpr int kMostSorts = 12;      // of one lane at a time
 constexpr double kOrderCost = 3.0;  // pixels of leader that neighbours save at least by changing their order
 constexpr double kNeighbourGain = 1e-3;  // of both leaders, beyond that
@@ -18,26 +17,20 @@ constexpr double kUncrossLoss = 0.05;  // of both leaders, which not crossing ma
 constexpr double kInfinity = std::numeric_limits<double>::infinity();
 constexpr ScreenBox kNothing{kInfinity, kInfinity, -kInfinity, -kInfinity};
 
-int MostRounds(std::size_t labels) {
-    const double rounds = kMostPairs / std::max(static_cast<double>(labels * labels), 1.0);
-    return static_cast<int>(std::clamp<double>(rounds, kLeastRounds, kMostRounds));
-}
-
 }  // namespace
 
 LeaderSwaps::LeaderSwaps(Seating& seating) : m_seating(seating), m_lanes(seating.LaneCount()) {}
 
 bool LeaderSwaps::Run() {
     bool isAnyChanged = false;
-    const int mostRounds = MostRounds(m_seating.Problem().labels.size());
-    for (int round = 0; round < mostRounds; ++round) {
+    for (int round = 0; round < kMostRounds; ++round) {
         bool isChanged = false;
         for (std::size_t lane = 0; lane < m_lanes.size(); ++lane)
             isChanged = SortNeighbours(lane) || isChanged;
         m_sorted = m_seating.Now();
         isChanged = Uncross() || isChanged;
         isAnyChanged = isAnyChanged || isChanged;
-        if (!isChanged) break;
+        if (!isChanged || m_pairsLeft == 0) break;
     }
     return isAnyChanged;
 }
@@ -52,7 +45,8 @@ bool LeaderSwaps::SortNeighbours(std::size_t lane) {
         bool isChanged = false;
         for (std::size_t i = 1; i < labels.size(); ++i) {
             if (!isFresh(labels[i - 1]) && !isFresh(labels[i])) continue;
-            for (std::size_t k = i; k > 0 && TrySwap(labels[k - 1], labels[k], true); --k) isChanged = true;
+            for (std::size_t k = i; k > 0 && MayLook() && TrySwap(labels[k - 1], labels[k], true); --k)
+                isChanged = true;
         }
         if (!isChanged) break;
         isAnyChanged = true;
@@ -92,16 +86,23 @@ void LeaderSwaps::Measure(std::size_t lane) {
         span.isFresh = m_seating.LastMoveOf(m_seating.RowOf(lane)[i]) > m_seen;
         all.isFresh = all.isFresh || span.isFresh;
     }
-    FindReaches(lane);
+    if (!all.spans.empty()) FindReaches(lane, 0, all.spans.size() - 1);
 }
 
-void LeaderSwaps::FindReaches(std::size_t lane) {
+/// After the spans from `first` to `last` have changed. What lies beyond them only changes up to where it
+/// reaches as far as before.
+void LeaderSwaps::FindReaches(std::size_t lane, std::size_t first, std::size_t last) {
     auto& spans = m_lanes[lane].spans;
-    double reach = -kInfinity;
-    for (Span& span : spans) span.reach = reach = std::max(reach, span.to);
-    double back = kInfinity;
-    for (auto span = spans.rbegin(); span != spans.rend(); ++span)
-        span->back = back = std::min(back, span->from);
+    double reach = first > 0 ? spans[first - 1].reach : -kInfinity;
+    for (std::size_t i = first; i < spans.size(); ++i) {
+        reach = std::max(reach, spans[i].to);
+        if (std::exchange(spans[i].reach, reach) == reach && i > last) break;
+    }
+    double back = last + 1 < spans.size() ? spans[last + 1].back : kInfinity;
+    for (std::size_t i = last + 1; i-- > 0;) {
+        back = std::min(back, spans[i].from);
+        if (std::exchange(spans[i].back, back) == back && i < first) break;
+    }
 }
 
 void LeaderSwaps::MeasureOne(std::size_t lane, std::size_t index) {
@@ -126,13 +127,13 @@ bool LeaderSwaps::SwapWithin(std::size_t lane) {
     const auto& labels = m_seating.RowOf(lane);
     for (std::size_t i = 1; i < spans.size(); ++i) {
         for (std::size_t k = i; k-- > 0;) {
-            if (spans[k].reach < spans[i].from) break;
+            if (spans[k].reach < spans[i].from || !MayLook()) break;
             if (!spans[i].isFresh && !spans[k].isFresh) continue;
             if (!spans[k].box.Overlaps(spans[i].box) || !TrySwap(labels[k], labels[i], false)) continue;
             isChanged = true;
             MeasureOne(lane, k);
             MeasureOne(lane, i);
-            FindReaches(lane);
+            FindReaches(lane, k, i);
         }
     }
     return isChanged;
@@ -158,15 +159,15 @@ bool LeaderSwaps::SwapAcross(std::size_t a, std::size_t i, std::size_t b) {
     const auto first = std::partition_point(
         spans.begin(), spans.end(), [&](const Span& other) { return other.reach < span.box.Least(axis); });
     for (auto k = static_cast<std::size_t>(first - spans.begin()); k < spans.size(); ++k) {
-        if (spans[k].back > span.box.Greatest(axis)) break;
+        if (spans[k].back > span.box.Greatest(axis) || !MayLook()) break;
         if (!span.box.Overlaps(spans[k].box)) continue;
         if (!TrySwap(m_seating.RowOf(a)[i], m_seating.RowOf(b)[k], false)) continue;
         isChanged = true;
         MeasureOne(a, i);
         MeasureOne(b, k);
-        FindReaches(b);
+        FindReaches(b, k, k);
     }
-    if (isChanged) FindReaches(a);
+    if (isChanged) FindReaches(a, i, i);
     return isChanged;
 }
 

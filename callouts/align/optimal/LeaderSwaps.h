@@ -26,6 +26,10 @@ public:
     }
 
 private:
+    /// In all runs: many times what labels with room need. Where hopelessly many crowd around one picture,
+    /// all pairs of leaders cross, and the sheet is of no use however long they are exchanged.
+    static constexpr std::size_t kMostPairs = 30'000'000;
+
     /// A label's leaders.
     struct Span {
         ScreenBox box;
@@ -44,12 +48,14 @@ private:
 
     void Measure(std::size_t lane);
     void MeasureOne(std::size_t lane, std::size_t index);
-    void FindReaches(std::size_t lane);
+    void FindReaches(std::size_t lane, std::size_t first, std::size_t last);
     bool SortNeighbours(std::size_t lane);
     bool Uncross();
     bool SwapWithin(std::size_t lane);
     bool SwapBetween(std::size_t a, std::size_t b);
     bool SwapAcross(std::size_t a, std::size_t i, std::size_t b);
+    /// Counts pairs of leaders to look at, so that no end of them ends the layout early.
+    bool MayLook() { return m_pairsLeft > 0 && m_pairsLeft-- > 0; }
     bool TrySwap(std::uint32_t a, std::uint32_t b, bool areNeighbours);
     [[nodiscard]] bool FitsSwapped(std::uint32_t a, std::uint32_t b) const;
     [[nodiscard]] bool WereInOrder(std::uint32_t a, std::uint32_t b) const;
@@ -58,6 +64,7 @@ private:
 
     Seating& m_seating;
     std::vector<LaneSpans> m_lanes;
+    std::size_t m_pairsLeft = kMostPairs;
     std::uint64_t m_sorted = 0;  // what moved up to then stands well beside its neighbours
     std::uint64_t m_seen = 0;    // what moved up to then crosses nothing
 };

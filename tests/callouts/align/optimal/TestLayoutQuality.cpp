@@ -95,5 +95,17 @@ TEST(LayoutQuality, FindsWhatLookingAtAllPairsFinds) {
     }
 }
 
+// A report of all pairs of a hundred thousand labels would fill the disk.
+TEST(LayoutQuality, SaysThatThereAreMoreFaultsThanItLists) {
+    LayoutProblem sheet = MakeSheet({200, 0.6, false}, 1);
+    const ScreenPoint corner{20.0, 20.0};
+    EXPECT_TRUE(MeasureLayout(sheet, std::vector(200, corner)).isComplete);
+    const auto labels = sheet.labels;
+    while (sheet.labels.size() < 4000) sheet.labels.insert(sheet.labels.end(), labels.begin(), labels.end());
+    const LayoutQuality quality = MeasureLayout(sheet, std::vector(sheet.labels.size(), corner));
+    EXPECT_FALSE(quality.isComplete);
+    EXPECT_LT(quality.faults.size(), 4000 * 3999 / 20);
+}
+
 }  // namespace
 }  // namespace zrcallouts
