@@ -302,8 +302,8 @@ private:
     // Guards the containers, the item list pointer and the colours for one access each (see the head of the
     // file).
     mutable std::mutex m_guard;
-    // Held from asking whether an item has callouts to telling the item list, so that of two threads the later
-    // answer stays.
+    // Held from asking whether an item has callouts to telling the item list, so that of two threads the
+    // later answer stays.
     std::mutex m_indication;
     // What the observers reach the engine through; closed when the engine is freed, so that an observer that
     // the host still holds, or that is being notified on another thread, finds nobody instead of a dead

@@ -30,10 +30,10 @@ struct LayoutFault {
 /// Lengths are pixels.
 struct ZRCALLOUTS_API LayoutQuality {
     std::vector<LayoutFault> faults;  // by kind, then label, then other
-    bool isComplete = true;           // no further labels or leaders are in each other's way
     double length = 0.0;              // of all leaders, from where they start in their labels
     double shortest = 0.0;            // the same if every label was alone on the page
     double displacement = 0.0;        // mean way of labels from where they would be alone
+    bool isComplete = true;           // no further labels or leaders are in each other's way
 
     [[nodiscard]] std::size_t Count(LayoutFaultKind kind) const;
     /// Of the length to the shortest; 1 where there are no leaders.

@@ -30,7 +30,7 @@ TEST(ReportExporter, TellsPlacesInPagePixelsRoundedToHundredths) {
         R"("insets":[{"id":"inset-1","centre":[200.0,130.0],"radius":20.0,)"
         R"("source":{"centre":[130.0,145.0],"radius":5.0},"factor":4.0}],)"
         R"("items":[{"itemId":1,"label":"1","quantity":1,"name":"Pump housing","instances":["root/pump"]}],)"
-        R"("quality":{"faults":[{"kind":"label-off-page","callout":"callout-1"}],"leaderLength":30.0,)"
+        R"("quality":{"faults":[{"kind":"label-off-page","callout":"callout-1"}],"complete":true,"leaderLength":30.0,)"
         R"("shortestLength":20.0,"ratio":1.5,"meanDisplacement":0.13,"counts":{"labels-overlap":0,)"
         R"("leaders-cross":0,"leader-meets-label":0,"label-off-page":1,"label-on-model":0}},)"
         R"("seconds":{"load":0.13,"create":1.0,"pick":0.0,"render":2.5,"write":0.0}})");
