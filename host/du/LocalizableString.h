@@ -5,37 +5,54 @@
 #include <map>
 #include <string>
 
+#include "du/LeafLock.h"
 #include "du/Symbol.h"
 
 namespace du {
 
-/// A value; not shared between threads.
+/// A value. Any thread: callouts hand theirs out, and a language change reads it while an author translates.
 class LocalizableString {
 public:
+    LocalizableString() = default;
+    LocalizableString(const LocalizableString& other) : m_content(other.Content()) {}
+    LocalizableString& operator=(const LocalizableString& other);
+    ~LocalizableString() = default;
+
     /// The text in the current user-interface language, else the source text.
     operator Symbol() const;
     /// Replaces the source text; translations and marks stay.
     LocalizableString& operator=(const Symbol& source);
 
-    const Symbol& GetSource() const { return m_source; }
+    Symbol GetSource() const { return Content().source; }
     /// By language.
-    const std::map<std::string, Symbol>& GetTranslations() const { return m_translations; }
+    std::map<std::string, Symbol> GetTranslations() const { return Content().translations; }
 
-    bool empty() const { return m_source.empty() && m_translations.empty(); }
-    void SetTranslation(const std::string& language, const Symbol& text) { m_translations[language] = text; }
+    bool empty() const;
+    void SetTranslation(const std::string& language, const Symbol& text);
     /// Whether labels show this text instead of the generated one.
-    bool IsEnabled() const { return m_isEnabled; }
-    void SetEnabled(bool enabled) { m_isEnabled = enabled; }
-    bool IsDeleted() const { return m_isDeleted; }
-    void SetDeleted(bool deleted) { m_isDeleted = deleted; }
+    bool IsEnabled() const;
+    void SetEnabled(bool enabled);
+    bool IsDeleted() const;
+    void SetDeleted(bool deleted);
 
-    friend bool operator==(const LocalizableString&, const LocalizableString&) = default;
+    friend bool operator==(const LocalizableString& a, const LocalizableString& b) {
+        return a.Content() == b.Content();
+    }
 
 private:
-    Symbol m_source;
-    std::map<std::string, Symbol> m_translations;
-    bool m_isEnabled = false;
-    bool m_isDeleted = false;
+    struct Parts {
+        Symbol source;
+        std::map<std::string, Symbol> translations;
+        bool isEnabled = false;
+        bool isDeleted = false;
+
+        friend bool operator==(const Parts&, const Parts&) = default;
+    };
+
+    Parts Content() const;
+
+    mutable LeafLock m_mutex;  // guards all below
+    Parts m_content;
 };
 
 }  // namespace du

@@ -31,9 +31,9 @@
 
 namespace zrannotations {
 
-/// Any thread: a lock of its own guards all but the localisable text (see GetLocalizableString), and is not
-/// held while others are called. Leaders are counted from 0, those whose part is loaded before those that
-/// wait for theirs; operations on a leader that is gone by then do nothing.
+/// Any thread: a lock of its own guards it, and is not held while others are called. Leaders are counted from
+/// 0, those whose part is loaded before those that wait for theirs; operations on a leader that is gone by
+/// then do nothing.
 class Callout : public Annotation {
 public:
     using SymbolMap = std::map<du::SmartPtr<zrk::Instance>, du::SmartPtr<zrk::Annotation>>;
@@ -145,8 +145,7 @@ public:
     /// generated.
     virtual bool CheckDynamicTextForLegacyCallout(const std::string& generated) const;
     void SetLegacyText(const du::Symbol& text);
-    /// Not guarded: written before the callout is shown and under the engine's write lock, read under its
-    /// lock.
+    /// To read and to change in place: each of its operations is guarded.
     du::LocalizableString& GetLocalizableString() {
         BeforeChange();
         return m_localizable;
@@ -247,7 +246,7 @@ private:
     std::size_t ResolvedCount() const;
     bool LabelFrame(dg::DMat44& toWorld) const;
 
-    mutable du::LeafLock m_mutex;  // guards all below but m_localizable
+    mutable du::LeafLock m_mutex;  // guards all below but m_localizable, which guards itself
     std::vector<LeaderPtr> m_leaders;
     std::map<std::string, du::SmartPtr<zrk::ShapeInstance>>
         m_loaded;  // parts met since leaders began to wait
