@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <string_view>
 #include <utility>
+#include <vector>
 
 #include "callouts/Callouts.h"
 #include "callouts/observers/InsetObserver.h"
@@ -61,11 +62,11 @@ bool IsItemTagTemplate(const du::SmartPtr<TAnnotation>& definition) {
 
 /// Members whose parts are all unknown in this scene have nothing to point at.
 void DropLeaderlessMembers(CombinedCallout& combined) {
-    auto& members = combined.GetCalloutVec();
+    auto members = combined.GetCalloutVec();
     const auto isLeaderless = [](const du::SmartPtr<Callout>& member) {
         return member && member->GetLeaderLineCount(false) == 0;
     };
-    members.erase(std::remove_if(members.begin(), members.end(), isLeaderless), members.end());
+    if (std::erase_if(members, isLeaderless) > 0) combined.SetCalloutVec(std::move(members));
 }
 
 }  // namespace

@@ -1,6 +1,7 @@
 #include "zrannotations/CombinedCallout.h"
 
 #include <algorithm>
+#include <mutex>
 #include <utility>
 
 #include "zrk/annotation/AnnoSet.h"
@@ -17,23 +18,44 @@ CombinedCallout::CombinedCallout(std::vector<du::SmartPtr<Callout>> members)
 
 CombinedCallout::~CombinedCallout() { m_link->Close(); }
 
+std::vector<du::SmartPtr<Callout>> CombinedCallout::GetCalloutVec() const {
+    const std::lock_guard hold(m_membersMutex);
+    return m_members;
+}
+
+void CombinedCallout::SetCalloutVec(std::vector<du::SmartPtr<Callout>> members) {
+    BeforeChange();
+    const std::lock_guard hold(m_membersMutex);
+    m_members.swap(members);
+}
+
+std::shared_ptr<ItemIndex> CombinedCallout::Index() const {
+    const std::lock_guard hold(m_membersMutex);
+    return m_index;
+}
+
 void CombinedCallout::HoldMembers() {
-    for (const auto& member : m_members) {
+    const auto index = Index();
+    for (const auto& member : GetCalloutVec()) {
         if (!member) continue;
         member->SetHolder(m_link);
-        if (m_index) member->FileItem({m_index, m_link});
+        if (index) member->FileItem({index, m_link});
     }
 }
 
 void CombinedCallout::ReleaseMembers() {
-    for (const auto& member : m_members) {
-        if (member && m_index) member->FileItem({});
+    if (!Index()) return;
+    for (const auto& member : GetCalloutVec()) {
+        if (member) member->FileItem({});
     }
 }
 
 void CombinedCallout::SetItemIndex(const std::shared_ptr<ItemIndex>& index) {
     ReleaseMembers();
-    m_index = index;
+    {
+        const std::lock_guard hold(m_membersMutex);
+        m_index = index;
+    }
     HoldMembers();
 }
 
@@ -52,7 +74,8 @@ du::SmartPtr<CombinedCallout> CombinedCallout::Combine(const std::vector<du::Sma
         if (!combined) {
             members.push_back(callout);
         } else {
-            members.insert(members.end(), combined->m_members.begin(), combined->m_members.end());
+            const auto its = combined->GetCalloutVec();
+            members.insert(members.end(), its.begin(), its.end());
         }
     }
     const du::SmartPtr<CombinedCallout> made(zrk::Checked(new CombinedCallout(std::move(members))));
@@ -67,7 +90,7 @@ std::vector<du::SmartPtr<Callout>> CombinedCallout::Dissolve(const du::SmartPtr<
     if (!scene) return {};
     du::SmartPtr<zrk::AnnoSet> annoSet;
     scene->GetAnnoSet(annoSet);
-    const std::vector<du::SmartPtr<Callout>> members = m_members;
+    const std::vector<du::SmartPtr<Callout>> members = GetCalloutVec();
     annoSet->RemoveAnnotationFromSet(du::SmartPtr<zrk::Annotation>(this), operation);
     for (const auto& member : members) annoSet->AddAnnotationToSet(member, operation);
     return members;
@@ -75,7 +98,7 @@ std::vector<du::SmartPtr<Callout>> CombinedCallout::Dissolve(const du::SmartPtr<
 
 CalloutState CombinedCallout::CaptureState() const {
     CalloutState state = Callout::CaptureState();
-    for (const auto& member : m_members) {
+    for (const auto& member : GetCalloutVec()) {
         state.members.push_back({member, member ? member->CaptureState() : CalloutState()});
     }
     return state;
@@ -84,55 +107,72 @@ CalloutState CombinedCallout::CaptureState() const {
 void CombinedCallout::AssignState(const CalloutState& state) {
     Callout::AssignState(state);
     ReleaseMembers();
-    m_members.clear();
+    std::vector<du::SmartPtr<Callout>> members;
+    members.reserve(state.members.size());
     for (const auto& member : state.members) {
         if (member.callout) member.callout->RestoreState(member.state);
-        m_members.push_back(member.callout);
+        members.push_back(member.callout);
+    }
+    {
+        const std::lock_guard hold(m_membersMutex);
+        m_members.swap(members);
     }
     HoldMembers();
-    if (!m_children.empty()) ReattachChildren();
+    if (!GetDependents().empty()) ReattachChildren();
 }
 
 bool CombinedCallout::HasItemId() const {
-    return std::any_of(m_members.begin(), m_members.end(),
+    const auto members = GetCalloutVec();
+    return std::any_of(members.begin(), members.end(),
                        [](const auto& member) { return member && member->HasItemId(); });
 }
 
-bool CombinedCallout::ReferencesItemId(unsigned id) const {
-    return std::any_of(m_members.begin(), m_members.end(),
-                       [id](const auto& member) { return member && member->ReferencesItemId(id); });
+du::SmartPtr<Callout> CombinedCallout::MemberWith(unsigned id) const {
+    const auto members = GetCalloutVec();
+    const auto place = std::find_if(members.begin(), members.end(), [id](const auto& member) {
+        return member && member->ReferencesItemId(id);
+    });
+    return place != members.end() ? *place : du::SmartPtr<Callout>();
 }
 
+bool CombinedCallout::ReferencesItemId(unsigned id) const { return static_cast<bool>(MemberWith(id)); }
+
 bool CombinedCallout::GetItemId(unsigned& id) const {
-    return !m_members.empty() && m_members.front() && m_members.front()->GetItemId(id);
+    const auto members = GetCalloutVec();
+    return !members.empty() && members.front() && members.front()->GetItemId(id);
 }
 
 du::SmartPtr<Callout> CombinedCallout::RemoveItemId(unsigned id) {
-    const auto place = std::find_if(m_members.begin(), m_members.end(), [id](const auto& member) {
-        return member && member->ReferencesItemId(id);
-    });
-    if (place == m_members.end()) return nullptr;
+    const auto removed = MemberWith(id);
+    if (!removed) return nullptr;
     BeforeChange();
-    const du::SmartPtr<Callout> removed = *place;
-    if (m_index) removed->FileItem({});
-    m_members.erase(place);
+    if (Index()) removed->FileItem({});
+    const std::lock_guard hold(m_membersMutex);
+    const auto place = std::find(m_members.begin(), m_members.end(), removed);
+    if (place != m_members.end()) m_members.erase(place);
     std::erase(m_children, du::SmartPtr<zrk::Annotation>(removed));
     return removed;
 }
 
 void CombinedCallout::UpdateLeaderLine() {
-    if (m_members.empty() || !m_members.front()) return;
-    CopyLeaders(*m_members.front());
+    const auto members = GetCalloutVec();
+    if (!members.empty() && members.front()) CopyLeaders(*members.front());
 }
 
 void CombinedCallout::ReattachChildren() {
     HoldMembers();
-    m_children.clear();
-    for (std::size_t i = 1; i < m_members.size(); ++i) {
-        if (m_members[i]) m_children.emplace_back(m_members[i]);
+    const auto members = GetCalloutVec();
+    std::vector<du::SmartPtr<zrk::Annotation>> children;
+    for (std::size_t i = 1; i < members.size(); ++i) {
+        if (members[i]) children.emplace_back(members[i]);
     }
+    const std::lock_guard hold(m_membersMutex);
+    m_children.swap(children);
 }
 
-std::vector<du::SmartPtr<zrk::Annotation>> CombinedCallout::GetDependents() const { return m_children; }
+std::vector<du::SmartPtr<zrk::Annotation>> CombinedCallout::GetDependents() const {
+    const std::lock_guard hold(m_membersMutex);
+    return m_children;
+}
 
 }  // namespace zrannotations

@@ -2,16 +2,16 @@
 
 #pragma once
 
+#include <memory>
 #include <vector>
 
+#include "du/LeafLock.h"
 #include "du/SmartPtr.h"
 #include "zrannotations/Callout.h"
 
 namespace zrannotations {
 
-/// The first member stands for the combined callout itself and lends it its leaders. The list of members is
-/// not guarded: the engine reads and changes it under its write lock, while the callout enters or leaves the
-/// scene.
+/// The first member stands for the combined callout itself and lends it its leaders. Any thread.
 class CombinedCallout : public Callout {
 public:
     explicit CombinedCallout(std::vector<du::SmartPtr<Callout>> members);
@@ -27,11 +27,10 @@ public:
 
     bool IsCombined() const override { return true; }
     /// Members may be null while a document is loading.
-    std::vector<du::SmartPtr<Callout>>& GetCalloutVec() {
-        BeforeChange();
-        return m_members;
-    }
-    unsigned GetCount() const { return static_cast<unsigned>(m_members.size()); }
+    std::vector<du::SmartPtr<Callout>> GetCalloutVec() const;
+    /// They hang on this one once it enters a scene, or its children are attached again.
+    void SetCalloutVec(std::vector<du::SmartPtr<Callout>> members);
+    unsigned GetCount() const { return static_cast<unsigned>(GetCalloutVec().size()); }
 
     bool HasItemId() const override;
     bool ReferencesItemId(unsigned id) const override;
@@ -56,9 +55,13 @@ protected:
 private:
     void HoldMembers();
     void ReleaseMembers();
+    std::shared_ptr<ItemIndex> Index() const;
+    /// The first that carries the item; null when there is none.
+    du::SmartPtr<Callout> MemberWith(unsigned id) const;
 
     const std::shared_ptr<du::BackLink<Callout>> m_link;  // what members find this through
-    std::shared_ptr<ItemIndex> m_index;                   // guarded as the members are
+    mutable du::LeafLock m_membersMutex;                  // guards all below
+    std::shared_ptr<ItemIndex> m_index;
     std::vector<du::SmartPtr<Callout>> m_members;
     std::vector<du::SmartPtr<zrk::Annotation>> m_children;
 };

@@ -85,7 +85,9 @@ TEST_F(CalloutsAnnotations, AddingAgainOnlyIndicatesAndReattaches) {
         new zrannotations::CombinedCallout({MakeCallout(m_literal, m_a), MakeCallout(m_literal, m_b)}));
     Show(combined);
     EXPECT_EQ(combined->GetDependents().size(), 1U);
-    combined->GetCalloutVec().push_back(MakeCallout(m_literal, m_b));
+    CalloutVec members = combined->GetCalloutVec();
+    members.push_back(MakeCallout(m_literal, m_b));
+    combined->SetCalloutVec(members);
     Show(combined);
     EXPECT_EQ(combined->GetDependents().size(), 2U);
 }
