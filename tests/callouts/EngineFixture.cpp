@@ -1,6 +1,7 @@
 #include "tests/callouts/EngineFixture.h"
 
 #include <algorithm>
+#include <cmath>
 #include <iterator>
 #include <utility>
 
@@ -158,6 +159,12 @@ EngineFixture::CalloutPtr EngineFixture::MakeFreeCallout(const TemplatePtr& defi
     return callout;
 }
 
+EngineFixture::CalloutPtr EngineFixture::MakeLabelAt(double x, double y) {
+    const auto callout = MakeFreeCallout(nullptr);
+    callout->SetLabelPosition({0.1 * (x - 200), 0.1 * (150 - y), 0});
+    return callout;
+}
+
 void EngineFixture::Show(const du::SmartPtr<zrk::Annotation>& annotation,
                          const du::SmartPtr<zrk::Operation>& operation) {
     m_annoSet->AddAnnotationToSet(annotation, operation);
@@ -209,6 +216,12 @@ EngineFixture::CalloutVec EngineFixture::OfItem(unsigned itemId) const {
     CalloutVec callouts;
     m_engine->GetItemIdCallouts(itemId, callouts);
     return callouts;
+}
+
+std::string EngineFixture::PixelOf(const CalloutPtr& callout) const {
+    du::SmartPtr<zrk::ShapeView> view = m_view;
+    const dg::DPoint3D p = callout->GetLabelRelativeScreenPosition(view);
+    return std::to_string(std::lround(p.x)) + "," + std::to_string(std::lround(p.y));
 }
 
 du::SmartPtr<zrk::Operation> EngineFixture::MakeOperation() const {

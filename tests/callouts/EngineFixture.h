@@ -83,6 +83,8 @@ protected:
                            std::optional<unsigned> itemId = std::nullopt, const Part* assembly = nullptr,
                            bool isKit = false);
     CalloutPtr MakeFreeCallout(const TemplatePtr& definition, std::optional<unsigned> itemId = std::nullopt);
+    /// A free callout without text whose label stands at the pixel of the view as it was made.
+    CalloutPtr MakeLabelAt(double x, double y);
     /// Enters the annotation into the scene, as the user's commands do.
     void Show(const du::SmartPtr<zrk::Annotation>& annotation,
               const du::SmartPtr<zrk::Operation>& operation = nullptr);
@@ -106,6 +108,8 @@ protected:
     /// The callouts that the engine has registered for the item.
     CalloutVec OfItem(unsigned itemId) const;
     static std::string Text(const CalloutPtr& callout) { return callout->GetText(false).Text(); }
+    /// "x,y": the pixel of the callout's label, rounded.
+    std::string PixelOf(const CalloutPtr& callout) const;
     du::SmartPtr<zrk::Operation> MakeOperation() const;
 
     /// Answers everything that is on its way; returns how much that was.

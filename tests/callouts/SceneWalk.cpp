@@ -42,41 +42,16 @@ SceneWalk::SceneWalk(std::function<unsigned()> random, Host host)
     }
     m_templates = {MakeTemplate({ItemLabel(), Literal(" x "), Reference("System", "zrQTY")}),
                    MakeTemplate({Literal("S"), Reference("Data", "Size")}), MakeTemplate({Literal("Note")})};
+    AddPartActions();
+    AddItemActions();
+    AddCombiningActions();
+    AddTextActions();
+    AddCalloutActions();
+    AddViewActions();
 }
 
-const std::vector<SceneWalk::NamedAction>& SceneWalk::Actions() {
-    static const std::vector<NamedAction> kActions{{"create", &SceneWalk::Create},
-                                                   {"create", &SceneWalk::Create},
-                                                   {"move", &SceneWalk::MovePart},
-                                                   {"show", &SceneWalk::ShowPart},
-                                                   {"remove part", &SceneWalk::RemovePart},
-                                                   {"put part", &SceneWalk::PutPart},
-                                                   {"rename", &SceneWalk::Rename},
-                                                   {"add item", &SceneWalk::AddItemOf},
-                                                   {"edit item", &SceneWalk::EditItem},
-                                                   {"delete item", &SceneWalk::DeleteItem},
-                                                   {"join", &SceneWalk::JoinItem},
-                                                   {"leave", &SceneWalk::LeaveItem},
-                                                   {"clear", &SceneWalk::ClearItems},
-                                                   {"number", &SceneWalk::Number},
-                                                   {"generate", &SceneWalk::Generate},
-                                                   {"combine", &SceneWalk::Combine},
-                                                   {"dissolve", &SceneWalk::Dissolve},
-                                                   {"inset", &SceneWalk::EditInset},
-                                                   {"lead", &SceneWalk::LeadThroughInset},
-                                                   {"template", &SceneWalk::EditTemplate},
-                                                   {"definition", &SceneWalk::ChangeTemplate},
-                                                   {"translate", &SceneWalk::Translate},
-                                                   {"language", &SceneWalk::SwitchLanguage},
-                                                   {"callout", &SceneWalk::EditCallout},
-                                                   {"remove", &SceneWalk::RemoveCallouts},
-                                                   {"free", &SceneWalk::AddFree},
-                                                   {"refer", &SceneWalk::Refer},
-                                                   {"symbol", &SceneWalk::AddSymbolPart},
-                                                   {"remove symbol", &SceneWalk::RemoveSymbolPart},
-                                                   {"hidden", &SceneWalk::DrawHidden},
-                                                   {"view", &SceneWalk::EditView}};
-    return kActions;
+void SceneWalk::AddAction(const char* name, std::function<void(const OperationPtr&)> act) {
+    m_actions.push_back({name, std::move(act)});
 }
 
 void SceneWalk::Walk(const std::function<bool()>& goesOn) {
@@ -143,8 +118,8 @@ std::string SceneWalk::Act(bool& isCommitted) {
 }
 
 std::string SceneWalk::Do(std::size_t action, const OperationPtr& operation) {
-    const auto& [name, act] = Actions()[action];
-    (this->*act)(operation);
+    const auto& [name, act] = m_actions[action];
+    act(operation);
     Settle();
     return name;
 }
@@ -188,180 +163,6 @@ EngineFixture::CalloutPtr SceneWalk::PickCallout() { return Pick(All<zrannotatio
 
 du::SmartPtr<zrk::ShapeInstance> SceneWalk::PickShape() { return Pick(m_scene->GetShapeInstances()); }
 
-void SceneWalk::Create(const OperationPtr&) {
-    CalloutGenerator::Selection selection;
-    for (const auto& part : PickParts()) selection.emplace_back(new SbomInstanceSelectionItem(part.sbom));
-    m_engine->SetTemplate(Pick(m_templates));
-    m_engine->SetCombineForSamePart(Chance(3));
-    m_engine->SetDrawOneForSamePart(Chance(2));
-    CalloutGenerator::CreateCallouts(m_engine, std::move(selection), nullptr);
-}
-
-void SceneWalk::MovePart(const OperationPtr&) {
-    if (const auto part = PickShape()) {
-        m_scene->SetLocation(part, {dg::FMat33::IDENTITY, {Coordinate(), Coordinate(), Coordinate()}});
-    }
-}
-
-void SceneWalk::ShowPart(const OperationPtr&) {
-    for (int i = 0; i < 3; ++i) {
-        if (const auto part = PickShape()) m_scene->SetVisible(part, Chance(2));
-    }
-    if (const auto part = PickShape()) m_scene->SetPhantom(part, Chance(2));
-}
-
-void SceneWalk::RemovePart(const OperationPtr&) {
-    if (const auto part = PickShape()) m_scene->RemoveShapeInstance(part);
-}
-
-void SceneWalk::PutPart(const OperationPtr&) {
-    for (const auto& part : m_parts) m_scene->CreateShapeInstance(part.instance);
-}
-
-void SceneWalk::Rename(const OperationPtr& operation) {
-    std::vector<zrk::BaseTree::PropertyEdit> edits;
-    for (const auto& part : PickParts()) {
-        std::optional<du::Symbol> value(du::Symbol("M" + std::to_string(Below(9))));
-        if (Chance(4)) value.reset();
-        edits.push_back({part.sbom, du::Symbol("Data"), du::Symbol("Size"), value});
-    }
-    zrk::World::GetWorld()->GetTree()->EditProperties(edits, operation);
-}
-
-void SceneWalk::AddItemOf(const OperationPtr& operation) {
-    m_itemList->AddItem(PickInstances(), Chance(3) ? "X" : "", !Chance(4), Chance(2), operation);
-}
-
-void SceneWalk::EditItem(const OperationPtr& operation) {
-    const unsigned id = PickItem();
-    switch (Below(4)) {
-        case 0:
-            m_itemList->SetLabel(id, Chance(2) ? "" : "L" + std::to_string(Below(5)), operation);
-            break;
-        case 1:
-            m_itemList->SetTag(id, "T" + std::to_string(Below(5)), operation);
-            break;
-        case 2:
-            m_itemList->SetItemized(id, Chance(2), operation);
-            break;
-        default:
-            m_itemList->SetNumber(id, Below(30), operation);
-    }
-}
-
-void SceneWalk::DeleteItem(const OperationPtr& operation) {
-    const unsigned id = PickItem();
-    OperationPtr target = operation;
-    if (Chance(2)) m_engine->OnItemRemoved(id, operation);
-    m_itemList->DeleteItem(id, target);
-}
-
-void SceneWalk::JoinItem(const OperationPtr& operation) {
-    m_hasRegrouped = true;
-    const unsigned id = PickItem();
-    const auto instances = PickInstances();
-    m_itemList->JoinItem(id, instances, operation);
-    m_engine->UpdateItemGroupCalloutLeaders(id, {instances.begin(), instances.end()}, {}, operation);
-}
-
-void SceneWalk::LeaveItem(const OperationPtr& operation) {
-    m_hasRegrouped = true;
-    const unsigned id = PickItem();
-    const std::vector<SbomPtr> instances{Pick(Items().GetOrderedInstances(id))};
-    if (!instances.front()) return;
-    m_itemList->LeaveItem(id, instances, operation);
-    m_engine->UpdateItemGroupCalloutLeaders(id, {}, {instances.begin(), instances.end()}, operation);
-    // A label that leads nowhere any more goes too.
-    for (const auto& callout : OfItem(id)) {
-        if (callout->GetLeaderLineCount(true) == 0) m_annoSet->RemoveAnnotationFromSet(callout, operation);
-    }
-}
-
-void SceneWalk::ClearItems(const OperationPtr& operation) {
-    if (!Chance(4)) return;
-    if (Chance(2)) m_engine->OnListCleared(operation);
-    m_itemList->Clear(operation);
-}
-
-void SceneWalk::Number(const OperationPtr& operation) {
-    m_itemList->SetNumbering({Chance(2), Chance(2) ? "P" : "", "-"}, operation);
-}
-
-void SceneWalk::Generate(const OperationPtr& operation) {
-    m_itemList->GenerateFromStructure(m_root.sbom, operation);
-}
-
-void SceneWalk::Combine(const OperationPtr& operation) {
-    CalloutVec callouts;
-    for (const auto& callout : All<zrannotations::Callout>()) {
-        if (Chance(4) && callouts.size() < 4) callouts.push_back(callout);
-    }
-    zrannotations::CombinedCallout::Combine(callouts, operation);
-}
-
-void SceneWalk::Dissolve(const OperationPtr& operation) {
-    if (const auto combined = Pick(All<zrannotations::CombinedCallout>())) combined->Dissolve(operation);
-}
-
-void SceneWalk::EditInset(const OperationPtr&) {
-    const auto inset = Pick(All<zrannotations::Inset>());
-    if (!inset) {
-        AddInset(50.0 + Below(300), 50.0 + Below(200));
-        return;
-    }
-    switch (Below(7)) {
-        case 0:
-            inset->Displace({Coordinate(), Coordinate(), 0}, Chance(4));
-            break;
-        case 1:
-            inset->SetRadius(20.0 + Below(80));
-            break;
-        case 2:
-            inset->SetFactor(1.5F + static_cast<float>(Below(5)), Chance(4));
-            break;
-        case 3:
-            inset->SetVisible(!inset->IsVisible());
-            break;
-        case 4:
-            inset->SetSource({100.0 + Below(200), 100.0 + Below(100), 0});
-            break;
-        case 5:
-            m_annoSet->RemoveAnnotationFromSet(inset, nullptr);
-            break;
-        default:
-            AddInset(50.0 + Below(300), 50.0 + Below(200));
-    }
-}
-
-void SceneWalk::LeadThroughInset(const OperationPtr&) {
-    const auto inset = Pick(All<zrannotations::Inset>());
-    if (const auto callout = PickCallout()) callout->LeadThrough(Chance(3) ? nullptr : inset, 0);
-}
-
-void SceneWalk::EditTemplate(const OperationPtr& operation) {
-    std::vector<ContentPtr> contents{Literal("T" + std::to_string(Below(9)))};
-    if (Chance(2)) contents.push_back(Reference("Data", "Size"));
-    if (Chance(2)) contents.push_back(ItemLabel());
-    Pick(m_templates)->SetTextContent(std::move(contents), operation);
-}
-
-void SceneWalk::ChangeTemplate(const OperationPtr&) {
-    auto callout = PickCallout();
-    if (!callout || callout->IsCombined()) return;
-    callout->UpdateDefinition(Pick(m_templates));
-    m_engine->CheckForTypeUpdate(callout);
-    m_engine->SetCalloutText(callout);
-}
-
-void SceneWalk::Translate(const OperationPtr&) {
-    const auto callout = PickCallout();
-    if (!callout) return;
-    auto& text = callout->GetLocalizableString();
-    text = du::Symbol("source" + std::to_string(Below(9)));
-    text.SetTranslation("de", du::Symbol("Text" + std::to_string(Below(9))));
-    text.SetEnabled(!Chance(4));
-}
-
 void SceneWalk::SwitchLanguage(const OperationPtr& operation) {
     const std::string former = du::Localizer::GetLanguage();
     const std::string language = former == "en" ? "de" : "en";
@@ -370,101 +171,241 @@ void SceneWalk::SwitchLanguage(const OperationPtr& operation) {
                                          [language] { zrk::World::GetWorld()->SetLanguage(language); }));
 }
 
-void SceneWalk::EditCallout(const OperationPtr&) {
-    const auto callout = PickCallout();
-    if (!callout) return;
-    switch (Below(8)) {
-        case 0:
-            callout->SetLabelPosition({Coordinate(), Coordinate(), 0});
-            break;
-        case 1:
-            callout->SetLabelScreenSpaceMode(m_view);
-            break;
-        case 2:
-            callout->SetAnchor({Coordinate(), Coordinate(), 1}, 0);
-            break;
-        case 3:
-            callout->SetText(du::Symbol("own"), false);
-            break;
-        case 4:
-            callout->SetVisible("", Chance(2));
-            break;
-        case 5:
-            callout->ShowAllLeaders(nullptr);
-            break;
-        case 6:
-            callout->SetCustomCallout(Chance(2));
-            break;
-        default:
-            callout->SetSymbolIdAtPos(Below(9), 0);
-    }
+void SceneWalk::AddPartActions() {
+    const auto create = [this](const OperationPtr&) {
+        CalloutGenerator::Selection selection;
+        for (const auto& part : PickParts()) selection.emplace_back(new SbomInstanceSelectionItem(part.sbom));
+        m_engine->SetTemplate(Pick(m_templates));
+        m_engine->SetCombineForSamePart(Chance(3));
+        m_engine->SetDrawOneForSamePart(Chance(2));
+        CalloutGenerator::CreateCallouts(m_engine, std::move(selection), nullptr);
+    };
+    AddAction("create", create);
+    AddAction("create", create);  // twice as often as the others
+    AddAction("move", [this](const OperationPtr&) {
+        if (const auto part = PickShape()) {
+            m_scene->SetLocation(part, {
+                                           dg::FMat33::IDENTITY,
+                                           AnyPlace(Coordinate()),
+                                       });
+        }
+    });
+    AddAction("show", [this](const OperationPtr&) {
+        for (int i = 0; i < 3; ++i) {
+            if (const auto part = PickShape()) m_scene->SetVisible(part, Chance(2));
+        }
+        if (const auto part = PickShape()) m_scene->SetPhantom(part, Chance(2));
+    });
+    AddAction("remove part", [this](const OperationPtr&) {
+        if (const auto part = PickShape()) m_scene->RemoveShapeInstance(part);
+    });
+    AddAction("put part", [this](const OperationPtr&) {
+        for (const auto& part : m_parts) m_scene->CreateShapeInstance(part.instance);
+    });
+    AddAction("rename", [this](const OperationPtr& operation) {
+        std::vector<zrk::BaseTree::PropertyEdit> edits;
+        for (const auto& part : PickParts()) {
+            std::optional<du::Symbol> value(du::Symbol("M" + std::to_string(Below(9))));
+            if (Chance(4)) value.reset();
+            edits.push_back({part.sbom, du::Symbol("Data"), du::Symbol("Size"), value});
+        }
+        zrk::World::GetWorld()->GetTree()->EditProperties(edits, operation);
+    });
 }
 
-void SceneWalk::RemoveCallouts(const OperationPtr& operation) {
-    for (const auto& callout : All<zrannotations::Callout>()) {
-        if (!Chance(4)) continue;
-        m_annoSet->RemoveAnnotationWithDependencies(callout, Chance(2) ? operation : nullptr);
-    }
+void SceneWalk::AddItemActions() {
+    AddAction("add item", [this](const OperationPtr& operation) {
+        m_itemList->AddItem(PickInstances(), Chance(3) ? "X" : "", !Chance(4), Chance(2), operation);
+    });
+    AddAction("edit item", [this](const OperationPtr& operation) {
+        const unsigned id = PickItem();
+        DoOneOf({
+            [&] { m_itemList->SetLabel(id, Chance(2) ? "" : "L" + std::to_string(Below(5)), operation); },
+            [&] { m_itemList->SetTag(id, "T" + std::to_string(Below(5)), operation); },
+            [&] { m_itemList->SetItemized(id, Chance(2), operation); },
+            [&] { m_itemList->SetNumber(id, Below(30), operation); },
+        });
+    });
+    AddAction("delete item", [this](const OperationPtr& operation) {
+        const unsigned id = PickItem();
+        OperationPtr target = operation;
+        if (Chance(2)) m_engine->OnItemRemoved(id, operation);
+        m_itemList->DeleteItem(id, target);
+    });
+    AddAction("join", [this](const OperationPtr& operation) {
+        m_hasRegrouped = true;
+        const unsigned id = PickItem();
+        const auto instances = PickInstances();
+        m_itemList->JoinItem(id, instances, operation);
+        m_engine->UpdateItemGroupCalloutLeaders(id, {instances.begin(), instances.end()}, {}, operation);
+    });
+    AddAction("leave", [this](const OperationPtr& operation) {
+        m_hasRegrouped = true;
+        const unsigned id = PickItem();
+        const std::vector<SbomPtr> instances{Pick(Items().GetOrderedInstances(id))};
+        if (!instances.front()) return;
+        m_itemList->LeaveItem(id, instances, operation);
+        m_engine->UpdateItemGroupCalloutLeaders(id, {}, {instances.begin(), instances.end()}, operation);
+        // A label that leads nowhere any more goes too.
+        for (const auto& callout : OfItem(id)) {
+            if (callout->GetLeaderLineCount(true) == 0)
+                m_annoSet->RemoveAnnotationFromSet(callout, operation);
+        }
+    });
+    AddAction("clear", [this](const OperationPtr& operation) {
+        if (!Chance(4)) return;
+        if (Chance(2)) m_engine->OnListCleared(operation);
+        m_itemList->Clear(operation);
+    });
+    AddAction("number", [this](const OperationPtr& operation) {
+        m_itemList->SetNumbering({Chance(2), Chance(2) ? "P" : "", "-"}, operation);
+    });
+    AddAction("generate", [this](const OperationPtr& operation) {
+        m_itemList->GenerateFromStructure(m_root.sbom, operation);
+    });
 }
 
-void SceneWalk::AddFree(const OperationPtr& operation) { Show(MakeFreeCallout(m_templates[2]), operation); }
-
-void SceneWalk::Refer(const OperationPtr&) {
-    const auto callout = PickCallout();
-    if (!callout) return;
-    if (m_annoSet->IsReferencedAnnotation(callout)) {
-        m_annoSet->RemoveReferencedAnnotation(callout);
-    } else {
-        m_annoSet->AddReferencedAnnotation(callout);
-    }
+void SceneWalk::AddCombiningActions() {
+    AddAction("combine", [this](const OperationPtr& operation) {
+        CalloutVec callouts;
+        for (const auto& callout : All<zrannotations::Callout>()) {
+            if (Chance(4) && callouts.size() < 4) callouts.push_back(callout);
+        }
+        zrannotations::CombinedCallout::Combine(callouts, operation);
+    });
+    AddAction("dissolve", [this](const OperationPtr& operation) {
+        if (const auto combined = Pick(All<zrannotations::CombinedCallout>())) combined->Dissolve(operation);
+    });
+    AddAction("inset", [this](const OperationPtr&) {
+        const auto inset = Pick(All<zrannotations::Inset>());
+        if (!inset) {
+            AddInset(50.0 + Below(300), 50.0 + Below(200));
+            return;
+        }
+        DoOneOf({
+            [&] {
+                inset->Displace({Coordinate(), Coordinate(), 0}, Chance(4));
+            },
+            [&] { inset->SetRadius(20.0 + Below(80)); },
+            [&] { inset->SetFactor(1.5F + static_cast<float>(Below(5)), Chance(4)); },
+            [&] { inset->SetVisible(!inset->IsVisible()); },
+            [&] {
+                inset->SetSource({100.0 + Below(200), 100.0 + Below(100), 0});
+            },
+            [&] { m_annoSet->RemoveAnnotationFromSet(inset, nullptr); },
+            [&] { AddInset(50.0 + Below(300), 50.0 + Below(200)); },
+        });
+    });
+    AddAction("lead", [this](const OperationPtr&) {
+        const auto inset = Pick(All<zrannotations::Inset>());
+        if (const auto callout = PickCallout()) callout->LeadThrough(Chance(3) ? nullptr : inset, 0);
+    });
 }
 
-void SceneWalk::AddSymbolPart(const OperationPtr& operation) {
-    Part symbol;
-    if (m_symbols.size() < kMostSymbols) {
-        symbol = AddSymbol("symbol" + std::to_string(m_symbols.size()), {Coordinate(), Coordinate(), 4});
-        m_symbols.push_back(symbol);
-    } else {
-        symbol = Pick(m_symbols);
-        du::SmartPtr<zrk::ShapeInstance> shown;
-        m_scene->GetShapeInstance(symbol.instance, shown);
-        if (shown) return;
-        symbol.shape = m_scene->CreateShapeInstance(symbol.instance);
-    }
-    Show(du::SmartPtr<zrk::Annotation>(zrk::Checked(new zrannotations::SymbolAnnotation(symbol.instance))),
-         operation);
-    Show(MakeCallout(m_templates[2], symbol), operation);
+void SceneWalk::AddTextActions() {
+    AddAction("template", [this](const OperationPtr& operation) {
+        std::vector<ContentPtr> contents{Literal("T" + std::to_string(Below(9)))};
+        if (Chance(2)) contents.push_back(Reference("Data", "Size"));
+        if (Chance(2)) contents.push_back(ItemLabel());
+        Pick(m_templates)->SetTextContent(std::move(contents), operation);
+    });
+    AddAction("definition", [this](const OperationPtr&) {
+        auto callout = PickCallout();
+        if (!callout || callout->IsCombined()) return;
+        callout->UpdateDefinition(Pick(m_templates));
+        m_engine->CheckForTypeUpdate(callout);
+        m_engine->SetCalloutText(callout);
+    });
+    AddAction("translate", [this](const OperationPtr&) {
+        const auto callout = PickCallout();
+        if (!callout) return;
+        auto& text = callout->GetLocalizableString();
+        text = du::Symbol("source" + std::to_string(Below(9)));
+        text.SetTranslation("de", du::Symbol("Text" + std::to_string(Below(9))));
+        text.SetEnabled(!Chance(4));
+    });
+    AddAction("language", [this](const OperationPtr& operation) { SwitchLanguage(operation); });
 }
 
-void SceneWalk::RemoveSymbolPart(const OperationPtr&) {
-    const auto symbol = Pick(All<zrannotations::SymbolAnnotation>());
-    if (!symbol) return;
-    du::SmartPtr<zrk::ShapeInstance> part;
-    m_scene->GetShapeInstance(symbol->GetInstance(), part);
-    if (part) m_scene->RemoveShapeInstance(part);
-    m_annoSet->RemoveAnnotationFromSet(symbol, nullptr);
+void SceneWalk::AddCalloutActions() {
+    AddAction("callout", [this](const OperationPtr&) {
+        const auto callout = PickCallout();
+        if (!callout) return;
+        DoOneOf({
+            [&] { callout->SetLabelPosition(AnyPlace(0)); },
+            [&] { callout->SetLabelScreenSpaceMode(m_view); },
+            [&] { callout->SetAnchor(AnyPlace(1), 0); },
+            [&] { callout->SetText(du::Symbol("own"), false); },
+            [&] { callout->SetVisible("", Chance(2)); },
+            [&] { callout->ShowAllLeaders(nullptr); },
+            [&] { callout->SetCustomCallout(Chance(2)); },
+            [&] { callout->SetSymbolIdAtPos(Below(9), 0); },
+        });
+    });
+    AddAction("remove", [this](const OperationPtr& operation) {
+        for (const auto& callout : All<zrannotations::Callout>()) {
+            if (!Chance(4)) continue;
+            m_annoSet->RemoveAnnotationWithDependencies(callout, Chance(2) ? operation : nullptr);
+        }
+    });
+    AddAction("free",
+              [this](const OperationPtr& operation) { Show(MakeFreeCallout(m_templates[2]), operation); });
+    AddAction("refer", [this](const OperationPtr&) {
+        const auto callout = PickCallout();
+        if (!callout) return;
+        if (m_annoSet->IsReferencedAnnotation(callout)) {
+            m_annoSet->RemoveReferencedAnnotation(callout);
+        } else {
+            m_annoSet->AddReferencedAnnotation(callout);
+        }
+    });
 }
 
-void SceneWalk::DrawHidden(const OperationPtr& operation) {
-    const du::SmartPtr<zrk::OperationStep> step(
-        new CalloutsDrawWhenHiddenOperationStep(m_engine, !m_scene->GetDrawWhenHidden()));
-    operation->AddStep(step);
-    step->Redo();
-}
-
-void SceneWalk::EditView(const OperationPtr&) {
-    const float grey = static_cast<float>(Below(9)) / 9.0F;
-    switch (Below(3)) {
-        case 0:
-            m_view->SetCamera(dg::Camera3D::Orthographic({Coordinate(), Coordinate(), 0}, {0, 0.1, -1},
-                                                         {0, 1, 0}, 5.0 + Below(9), 0, 0, 100.0));
-            break;
-        case 1:
-            m_view->Resize(200 + static_cast<int>(Below(400)), 200 + static_cast<int>(Below(300)));
-            break;
-        default:
-            m_view->SetBackgroundColors({grey, 0, 0, 1}, {0, grey, 0, 1}, {0, 0, grey, 1});
-    }
+void SceneWalk::AddViewActions() {
+    AddAction("symbol", [this](const OperationPtr& operation) {
+        Part symbol;
+        if (m_symbols.size() < kMostSymbols) {
+            symbol = AddSymbol("symbol" + std::to_string(m_symbols.size()), AnyPlace(4));
+            m_symbols.push_back(symbol);
+        } else {
+            symbol = Pick(m_symbols);
+            du::SmartPtr<zrk::ShapeInstance> shown;
+            m_scene->GetShapeInstance(symbol.instance, shown);
+            if (shown) return;
+            symbol.shape = m_scene->CreateShapeInstance(symbol.instance);
+        }
+        Show(
+            du::SmartPtr<zrk::Annotation>(zrk::Checked(new zrannotations::SymbolAnnotation(symbol.instance))),
+            operation);
+        Show(MakeCallout(m_templates[2], symbol), operation);
+    });
+    AddAction("remove symbol", [this](const OperationPtr&) {
+        const auto symbol = Pick(All<zrannotations::SymbolAnnotation>());
+        if (!symbol) return;
+        du::SmartPtr<zrk::ShapeInstance> part;
+        m_scene->GetShapeInstance(symbol->GetInstance(), part);
+        if (part) m_scene->RemoveShapeInstance(part);
+        m_annoSet->RemoveAnnotationFromSet(symbol, nullptr);
+    });
+    AddAction("hidden", [this](const OperationPtr& operation) {
+        const du::SmartPtr<zrk::OperationStep> step(
+            new CalloutsDrawWhenHiddenOperationStep(m_engine, !m_scene->GetDrawWhenHidden()));
+        operation->AddStep(step);
+        step->Redo();
+    });
+    AddAction("view", [this](const OperationPtr&) {
+        const float grey = static_cast<float>(Below(9)) / 9.0F;
+        DoOneOf({
+            [&] {
+                m_view->SetCamera(dg::Camera3D::Orthographic(AnyPlace(0), {0, 0.1, -1}, {0, 1, 0},
+                                                             5.0 + Below(9), 0, 0, 100.0));
+            },
+            [&] { m_view->Resize(200 + static_cast<int>(Below(400)), 200 + static_cast<int>(Below(300))); },
+            [&] {
+                m_view->SetBackgroundColors({grey, 0, 0, 1}, {0, grey, 0, 1}, {0, 0, grey, 1});
+            },
+        });
+    });
 }
 
 }  // namespace zrcallouts

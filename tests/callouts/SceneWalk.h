@@ -27,9 +27,9 @@ protected:
     using OperationPtr = du::SmartPtr<zrk::Operation>;
 
     /// Does something, or the action of that number, and settles; what it was.
-    std::string DoOne(const OperationPtr& operation) { return Do(Below(Actions().size()), operation); }
+    std::string DoOne(const OperationPtr& operation) { return Do(Below(m_actions.size()), operation); }
     std::string Do(std::size_t action, const OperationPtr& operation);
-    static std::size_t GetActionCount() { return Actions().size(); }
+    std::size_t GetActionCount() const { return m_actions.size(); }
     /// Waits until nothing of the scene is on its way any more.
     virtual void Settle();
     virtual void SwitchLanguage(const OperationPtr& operation);
@@ -41,17 +41,15 @@ protected:
     void ForgetRegrouping() { m_hasRegrouped = false; }
 
 private:
-    using Action = void (SceneWalk::*)(const OperationPtr&);
     struct NamedAction {
         const char* name;
-        Action action;
+        std::function<void(const OperationPtr&)> act;
     };
     /// A state of the scene, and how it came about.
     struct State {
         std::string dump;
         std::string name;
     };
-    static const std::vector<NamedAction>& Actions();
 
     void Step();
     void GoOn();
@@ -61,6 +59,7 @@ private:
     std::string Act(bool& isCommitted);
 
     double Coordinate() { return static_cast<double>(Below(2000)) / 100.0 - 10.0; }
+    dg::DPoint3D AnyPlace(double z) { return {Coordinate(), Coordinate(), z}; }
     template <class T>
     T Pick(const std::vector<T>& choices) {
         return choices.empty() ? T() : choices[Below(choices.size())];
@@ -73,37 +72,17 @@ private:
     du::SmartPtr<zrk::ShapeInstance> PickShape();
     unsigned PickItem() { return Pick(Items().GetItemIds()); }
 
-    void Create(const OperationPtr&);
-    void MovePart(const OperationPtr&);
-    void ShowPart(const OperationPtr&);
-    void RemovePart(const OperationPtr&);
-    void PutPart(const OperationPtr&);
-    void Rename(const OperationPtr& operation);
-    void AddItemOf(const OperationPtr& operation);
-    void EditItem(const OperationPtr& operation);
-    void DeleteItem(const OperationPtr& operation);
-    void JoinItem(const OperationPtr& operation);
-    void LeaveItem(const OperationPtr& operation);
-    void ClearItems(const OperationPtr& operation);
-    void Number(const OperationPtr& operation);
-    void Generate(const OperationPtr& operation);
-    void Combine(const OperationPtr& operation);
-    void Dissolve(const OperationPtr& operation);
-    void EditInset(const OperationPtr&);
-    void LeadThroughInset(const OperationPtr&);
-    void EditTemplate(const OperationPtr& operation);
-    void ChangeTemplate(const OperationPtr&);
-    void Translate(const OperationPtr&);
-    void EditCallout(const OperationPtr&);
-    void RemoveCallouts(const OperationPtr& operation);
-    void AddFree(const OperationPtr& operation);
-    void Refer(const OperationPtr&);
-    void AddSymbolPart(const OperationPtr& operation);
-    void RemoveSymbolPart(const OperationPtr&);
-    void DrawHidden(const OperationPtr& operation);
-    void EditView(const OperationPtr&);
+    void AddPartActions();
+    void AddItemActions();
+    void AddCombiningActions();
+    void AddTextActions();
+    void AddCalloutActions();
+    void AddViewActions();
+    void AddAction(const char* name, std::function<void(const OperationPtr&)> act);
+    void DoOneOf(const std::vector<std::function<void()>>& choices) { choices[Below(choices.size())](); }
 
     std::function<unsigned()> m_random;
+    std::vector<NamedAction> m_actions;
     std::vector<Part> m_parts;
     std::vector<TemplatePtr> m_templates;
     std::vector<State> m_states;  // by the number of entries that lead to them

@@ -2,7 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include <cmath>
 #include <string>
 #include <vector>
 
@@ -24,15 +23,11 @@ protected:
     };
 
     CalloutPtr At(int x, int y) {
-        const auto callout = MakeFreeCallout(nullptr);
-        callout->SetLabelPosition(World(x, y));
+        const auto callout = MakeLabelAt(x, y);
         m_annotations.emplace_back(callout);
         return callout;
     }
-    AnnotationPtr AddOther() {
-        m_annotations.emplace_back(new zrannotations::SymbolAnnotation(nullptr));
-        return m_annotations.back();
-    }
+    void AddOther() { m_annotations.emplace_back(new zrannotations::SymbolAnnotation(nullptr)); }
     void Labels(const std::vector<Pixel>& pixels) {
         m_annotations.clear();
         for (const Pixel& pixel : pixels) At(pixel.x, pixel.y);
@@ -40,19 +35,12 @@ protected:
     bool Run(int mode, const du::SmartPtr<zrk::Operation>& operation = nullptr) {
         return Align(m_annotations, static_cast<Align_Mode>(mode), m_view, operation).Execute();
     }
-    static dg::DPoint3D World(int x, int y) { return {0.1 * (x - 200), 0.1 * (150 - y), 0}; }
-    static std::string Place(const zrannotations::Callout& callout) {
-        dg::DPoint3D p;
-        callout.GetMarkupLabelPosition(p);
-        return std::to_string(std::lround(200 + 10 * p.x)) + "," +
-               std::to_string(std::lround(150 - 10 * p.y));
-    }
     /// "x,y x,y -": the labels in the order of the vector; a dash for what is no callout.
     std::string Places() const {
         std::string places;
         for (const auto& annotation : m_annotations) {
             const auto callout = du::DynamicCast<zrannotations::Callout>(annotation);
-            places += (places.empty() ? "" : " ") + (callout ? Place(*callout) : "-");
+            places += (places.empty() ? "" : " ") + (callout ? PixelOf(callout) : "-");
         }
         return places;
     }
@@ -161,10 +149,7 @@ TEST_F(AlignTest, KeepsLabelsInScreenSpaceThere) {
     m_view->SetCamera(dg::Camera3D::Orthographic({1, 0, 0}, {0, 0, -1}, {0, 1, 0}, 10.0, 400, 300, 100.0));
     ASSERT_TRUE(Run(AlignMaxX, MakeOperation()));
     EXPECT_TRUE(held->IsLabelInScreenSpace());
-    du::SmartPtr<zrk::ShapeView> view = m_view;
-    EXPECT_NEAR(held->GetLabelRelativeScreenPosition(view).x, 250, 1e-6);
-    EXPECT_NEAR(held->GetLabelRelativeScreenPosition(view).y, 100, 1e-6);
-    EXPECT_NEAR(free->GetLabelRelativeScreenPosition(view).x, 250, 1e-6);
+    EXPECT_EQ(Places(), "250,60 250,100");
     EXPECT_FALSE(free->IsLabelInScreenSpace());
     const dg::DPoint3D kept = held->GetPosition();
     ASSERT_TRUE(m_scene->GetHistory().Undo());

@@ -2,7 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include <cmath>
 #include <set>
 #include <string>
 
@@ -13,25 +12,13 @@ namespace {
 
 class LayoutTest : public EngineFixture {
 protected:
-    /// A free label at the pixel.
-    CalloutPtr At(double x, double y) {
-        const auto callout = MakeFreeCallout(nullptr);
-        callout->SetLabelPosition({0.1 * (x - 200), 0.1 * (150 - y), 0});
-        return callout;
-    }
     bool Arrange(const CalloutVec& callouts) {
         return Layout(m_engine, m_view).Execute({callouts.begin(), callouts.end()});
     }
-    static std::string Place(const CalloutPtr& callout) {
-        dg::DPoint3D p;
-        callout->GetMarkupLabelPosition(p);
-        return std::to_string(std::lround(200 + 10 * p.x)) + "," +
-               std::to_string(std::lround(150 - 10 * p.y));
-    }
     std::string PlaceAlone(double x, double y) {
-        const auto callout = At(x, y);
+        const auto callout = MakeLabelAt(x, y);
         EXPECT_TRUE(Arrange({callout}));
-        return Place(callout);
+        return PixelOf(callout);
     }
 };
 
@@ -57,19 +44,19 @@ TEST_F(LayoutAroundABox, SendsEveryLabelToTheNearestSide) {
 }
 
 TEST_F(LayoutAroundABox, SpacesTheLabelsOfASideFromTheLeastOn) {
-    const CalloutVec left{At(165, 150), At(165, 140), At(165, 145)};
-    const CalloutVec top{At(205, 115), At(195, 115)};
-    const CalloutVec alone{At(238, 150)};
+    const CalloutVec left{MakeLabelAt(165, 150), MakeLabelAt(165, 140), MakeLabelAt(165, 145)};
+    const CalloutVec top{MakeLabelAt(205, 115), MakeLabelAt(195, 115)};
+    const CalloutVec alone{MakeLabelAt(238, 150)};
     CalloutVec all = left;
     all.insert(all.end(), top.begin(), top.end());
     all.push_back(alone[0]);
     ASSERT_TRUE(Arrange(all));
-    EXPECT_EQ(Place(left[1]), "160,140");
-    EXPECT_EQ(Place(left[2]), "160,170");
-    EXPECT_EQ(Place(left[0]), "160,200");
-    EXPECT_EQ(Place(top[1]), "195,110");
-    EXPECT_EQ(Place(top[0]), "225,110");
-    EXPECT_EQ(Place(alone[0]), "240,150");
+    EXPECT_EQ(PixelOf(left[1]), "160,140");
+    EXPECT_EQ(PixelOf(left[2]), "160,170");
+    EXPECT_EQ(PixelOf(left[0]), "160,200");
+    EXPECT_EQ(PixelOf(top[1]), "195,110");
+    EXPECT_EQ(PixelOf(top[0]), "225,110");
+    EXPECT_EQ(PixelOf(alone[0]), "240,150");
     EXPECT_EQ(m_scene->GetHistory().GetUndoCount(), 0U);
 }
 
@@ -81,21 +68,16 @@ TEST_F(LayoutAroundABox, LeavesALabelWhosePartIsGoneButCountsItOnItsSide) {
     EXPECT_EQ(lost->GetPosition(), dg::DPoint3D(7, 7, 7));
 }
 
-TEST_F(LayoutTest, KeepsLabelsInTheWindowAroundALargeModel) {
-    AddPart("far left", {-30, 0, 0});
-    AddPart("far right", {30, 0, 0});
-    AddPart("far up", {0, 30, 0});
-    AddPart("far down", {0, -30, 0});
-    EXPECT_EQ(PlaceAlone(60, 150), "30,150");
-    EXPECT_EQ(PlaceAlone(340, 150), "370,150");
-    EXPECT_EQ(PlaceAlone(190, 40), "190,30");
-    EXPECT_EQ(PlaceAlone(190, 260), "190,270");
-}
-
-TEST_F(LayoutTest, UsesTheWindowWhenThereIsNoModel) {
-    EXPECT_EQ(PlaceAlone(60, 150), "30,150");
-    EXPECT_EQ(PlaceAlone(340, 160), "370,160");
-    EXPECT_EQ(PlaceAlone(210, 50), "210,30");
+TEST_F(LayoutTest, KeepsLabelsInTheWindowAroundALargeModelOrNone) {
+    for (const bool hasModel : {false, true}) {
+        SCOPED_TRACE(hasModel);
+        EXPECT_EQ(PlaceAlone(60, 150), "30,150");
+        EXPECT_EQ(PlaceAlone(340, 160), "370,160");
+        EXPECT_EQ(PlaceAlone(190, 40), "190,30");
+        EXPECT_EQ(PlaceAlone(190, 260), "190,270");
+        AddPart("lower left", {-30, -30, 0});
+        AddPart("upper right", {30, 30, 0});
+    }
 }
 
 }  // namespace

