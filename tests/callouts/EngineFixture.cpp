@@ -85,28 +85,29 @@ EngineFixture::NodePtr EngineFixture::MakeBox(const std::string& name) {
     return zrk::Checked(new zrk::ComponentNode(name, MakeBoxShape()));
 }
 
-EngineFixture::Part EngineFixture::AddPart(const std::string& name, const dg::DPoint3D& position,
-                                           const Part* parent, const NodePtr& node) {
+EngineFixture::Part EngineFixture::Insert(const std::string& name, const NodePtr& node,
+                                          const dg::Location& location, const Part* parent,
+                                          const SbomPtr& sbom) {
     const Part& above = parent != nullptr ? *parent : m_root;
     Part part;
-    part.instance = new zrk::Instance(du::Symbol(name), name, node ? node : MakeBox(name), At(position));
-    part.sbom = new zrk::illustration::SbomInstance(du::Symbol(name), name);
+    part.instance = new zrk::Instance(du::Symbol(name), name, node, location);
+    part.sbom = sbom ? sbom : SbomPtr(new zrk::illustration::SbomInstance(du::Symbol(name), name));
     above.instance->AddChild(part.instance);
     above.sbom->AddChild(part.sbom);
     part.sbom->SetEbomInstance(part.instance);
+    return part;
+}
+
+EngineFixture::Part EngineFixture::AddPart(const std::string& name, const dg::DPoint3D& position,
+                                           const Part* parent, const NodePtr& node, const SbomPtr& sbom) {
+    Part part = Insert(name, node ? node : MakeBox(name), At(position), parent, sbom);
     part.shape = m_scene->CreateShapeInstance(part.instance);
     return part;
 }
 
 EngineFixture::Part EngineFixture::AddAssembly(const std::string& name, bool isWeld, const Part* parent) {
-    const Part& above = parent != nullptr ? *parent : m_root;
-    Part assembly;
     const NodePtr node(new zrk::ComponentNode(name, nullptr));
-    assembly.instance = new zrk::Instance(du::Symbol(name), name, node, dg::Location::IDENTITY);
-    assembly.sbom = new zrk::illustration::SbomInstance(du::Symbol(name), name);
-    above.instance->AddChild(assembly.instance);
-    above.sbom->AddChild(assembly.sbom);
-    assembly.sbom->SetEbomInstance(assembly.instance);
+    Part assembly = Insert(name, node, dg::Location::IDENTITY, parent, nullptr);
     assembly.sbom->SetWeld(isWeld);
     return assembly;
 }
@@ -120,6 +121,10 @@ EngineFixture::Part EngineFixture::AddSymbol(const std::string& id, const dg::DP
     m_root.instance->AddChild(symbol.instance);
     symbol.shape = m_scene->CreateShapeInstance(symbol.instance);
     return symbol;
+}
+
+void EngineFixture::SetProperty(const Part& part, const char* group, const char* name, const char* value) {
+    part.sbom->SetProperty(du::Symbol(group), du::Symbol(name), du::Symbol(value));
 }
 
 EngineFixture::ContentPtr EngineFixture::Literal(const std::string& text) {
@@ -165,6 +170,13 @@ EngineFixture::CalloutPtr EngineFixture::MakeLabelAt(double x, double y) {
     return callout;
 }
 
+void EngineFixture::Translate(const CalloutPtr& callout, bool isEnabled) {
+    auto& text = callout->GetLocalizableString();
+    text = du::Symbol("Screw");
+    text.SetTranslation("de", du::Symbol("Schraube"));
+    text.SetEnabled(isEnabled);
+}
+
 void EngineFixture::Show(const du::SmartPtr<zrk::Annotation>& annotation,
                          const du::SmartPtr<zrk::Operation>& operation) {
     m_annoSet->AddAnnotationToSet(annotation, operation);
@@ -206,6 +218,15 @@ unsigned EngineFixture::AddItem(const std::vector<Part>& parts, const std::strin
     return Items().AddItem(instances, label, true, false);
 }
 
+std::string EngineFixture::ShownTexts() const {
+    std::string texts;
+    for (const auto& annotation : m_annoSet->GetAnnotations()) {
+        if (const auto callout = du::DynamicCast<zrannotations::Callout>(annotation))
+            texts += (texts.empty() ? "" : "|") + Text(callout);
+    }
+    return texts;
+}
+
 EngineFixture::CalloutVec EngineFixture::Filed(const Part& part) const {
     Callouts::CalloutSet callouts;
     m_engine->GetCalloutSetForSbomInstance(part.sbom, callouts);
@@ -216,6 +237,11 @@ EngineFixture::CalloutVec EngineFixture::OfItem(unsigned itemId) const {
     CalloutVec callouts;
     m_engine->GetItemIdCallouts(itemId, callouts);
     return callouts;
+}
+
+std::optional<unsigned> EngineFixture::ItemOf(const CalloutPtr& callout) {
+    unsigned id = 0;
+    return callout->GetItemId(id) ? std::optional(id) : std::nullopt;
 }
 
 std::string EngineFixture::PixelOf(const CalloutPtr& callout) const {

@@ -64,10 +64,12 @@ protected:
     static NodePtr MakeBox(const std::string& name);
     /// A box at `position`; its identifiers are `name`. Without `node` it is of a kind of its own.
     Part AddPart(const std::string& name, const dg::DPoint3D& position, const Part* parent = nullptr,
-                 const NodePtr& node = nullptr);
+                 const NodePtr& node = nullptr, const SbomPtr& sbom = nullptr);
     Part AddAssembly(const std::string& name, bool isWeld = false, const Part* parent = nullptr);
     /// A 3-D symbol; callouts on it are filed under "/" + `id`. Without `node` it has a shape of its own.
     Part AddSymbol(const std::string& id, const dg::DPoint3D& position, const NodePtr& node = nullptr);
+
+    static void SetProperty(const Part& part, const char* group, const char* name, const char* value);
 
     static ContentPtr Literal(const std::string& text);
     static ContentPtr Reference(const std::string& group, const std::string& name,
@@ -85,9 +87,17 @@ protected:
     CalloutPtr MakeFreeCallout(const TemplatePtr& definition, std::optional<unsigned> itemId = std::nullopt);
     /// A free callout without text whose label stands at the pixel of the view as it was made.
     CalloutPtr MakeLabelAt(double x, double y);
+    static CombinedPtr Combine(const CalloutVec& members) {
+        return new zrannotations::CombinedCallout(members);
+    }
+    /// Makes it say "Screw", and "Schraube" in German.
+    static void Translate(const CalloutPtr& callout, bool isEnabled = true);
     /// Enters the annotation into the scene, as the user's commands do.
     void Show(const du::SmartPtr<zrk::Annotation>& annotation,
               const du::SmartPtr<zrk::Operation>& operation = nullptr);
+    bool Remove(const du::SmartPtr<zrk::Annotation>& annotation) {
+        return m_annoSet->RemoveAnnotationFromSet(annotation, nullptr);
+    }
     /// MakeCallout and Show.
     CalloutPtr AddCallout(const TemplatePtr& definition, const Part& part,
                           std::optional<unsigned> itemId = std::nullopt);
@@ -103,19 +113,30 @@ protected:
     bool IsShown(const du::SmartPtr<zrk::Annotation>& annotation) const {
         return m_annoSet->Contains(annotation);
     }
+    /// "text|text": what the callouts of the scene say, in the order in which they entered it.
+    std::string ShownTexts() const;
     /// The callouts that the engine files under the part.
     CalloutVec Filed(const Part& part) const;
     /// The callouts that the engine has registered for the item.
     CalloutVec OfItem(unsigned itemId) const;
+    static std::optional<unsigned> ItemOf(const CalloutPtr& callout);
     static std::string Text(const CalloutPtr& callout) { return callout->GetText(false).Text(); }
     /// "x,y": the pixel of the callout's label, rounded.
     std::string PixelOf(const CalloutPtr& callout) const;
     du::SmartPtr<zrk::Operation> MakeOperation() const;
+    bool Undo() { return m_scene->GetHistory().Undo(); }
+    bool Redo() { return m_scene->GetHistory().Redo(); }
+    std::size_t UndoCount() const { return m_scene->GetHistory().GetUndoCount(); }
 
     /// Answers everything that is on its way; returns how much that was.
     static std::size_t Pump();
     static void WaitForPool();
 
+private:
+    Part Insert(const std::string& name, const NodePtr& node, const dg::Location& location,
+                const Part* parent, const SbomPtr& sbom);
+
+protected:
     std::optional<zrkapp::illustration::HostSession> m_session;  // unless the host was running
     du::SmartPtr<zrk::illustration::Illustration3dScene> m_scene;
     du::SmartPtr<zrk::ShapeView> m_view;
@@ -123,6 +144,16 @@ protected:
     Part m_root;
     du::SmartPtr<Callouts> m_engine;
     du::SmartPtr<zritemlist::ItemList> m_itemList;  // the scene's while the engine lives
+};
+
+/// Three parts side by side, and the two kinds of templates: with an item's number, and without.
+class ThreeParts : public EngineFixture {
+protected:
+    const Part m_a = AddPart("A", {-5, 0, 0});
+    const Part m_b = AddPart("B", {0, 0, 0});
+    const Part m_c = AddPart("C", {5, 0, 0});
+    const TemplatePtr m_numbered = MakeTemplate({ItemLabel()});
+    const TemplatePtr m_literal = MakeTemplate({Literal("fixed")});
 };
 
 }  // namespace zrcallouts

@@ -70,7 +70,7 @@ TEST_F(CalloutsAdmission, OnePartInOnePlaceHasANumberOnce) {
         ASSERT_TRUE(IsShown(there));
         EXPECT_EQ(m_engine->IsAllowed(Make(row.candidate, part)), row.allowed) << row.name;
         EXPECT_TRUE(m_engine->IsAllowed(there)) << row.name << ": it does not stand in its own way";
-        m_annoSet->RemoveAnnotationFromSet(there, nullptr);
+        Remove(there);
     }
 }
 
@@ -119,9 +119,9 @@ TEST_F(CalloutsAdmission, FlatOrderFollowsTheListByExchangingPairs) {
     for (const auto& row : rows) {
         CalloutVec callouts;
         for (const auto& name : row.before) {
-            callouts.push_back(MakeCallout(m_numbered, part));
+            const auto item = name == "-" ? std::nullopt : std::optional(items.at(std::stoul(name)));
+            callouts.push_back(MakeCallout(m_numbered, part, item));
             callouts.back()->SetText(du::Symbol(name), false);
-            if (name != "-") callouts.back()->SetItemId(items[static_cast<std::size_t>(name[0] - '0')]);
         }
         CalloutVec unlisted = callouts;
         du::SmartPtr<Callouts>(new Callouts)->Sort(unlisted);
@@ -144,21 +144,14 @@ TEST_F(CalloutsAdmission, HierarchicalOrderIsNoOrderingAndDependsOnTheInput) {
     const auto below = AddPart("below", {1, 0, 0}, &first);
     const auto other = AddPart("other", {2, 0, 0}, &second);
     const auto late = AddPart("late", {3, 0, 0}, &first);
-    const auto make = [this](const Part& part) {
-        const auto callout = MakeCallout(m_numbered, part);
-        return callout;
-    };
-    AddItem({first});           // [0]
-    AddItem({inner});           // [0 1]
-    const auto a = make(deep);  // [0 1 2]
-    a->SetItemId(AddItem({deep}));
+    const auto make = [this](const Part& part) { return MakeCallout(m_numbered, part, AddItem({part})); };
+    AddItem({first});            // [0]
+    AddItem({inner});            // [0 1]
+    const auto a = make(deep);   // [0 1 2]
     const auto b = make(below);  // [0 3]
-    b->SetItemId(AddItem({below}));
     AddItem({second});           // [4]
     const auto c = make(other);  // [4 5]
-    c->SetItemId(AddItem({other}));
-    const auto d = make(late);  // [0 6]
-    d->SetItemId(AddItem({late}));
+    const auto d = make(late);   // [0 6]
     const struct {
         const char* name;
         CalloutVec before;

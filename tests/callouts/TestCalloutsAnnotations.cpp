@@ -3,30 +3,13 @@
 #include <utility>
 
 #include "callouts/Callouts.h"
-#include "du/LocalizableString.h"
 #include "tests/callouts/EngineFixture.h"
-#include "zrannotations/CalloutTemplates.h"
-#include "zrk/illustration/IsRunningIllustrate.h"
 #include "zrk/world/World.h"
-#include "zrkapp/illustration/IllMultiRootContainer.h"
-#include "zrkapp/illustration/KorvanFileInfo.h"
 
 namespace zrcallouts {
 namespace {
 
-class CalloutsAnnotations : public EngineFixture {
-protected:
-    CalloutsAnnotations() : m_a(AddPart("A", {-5, 0, 0})), m_b(AddPart("B", {0, 0, 0})) {}
-
-    bool Remove(const du::SmartPtr<zrk::Annotation>& annotation) {
-        return m_annoSet->RemoveAnnotationFromSet(annotation, nullptr);
-    }
-
-    const Part m_a;
-    const Part m_b;
-    const TemplatePtr m_numbered = MakeTemplate({ItemLabel()});
-    const TemplatePtr m_literal = MakeTemplate({Literal("fixed")});
-};
+class CalloutsAnnotations : public ThreeParts {};
 
 TEST_F(CalloutsAnnotations, OnlyFreeCalloutsMayEnterWithoutLeader) {
     const auto assembly = AddAssembly("assembly");
@@ -54,16 +37,14 @@ TEST_F(CalloutsAnnotations, OnlyFreeCalloutsMayEnterWithoutLeader) {
     EXPECT_TRUE(Items().IsIndicated(id)) << "a refused callout indicates its item even so";
     m_engine->OnRemoveAnnotation(rows[0].callout);
     EXPECT_FALSE(Items().IsIndicated(id)) << "until it is told to be gone, though it was never registered";
-    EXPECT_FALSE(m_scene->GetHistory().Undo()) << "refusing left something to undo";
+    EXPECT_FALSE(Undo()) << "refusing left something to undo";
 }
 
 TEST_F(CalloutsAnnotations, OnlyTextsThatAreLocalisedAreShownInTheLanguage) {
     zrk::World::GetWorld()->SetLanguage("de");
     for (const bool isLocalised : {true, false}) {
         const auto callout = MakeFreeCallout(m_literal);
-        callout->GetLocalizableString() = du::Symbol("Screw");
-        callout->GetLocalizableString().SetTranslation("de", du::Symbol("Schraube"));
-        callout->GetLocalizableString().SetEnabled(isLocalised);
+        Translate(callout, isLocalised);
         Show(callout);
         EXPECT_EQ(callout->GetText(true).Text(), isLocalised ? "Schraube" : "");
     }
@@ -80,22 +61,20 @@ TEST_F(CalloutsAnnotations, AddingAgainOnlyIndicatesAndReattaches) {
     EXPECT_EQ(Text(callout), "kept");
     EXPECT_TRUE(Items().IsIndicated(id));
     EXPECT_EQ(OfItem(id), CalloutVec{callout});
-
-    const CombinedPtr combined(
-        new zrannotations::CombinedCallout({MakeCallout(m_literal, m_a), MakeCallout(m_literal, m_b)}));
-    Show(combined);
-    EXPECT_EQ(combined->GetDependents().size(), 1U);
-    CalloutVec members = combined->GetCalloutVec();
-    members.push_back(MakeCallout(m_literal, m_b));
-    combined->SetCalloutVec(members);
-    Show(combined);
-    EXPECT_EQ(combined->GetDependents().size(), 2U);
+    CalloutVec members{MakeCallout(m_literal, m_a), MakeCallout(m_literal, m_b)};
+    const auto combined = Combine(members);
+    for (const std::size_t dependents : {1U, 2U}) {
+        Show(combined);
+        EXPECT_EQ(combined->GetDependents().size(), dependents);
+        members.push_back(MakeCallout(m_literal, m_b));
+        combined->SetCalloutVec(members);
+    }
 }
 
 TEST_F(CalloutsAnnotations, LabelsOfLiteralTextAloneAreLeftAsTheyWereSaved) {
-    const auto combined = [this](const TemplatePtr& definition) {
-        return CalloutPtr(
-            new zrannotations::CombinedCallout({MakeCallout(definition, m_a), MakeCallout(definition, m_b)}));
+    const auto fresh = MakeTemplate({Literal("new")});
+    const auto named = [](const char* name, bool isCustom) {
+        return MakeTemplate({Literal("new")}, name, isCustom);
     };
     const struct {
         const char* name;
@@ -103,12 +82,12 @@ TEST_F(CalloutsAnnotations, LabelsOfLiteralTextAloneAreLeftAsTheyWereSaved) {
         const char* text;
     } rows[] = {
         {"literal", MakeCallout(m_literal, m_a), "saved"},
-        {"item tag", MakeCallout(MakeTemplate({Literal("new")}, "Item Tag", false), m_a), "new"},
-        {"custom item tag", MakeCallout(MakeTemplate({Literal("new")}, "Item Tag", true), m_a), "saved"},
-        {"other case", MakeCallout(MakeTemplate({Literal("new")}, "Item tag", false), m_a), "saved"},
-        {"longer name", MakeCallout(MakeTemplate({Literal("new")}, "Item Tags", false), m_a), "saved"},
+        {"item tag", MakeCallout(named("Item Tag", false), m_a), "new"},
+        {"custom item tag", MakeCallout(named("Item Tag", true), m_a), "saved"},
+        {"other case", MakeCallout(named("Item tag", false), m_a), "saved"},
+        {"longer name", MakeCallout(named("Item Tags", false), m_a), "saved"},
         {"with reference", MakeCallout(MakeTemplate({Literal("new"), Reference("System", "")}), m_a), "new"},
-        {"combined", combined(MakeTemplate({Literal("new")})), "new, new"},
+        {"combined", Combine({MakeCallout(fresh, m_a), MakeCallout(fresh, m_b)}), "new, new"},
     };
     for (const auto& row : rows) {
         row.callout->SetText(du::Symbol("saved"), false);
@@ -119,21 +98,18 @@ TEST_F(CalloutsAnnotations, LabelsOfLiteralTextAloneAreLeftAsTheyWereSaved) {
 
 TEST_F(CalloutsAnnotations, ACombinedCalloutDropsMembersWithoutLoadedPart) {
     const auto gone = MakeCallout(m_numbered, m_a, 1);
-    gone->RemoveLeaderAtPos(0);
     const auto waiting = MakeCallout(m_numbered, m_a, 2);
-    waiting->RemoveLeaderAtPos(0);
+    for (const auto& member : {gone, waiting}) member->RemoveLeaderAtPos(0);
     ConnectWaiting(waiting, "late");
     const auto kept = MakeCallout(m_numbered, m_b, 3);
-    const CombinedPtr combined(new zrannotations::CombinedCallout({gone, kept, waiting, nullptr}));
+    const auto combined = Combine({gone, kept, waiting, nullptr});
     ASSERT_EQ(combined->GetLeaderLineCount(true), 0U);
-    Show(combined);
+    const auto empty = Combine({gone});
+    for (const auto& each : {combined, empty}) Show(each);
     EXPECT_EQ(combined->GetCalloutVec(), (CalloutVec{kept, nullptr}));
     EXPECT_TRUE(IsShown(combined));
     EXPECT_EQ(Filed(m_b), CalloutVec{combined})
         << "the leaders of the member that is first now were not taken over";
-
-    const CombinedPtr empty(new zrannotations::CombinedCallout({gone}));
-    Show(empty);
     EXPECT_FALSE(IsShown(empty));
 }
 
@@ -157,26 +133,23 @@ TEST_F(CalloutsAnnotations, ARemovedInsetIsWatchedNoMoreUnlessItWasAddedTwice) {
 TEST_F(CalloutsAnnotations, AnItemIsIndicatedAsLongAsACalloutCarriesIt) {
     const auto a = AddItem({m_a});
     const auto b = AddItem({m_b});
-    const auto first = AddCallout(m_numbered, m_a, a);
-    const auto second = AddCallout(m_numbered, m_a, a);
-    const CombinedPtr combined(new zrannotations::CombinedCallout(
-        {MakeCallout(m_numbered, m_a, a), MakeCallout(m_numbered, m_b, b)}));
+    const auto indicated = [&] { return std::pair(Items().IsIndicated(a), Items().IsIndicated(b)); };
+    const CalloutVec alone{AddCallout(m_numbered, m_a, a), AddCallout(m_numbered, m_a, a)};
+    const auto combined = Combine({MakeCallout(m_numbered, m_a, a), MakeCallout(m_numbered, m_b, b)});
     Show(combined);
-    Remove(first);
-    Remove(second);
-    EXPECT_TRUE(Items().IsIndicated(a)) << "a member of the combined callout carries it still";
-    const auto third = AddCallout(m_numbered, m_b, b);
+    for (const auto& callout : alone) Remove(callout);
+    EXPECT_EQ(indicated(), std::pair(true, true)) << "a member of the combined callout carries it still";
+    const auto last = AddCallout(m_numbered, m_b, b);
     Remove(combined);
-    EXPECT_FALSE(Items().IsIndicated(a)) << "the first member counts too";
-    EXPECT_TRUE(Items().IsIndicated(b));
-    m_engine->SetIndicated(third, false);
-    EXPECT_TRUE(Items().IsIndicated(b)) << "a callout that is registered keeps its item indicated";
-    Remove(third);
-    EXPECT_FALSE(Items().IsIndicated(b));
-    m_engine->SetIndicated(third, true);
-    EXPECT_TRUE(Items().IsIndicated(b));
-    m_engine->SetIndicated(third, false);
-    EXPECT_FALSE(Items().IsIndicated(b));
+    EXPECT_EQ(indicated(), std::pair(false, true)) << "the first member counts too";
+    m_engine->SetIndicated(last, false);
+    EXPECT_EQ(indicated(), std::pair(false, true)) << "one that is registered keeps its item indicated";
+    Remove(last);
+    EXPECT_EQ(indicated(), std::pair(false, false));
+    for (const bool isIndicated : {true, false}) {
+        m_engine->SetIndicated(last, isIndicated);
+        EXPECT_EQ(indicated(), std::pair(false, isIndicated));
+    }
     m_engine->SetIndicated(nullptr, true);
 }
 

@@ -9,22 +9,7 @@
 namespace zrcallouts {
 namespace {
 
-class CalloutsRegistry : public EngineFixture {
-protected:
-    CalloutsRegistry()
-        : m_a(AddPart("A", {-5, 0, 0})), m_b(AddPart("B", {0, 0, 0})), m_c(AddPart("C", {5, 0, 0})) {}
-
-    static CalloutVec Sorted(CalloutVec callouts) {
-        std::sort(callouts.begin(), callouts.end());
-        return callouts;
-    }
-
-    const Part m_a;
-    const Part m_b;
-    const Part m_c;
-    const TemplatePtr m_numbered = MakeTemplate({ItemLabel()});
-    const TemplatePtr m_literal = MakeTemplate({Literal("fixed")});
-};
+class CalloutsRegistry : public ThreeParts {};
 
 TEST_F(CalloutsRegistry, InsetsAreRecordedOnceTheyAreKnownAndStayKnown) {
     const InsetPtr inset(new zrannotations::Inset(m_view, {{200, 150, 0}, {300, 80, 0}, 60, 5.0F}));
@@ -40,9 +25,9 @@ TEST_F(CalloutsRegistry, InsetsAreRecordedOnceTheyAreKnownAndStayKnown) {
     EXPECT_EQ(m_engine->SnapshotInset(inset), CalloutVec{callout});
     EXPECT_TRUE(inset->IsAttached(*callout));
 
-    m_annoSet->RemoveAnnotationFromSet(callout, nullptr);
+    Remove(callout);
     EXPECT_TRUE(m_engine->SnapshotInset(inset).empty());
-    m_annoSet->RemoveAnnotationFromSet(inset, nullptr);
+    Remove(inset);
     const auto later = MakeCallout(m_literal, m_b);
     later->SetInsetAtPos(inset, 0);
     Show(later);
@@ -64,13 +49,12 @@ TEST_F(CalloutsRegistry, AnEngineThatIsLetGoLetsItsCalloutsGo) {
 TEST_F(CalloutsRegistry, ACombinedCalloutStandsForItsFirstMember) {
     const CalloutVec members{MakeCallout(m_numbered, m_a, 1), MakeCallout(m_numbered, m_b, 2), nullptr,
                              MakeCallout(m_numbered, m_c, 3)};
-    const CombinedPtr combined(new zrannotations::CombinedCallout(members));
+    const auto combined = Combine(members);
+    const auto filed = [this] { return std::vector{Filed(m_a), Filed(m_b), Filed(m_c)}; };
     Show(combined);
-    EXPECT_EQ(Filed(m_a), CalloutVec{combined});
-    EXPECT_EQ(Filed(m_b), CalloutVec{members[1]});
-    EXPECT_EQ(Filed(m_c), CalloutVec{members[3]});
-    m_annoSet->RemoveAnnotationFromSet(combined, nullptr);
-    for (const auto& part : {m_a, m_b, m_c}) EXPECT_TRUE(Filed(part).empty());
+    EXPECT_EQ(filed(), (std::vector<CalloutVec>{{combined}, {members[1]}, {members[3]}}));
+    Remove(combined);
+    EXPECT_EQ(filed(), std::vector<CalloutVec>(3));
 }
 
 TEST_F(CalloutsRegistry, ExistsComparesTheWholeGeneratedText) {
@@ -88,22 +72,18 @@ TEST_F(CalloutsRegistry, ExistsComparesTheWholeGeneratedText) {
 }
 
 TEST_F(CalloutsRegistry, QueriesByItemAppendInTheOrderAskedFor) {
-    const auto five = AddCallout(m_numbered, m_a, 5);
-    const auto alsoFive = AddCallout(m_numbered, m_b, 5);
-    const CombinedPtr combined(new zrannotations::CombinedCallout(
-        {MakeCallout(m_numbered, m_a, 6), MakeCallout(m_numbered, m_b, 5), MakeCallout(m_numbered, m_c, 5)}));
+    CalloutVec fives{AddCallout(m_numbered, m_a, 5), AddCallout(m_numbered, m_b, 5)};
+    const auto combined = Combine(
+        {MakeCallout(m_numbered, m_a, 6), MakeCallout(m_numbered, m_b, 5), MakeCallout(m_numbered, m_c, 5)});
     Show(combined);
     AddCallout(m_literal, m_c);
-    const CalloutVec fives = Sorted({five, alsoFive, combined});
+    fives.push_back(combined);
+    std::sort(fives.begin(), fives.end());
+    CalloutVec expected;
+    for (const auto& callouts : {CalloutVec{nullptr}, fives, CalloutVec{combined}, fives})
+        expected.insert(expected.end(), callouts.begin(), callouts.end());
     CalloutVec out{nullptr};
-    m_engine->GetItemIdCallouts(5, out);
-    CalloutVec expected{nullptr};
-    expected.insert(expected.end(), fives.begin(), fives.end());
-    EXPECT_EQ(out, expected);
     m_engine->GetItemIdCallouts(std::vector<unsigned>{5, 7, 6, 5}, out);
-    expected.insert(expected.end(), fives.begin(), fives.end());
-    expected.push_back(combined);
-    expected.insert(expected.end(), fives.begin(), fives.end());
     EXPECT_EQ(out, expected);
     std::set<unsigned> ids{1};
     m_engine->GetItemdIds(ids);
@@ -117,11 +97,11 @@ TEST_F(CalloutsRegistry, ANewTemplateDecidesAboutTheItemId) {
     const auto listedId = AddItem({assembly});
     const auto unitemizedId = AddItem({unitemized});
     Items().SetItemized(unitemizedId, false);
-    const auto free = [this](const TemplatePtr& definition, std::optional<unsigned> id) {
-        return MakeFreeCallout(definition, id);
-    };
-    const auto freeOnAssembly = free(m_numbered, std::nullopt);
+    const auto freeOnAssembly = MakeFreeCallout(m_numbered);
     Connect(freeOnAssembly, m_a, &assembly);
+    // An instance that is no service instance has no place in the item list.
+    const CalloutPtr engineering(new zrannotations::Callout);
+    ASSERT_TRUE(engineering->Initialize(m_numbered, m_a.shape, false, assembly.instance));
     const auto on = [this](const TemplatePtr& definition, std::optional<unsigned> id, const Part* above) {
         return MakeCallout(definition, m_a, id, above);
     };
@@ -133,34 +113,26 @@ TEST_F(CalloutsRegistry, ANewTemplateDecidesAboutTheItemId) {
     } rows[] = {
         {"part, literal", on(m_literal, 9, nullptr), true, std::nullopt},
         {"part, literal, had none", on(m_literal, std::nullopt, nullptr), true, std::nullopt},
-        {"free, literal", free(m_literal, 9), false, 9U},
+        {"free, literal", MakeFreeCallout(m_literal, 9), false, 9U},
         {"free, on an assembly", freeOnAssembly, false, std::nullopt},
         {"assembly, literal", on(m_literal, 9, &assembly), false, 9U},
         {"part, numbered", on(m_numbered, 9, nullptr), false, 9U},
-        {"free, numbered", free(m_numbered, std::nullopt), false, std::nullopt},
+        {"free, numbered", MakeFreeCallout(m_numbered), false, std::nullopt},
         {"assembly, itemized", on(m_numbered, 9, &assembly), true, listedId},
         {"assembly, not itemized", on(m_numbered, 9, &unitemized), false, 9U},
         {"assembly, not listed", on(m_numbered, std::nullopt, &unlisted), true, unitemizedId + 1},
+        {"engineering assembly", engineering, false, std::nullopt},
     };
     for (const auto& row : rows) {
         CalloutPtr callout = row.callout;
         EXPECT_EQ(m_engine->CheckForTypeUpdate(callout), row.changed) << row.name;
-        unsigned id = 0;
-        const bool hasId = callout->GetItemId(id);
-        EXPECT_EQ(hasId ? std::optional(id) : std::nullopt, row.id) << row.name;
+        EXPECT_EQ(ItemOf(callout), row.id) << row.name;
     }
     const auto added = Items().Capture(unitemizedId + 1);
     ASSERT_TRUE(added);
     EXPECT_FALSE(added->isManual);
     EXPECT_EQ(added->customLabel, "");
     EXPECT_EQ(added->instances, std::vector<SbomPtr>{unlisted.sbom});
-
-    // An instance that is no service instance has no place in the item list.
-    const CalloutPtr engineering(new zrannotations::Callout);
-    ASSERT_TRUE(engineering->Initialize(m_numbered, m_a.shape, false, assembly.instance));
-    CalloutPtr callout = engineering;
-    EXPECT_FALSE(m_engine->CheckForTypeUpdate(callout));
-    EXPECT_FALSE(engineering->HasItemId());
 }
 
 }  // namespace

@@ -1,6 +1,7 @@
 #include <atomic>
 #include <chrono>
 #include <functional>
+#include <latch>
 #include <thread>
 #include <utility>
 #include <vector>
@@ -19,38 +20,31 @@ namespace zrcallouts {
 namespace {
 
 /// Two engines that wait for each other hang; CTest's time limit tells.
-class CalloutsThreads : public EngineFixture {
+class CalloutsThreads : public ThreeParts {
 protected:
-    CalloutsThreads()
-        : m_a(AddPart("A", {-5, 0, 0})), m_b(AddPart("B", {0, 0, 0})), m_c(AddPart("C", {5, 0, 0})) {
-        m_item = AddItem({m_a});
+    CalloutsThreads() {
         // The visibility map is made once, and not on every thread at the same time.
-        MakeCallout(m_numbered, m_a);
+        MakeCallout(m_weighed, m_a);
     }
 
     /// Runs each action again and again on a thread of its own, `times` times at least, until all have done
     /// so.
     static void RunTogether(const std::vector<std::function<void()>>& actions, int times) {
-        std::atomic<std::size_t> ready{0};
-        std::atomic<std::size_t> done{0};
-        std::vector<std::thread> threads;
+        std::latch start(static_cast<std::ptrdiff_t>(actions.size()));
+        std::vector<std::jthread> threads;
         for (const auto& action : actions) {
-            threads.emplace_back([&, action] {
-                ++ready;
-                while (ready < actions.size()) std::this_thread::yield();
+            threads.emplace_back([&start, action, times] {
+                start.arrive_and_wait();
                 for (int i = 0; i < times; ++i) action();
-                ++done;
             });
         }
-        for (auto& thread : threads) thread.join();
-        ASSERT_EQ(done, actions.size());
     }
 
     void ShowAndRemove(const Part& part) {
-        const auto callout = MakeCallout(m_numbered, part, m_item);
+        const auto callout = MakeCallout(m_weighed, part, m_item);
         Connect(callout, m_c);
         Show(callout);
-        m_annoSet->RemoveAnnotationFromSet(callout, nullptr);
+        Remove(callout);
     }
 
     void ChangeTree() {
@@ -60,18 +54,13 @@ protected:
         tree->EndUpdate();
     }
 
-    const Part m_a;
-    const Part m_b;
-    const Part m_c;
-    unsigned m_item = 0;
-    const TemplatePtr m_numbered = MakeTemplate({ItemLabel(), Reference("Part", "Mass")});
+    const unsigned m_item = AddItem({m_a});
+    const TemplatePtr m_weighed = MakeTemplate({ItemLabel(), Reference("Part", "Mass")});
 };
 
 TEST_F(CalloutsThreads, TheLanguageChangesWhileCalloutsComeAndGo) {
-    const auto stays = AddCallout(m_numbered, m_a, m_item);
-    stays->GetLocalizableString() = du::Symbol("Screw");
-    stays->GetLocalizableString().SetTranslation("de", du::Symbol("Schraube"));
-    stays->GetLocalizableString().SetEnabled(true);
+    const auto stays = AddCallout(m_weighed, m_a, m_item);
+    Translate(stays);
     const auto world = zrk::World::GetWorld();
     RunTogether({[&] {
                      world->SetLanguage("de");
@@ -119,7 +108,7 @@ TEST_F(CalloutsThreads, EnginesAreDestroyedWhileEveryKindOfNotificationIsOnItsWa
                      for (int i = 0; i < 30; ++i) {
                          StopEngine();
                          StartEngine();
-                         AddCallout(m_numbered, m_b, m_item);
+                         AddCallout(m_weighed, m_b, m_item);
                      }
                      stop = true;
                  },
@@ -129,7 +118,7 @@ TEST_F(CalloutsThreads, EnginesAreDestroyedWhileEveryKindOfNotificationIsOnItsWa
                  }),
                  until([this] {
                      ChangeTree();
-                     m_numbered->SetTextContent({ItemLabel(), Reference("Part", "Mass")});
+                     m_weighed->SetTextContent({ItemLabel(), Reference("Part", "Mass")});
                      zrkapp::illustration::KorvanApp::GetKorvanApp()->GetObservers().NotifyAll(
                          [](auto& observer) { observer.OnFileSaved(); });
                  }),
@@ -147,7 +136,7 @@ TEST_F(CalloutsThreads, EnginesAreDestroyedWhileEveryKindOfNotificationIsOnItsWa
 }
 
 TEST_F(CalloutsThreads, WalksThatTurnFromReadingToWritingAllFinish) {
-    for (const auto& part : {m_a, m_b, m_c}) AddCallout(m_numbered, part, m_item);
+    for (const auto& part : {m_a, m_b, m_c}) AddCallout(m_weighed, part, m_item);
     zrk::Kernel::GetKernel()->StartDispatcher();
     const auto check = [this] { m_engine->OnDrawWhenHidden(m_view); };
     RunTogether({check, check, check,
@@ -170,13 +159,13 @@ TEST_F(CalloutsThreads, WalksThatTurnFromReadingToWritingAllFinish) {
 }
 
 TEST_F(CalloutsThreads, AnswersThatNeedNoLockComeWhileAnotherThreadWrites) {
-    const auto callout = AddCallout(m_numbered, m_a, m_item);
+    const auto callout = AddCallout(m_weighed, m_a, m_item);
     const auto inset = AddInset(200, 150);
     const dp::WriteLocker write(m_engine->GetRWLockPtr());
     std::thread other([&] {
         EXPECT_TRUE(m_engine->GetItemsList());
         EXPECT_TRUE(m_engine->Exists("A", Text(callout)));
-        EXPECT_FALSE(m_engine->IsAllowed(MakeCallout(m_numbered, m_a, m_item)));
+        EXPECT_FALSE(m_engine->IsAllowed(MakeCallout(m_weighed, m_a, m_item)));
         CalloutVec callouts{callout, callout};
         m_engine->Sort(callouts);
         m_engine->OnShapeInstanceLocation(m_a.shape);

@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "callouts/Callouts.h"
+#include "callouts/events/CalloutsDrawWhenHiddenOperationStep.h"
 #include "tests/callouts/EngineFixture.h"
 #include "zrannotations/SymbolAnnotation.h"
 #include "zrk/event/PickResult.h"
@@ -30,6 +31,14 @@ protected:
         callout->SetDimAtPos(dashed, position, {0.1F, 0.2F, 0.3F, 0.4F});
     }
 
+    /// A letter for each leader: 'h' when it is hidden, '-' when it is shown.
+    static std::string Hidden(const CalloutPtr& callout) {
+        std::string hidden;
+        for (unsigned i = 0; i < callout->GetLeaderLineCount(false); ++i)
+            hidden += callout->IsHiddenAtPos(i) ? 'h' : '-';
+        return hidden;
+    }
+
     /// A callout on one part in the scene, all of whose checks have been answered.
     CalloutPtr Settled(const Part& part) {
         const auto callout = AddCallout(m_literal, part);
@@ -54,14 +63,13 @@ protected:
 
 TEST_F(CalloutsView, ACalloutThatWaitsTakesUpItsPartAndPutsItsLabelBack) {
     const auto callout = MakeCallout(m_literal, m_free);
-    const auto stranger = MakeCallout(m_literal, m_free);
-    for (const auto& each : {callout, stranger}) ConnectWaiting(each, "late");
+    const auto stranger = MakeCallout(m_literal, m_free);  // filed, but not registered
+    for (const auto& each : {callout, stranger}) {
+        ConnectWaiting(each, "late");
+        each->SetLabelScreenSpaceMode(m_view);
+    }
     Show(callout);
     m_engine->AddToMap(stranger);
-    for (const auto& each : {callout, stranger}) {
-        each->SetLabelScreenSpaceMode(m_view);
-        ASSERT_TRUE(each->IsLabelInScreenSpace());
-    }
     AddPart("other", {0, -8, 0});
     EXPECT_TRUE(callout->IsLabelInScreenSpace());
     const auto part = AddPart("late", {0, 8, 0});
@@ -76,24 +84,19 @@ TEST_F(CalloutsView, APartThatGoesHidesItsLeadersUntilItComesBack) {
     Connect(callout, m_back);
     Show(callout);
     callout->SetLabelScreenSpaceMode(m_view);
-    // Filed but not registered.
-    const auto stranger = MakeCallout(m_literal, m_free);
+    const auto stranger = MakeCallout(m_literal, m_free);  // filed, but not registered
     m_engine->AddToMap(stranger);
+    const auto hidden = [&] { return Hidden(callout) + ' ' + Hidden(stranger); };
     m_scene->SetVisible(m_free.shape, false);
-    EXPECT_TRUE(callout->IsHiddenAtPos(0));
-    EXPECT_FALSE(callout->IsHiddenAtPos(1));
-    EXPECT_FALSE(stranger->IsHiddenAtPos(0));
+    EXPECT_EQ(hidden(), "h- -");
     m_scene->SetVisible(m_free.shape, true);
-    EXPECT_FALSE(callout->IsHiddenAtPos(0));
+    EXPECT_EQ(hidden(), "-- -");
     m_scene->RemoveShapeInstance(m_free.shape);
-    EXPECT_TRUE(callout->IsHiddenAtPos(0));
-    EXPECT_FALSE(callout->IsHiddenAtPos(1));
-    EXPECT_TRUE(stranger->IsHiddenAtPos(0));
+    EXPECT_EQ(hidden(), "h- h");
     EXPECT_TRUE(IsShown(callout));
     const auto again = m_scene->CreateShapeInstance(m_free.instance);
-    EXPECT_FALSE(callout->IsHiddenAtPos(0));
-    EXPECT_EQ(callout->GetShapeInstanceAtPos(0).get(), again.get());
-    EXPECT_EQ(stranger->GetShapeInstanceAtPos(0).get(), again.get());
+    EXPECT_EQ(Hidden(callout), "--");
+    for (const auto& each : {callout, stranger}) EXPECT_EQ(each->GetShapeInstanceAtPos(0).get(), again.get());
     EXPECT_TRUE(callout->IsLabelInScreenSpace()) << "nobody waited, so the label stays";
 }
 
@@ -105,23 +108,22 @@ TEST_F(CalloutsView, A3dSymbolTakesItsCalloutsWithIt) {
     EXPECT_EQ(waiting->GetLeaderLineCount(false), 1U) << "a symbol that comes changes no callout";
     const auto callout = AddCallout(m_literal, symbol);
     const auto other = AddCallout(m_literal, m_free);
-    m_scene->SetVisible(symbol.shape, false);
-    EXPECT_TRUE(callout->IsHiddenAtPos(0));
-    m_scene->SetVisible(symbol.shape, true);
-    const auto lonely = AddSymbol("S2", {5, 8, 0});
-    for (const auto& each : {symbol, lonely}) {
+    for (const bool isVisible : {false, true}) {
+        m_scene->SetVisible(symbol.shape, isVisible);
+        EXPECT_EQ(Hidden(callout), isVisible ? "-" : "h");
+    }
+    for (const auto& each : {symbol, AddSymbol("S2", {5, 8, 0})}) {
         const du::SmartPtr<zrannotations::SymbolAnnotation> annotation(
             new zrannotations::SymbolAnnotation(each.instance));
         Show(annotation);
-        m_annoSet->RemoveAnnotationFromSet(annotation, nullptr);
+        Remove(annotation);
         ASSERT_EQ(annotation->GetReferenceCount(), 2U);
         m_scene->RemoveShapeInstance(each.shape);
         EXPECT_EQ(annotation->GetReferenceCount(), 1U);
     }
-    EXPECT_FALSE(IsShown(callout));
-    EXPECT_FALSE(IsShown(waiting));
+    EXPECT_FALSE(IsShown(callout) || IsShown(waiting));
     EXPECT_TRUE(IsShown(other));
-    EXPECT_FALSE(m_scene->GetHistory().Undo());
+    EXPECT_FALSE(Undo());
 }
 
 TEST_F(CalloutsView, CoveredLeadersAreDashedAndDimmed) {
@@ -168,14 +170,36 @@ TEST_F(CalloutsView, DrawWhenHiddenDashesEveryLeaderWithoutAsking) {
     }
     m_scene->SetDrawWhenHidden(true);
     m_engine->OnDrawWhenHidden(m_view);
-    EXPECT_EQ(m_engine->GetPickRequestCount(), 0U);
-    EXPECT_EQ(Pump(), 0U);
+    EXPECT_EQ(m_engine->GetPickRequestCount() + Pump(), 0U);
     for (const unsigned position : {0U, 1U}) {
         EXPECT_TRUE(callout->IsHiddenAsDashedAtPos(position));
         EXPECT_FALSE(callout->IsDimAtPos(position));
     }
     m_engine->OnDrawWhenHidden(nullptr);
     m_engine->OnDrawWhenHidden(nullptr, callout);
+}
+
+TEST_F(CalloutsView, DrawWhenHiddenIsSwitchedByAStepThatIsNotRecorded) {
+    const auto callout = Settled(m_free);
+    for (const bool state : {true, false}) {
+        m_scene->SetDrawWhenHidden(!state);
+        const du::SmartPtr<zrk::OperationStep> step(new CalloutsDrawWhenHiddenOperationStep(m_engine, state));
+        EXPECT_EQ(m_scene->GetDrawWhenHidden(), !state) << "nothing before it is told to";
+        const auto operation = MakeOperation();
+        operation->AddStep(step);
+        EXPECT_FALSE(operation->IsRecordable());
+        for (const bool isRedo : {true, false}) {
+            callout->SetHiddenAsDashedAtPos(isRedo != state, 0);
+            isRedo ? step->Redo() : step->Undo();
+            Pump();
+            EXPECT_EQ(m_scene->GetDrawWhenHidden(), isRedo == state);
+            EXPECT_EQ(callout->IsHiddenAsDashedAtPos(0), isRedo == state) << "it is dashed by the flag alone";
+        }
+    }
+    m_scene->SetDrawWhenHidden(false);
+    const du::SmartPtr<Callouts> sceneless(new Callouts);
+    CalloutsDrawWhenHiddenOperationStep(sceneless, true).Redo();
+    EXPECT_FALSE(m_scene->GetDrawWhenHidden());
 }
 
 // The dim colour lies between the two colours of the ground; the border has no part in it.
@@ -316,7 +340,7 @@ TEST_F(CalloutsView, APickThatIsNeverAnsweredHoldsNothingUp) {
     m_engine->OnDrawWhenHidden(m_view);
     EXPECT_GT(m_engine->GetPickRequestCount(), 0U);
     m_engine->OnDrawWhenHidden(m_view, other);
-    m_annoSet->RemoveAnnotationFromSet(callout, nullptr);
+    Remove(callout);
     EXPECT_FALSE(IsShown(callout));
     m_scene->RemoveShapeInstance(m_back.shape);
     StopEngine();

@@ -33,9 +33,12 @@ protected:
         return world * camera.GetWorldToPixel();
     }
 
-    static void ExpectNear(const dg::DPoint3D& actual, double x, double y) {
-        EXPECT_NEAR(actual.x, x, 1e-3);
-        EXPECT_NEAR(actual.y, y, 1e-3);
+    /// The label is drawn at the pixel, and its stored place says the same.
+    void ExpectAt(const CalloutPtr& callout, double x, double y) const {
+        for (const auto& pixel : {Pixel(callout), StoredPixel(callout)}) {
+            EXPECT_NEAR(pixel.x, x, 1e-3);
+            EXPECT_NEAR(pixel.y, y, 1e-3);
+        }
     }
 
     const Part m_inside;
@@ -73,14 +76,13 @@ TEST_F(InsetObserving, LabelsMoveAlongWithTheGlassAndArePinnedThere) {
     const auto plainBefore = Pixel(plain);
     inset->Displace({25, -10, 0}, true);
     EXPECT_FALSE(callout->IsLabelInScreenSpace()) << "nothing while the glass is being dragged";
-    ExpectNear(Pixel(callout), before.x, before.y);
+    ExpectAt(callout, before.x, before.y);
     for (const int times : {1, 2}) {
         inset->Displace({25, -10, 0}, false);
-        ExpectNear(Pixel(callout), before.x + 25 * times, before.y - 10 * times);
-        ExpectNear(StoredPixel(callout), before.x + 25 * times, before.y - 10 * times);
+        ExpectAt(callout, before.x + 25 * times, before.y - 10 * times);
         EXPECT_TRUE(callout->IsLabelInScreenSpace());
     }
-    ExpectNear(Pixel(plain), plainBefore.x, plainBefore.y);
+    ExpectAt(plain, plainBefore.x, plainBefore.y);
 }
 
 TEST_F(InsetObserving, LabelsKeepTheirPlaceRelativeToWhatIsMagnified) {
@@ -88,16 +90,15 @@ TEST_F(InsetObserving, LabelsKeepTheirPlaceRelativeToWhatIsMagnified) {
     const auto callout = Through(inset, m_inside);
     const auto before = Pixel(callout);
     inset->SetFactor(8.0F, true);
-    ExpectNear(Pixel(callout), before.x, before.y);
+    ExpectAt(callout, before.x, before.y);
     inset->SetFactor(16.0F, false);
     const double x = 300 + 2 * (before.x - 300);
     const double y = 80 + 2 * (before.y - 80);
-    ExpectNear(Pixel(callout), x, y);
-    ExpectNear(StoredPixel(callout), x, y);
+    ExpectAt(callout, x, y);
     EXPECT_TRUE(callout->IsLabelInScreenSpace());
     inset->SetFactor(0.0F, true);
     inset->SetFactor(5.0F, false);
-    ExpectNear(Pixel(callout), x, y);
+    ExpectAt(callout, x, y);
 }
 
 }  // namespace

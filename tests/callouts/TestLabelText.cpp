@@ -26,20 +26,16 @@ protected:
           m_part(AddPart("part", {0, 0, 0}, &m_assembly)),
           m_item(AddItem({m_part, AddPart("second", {5, 0, 0}), AddPart("third", {9, 0, 0})}, "12")) {
         Items().SetTag(m_item, "tag");
-        SetMass(m_root, "root mass");
-        SetMass(m_group, "group mass");
-        SetMass(m_assembly, "assembly mass");
-        SetMass(m_part, "part mass");
-        m_part.sbom->SetProperty(du::Symbol("Part"), du::Symbol("Note"), du::Symbol::EMPTY);
-        m_part.sbom->SetProperty(du::Symbol::EMPTY, du::Symbol("Vendor"), du::Symbol("maker"));
+        SetProperty(m_root, "Part", "Mass", "root mass");
+        SetProperty(m_group, "Part", "Mass", "group mass");
+        SetProperty(m_assembly, "Part", "Mass", "assembly mass");
+        SetProperty(m_part, "Part", "Mass", "part mass");
+        SetProperty(m_part, "Part", "Note", "");
+        SetProperty(m_part, "", "Vendor", "maker");
         const du::SmartPtr<zrkapp::illustration::KorvanFileInfo> info(
             new zrkapp::illustration::KorvanFileInfo);
         info->SetProperty("Title", "Pump");
         zrk::World::GetWorld()->SetMRC(new zrkapp::illustration::IllMultiRootContainer(info));
-    }
-
-    static void SetMass(const Part& part, const char* mass) {
-        part.sbom->SetProperty(du::Symbol("Part"), du::Symbol("Mass"), du::Symbol(mass));
     }
 
     std::string Label(const CalloutPtr& callout, const Contents& contents) const {

@@ -129,14 +129,14 @@ TEST_F(AlignTest, RecordsTheMovesOfAnOperation) {
     const std::string before = Places();
     ASSERT_TRUE(Run(AlignMaxY, MakeOperation()));
     EXPECT_EQ(Places(), "100,90 180,90 250,90");
-    EXPECT_EQ(m_scene->GetHistory().GetUndoCount(), 1U);
-    ASSERT_TRUE(m_scene->GetHistory().Undo());
+    EXPECT_EQ(UndoCount(), 1U);
+    ASSERT_TRUE(Undo());
     EXPECT_EQ(Places(), before);
-    ASSERT_TRUE(m_scene->GetHistory().Redo());
+    ASSERT_TRUE(Redo());
     EXPECT_EQ(Places(), "100,90 180,90 250,90");
     Labels({{100, 40}, {110, 90}});
     ASSERT_TRUE(Run(SpaceX));
-    EXPECT_EQ(m_scene->GetHistory().GetUndoCount(), 1U) << "without an operation nothing is recorded";
+    EXPECT_EQ(UndoCount(), 1U) << "without an operation nothing is recorded";
 }
 
 TEST_F(AlignTest, KeepsLabelsInScreenSpaceThere) {
@@ -152,7 +152,7 @@ TEST_F(AlignTest, KeepsLabelsInScreenSpaceThere) {
     EXPECT_EQ(Places(), "250,60 250,100");
     EXPECT_FALSE(free->IsLabelInScreenSpace());
     const dg::DPoint3D kept = held->GetPosition();
-    ASSERT_TRUE(m_scene->GetHistory().Undo());
+    ASSERT_TRUE(Undo());
     EXPECT_EQ(held->GetPosition(), kept) << "its move is no step";
     EXPECT_TRUE(held->IsLabelInScreenSpace());
 }

@@ -57,7 +57,7 @@ TEST_F(LayoutAroundABox, SpacesTheLabelsOfASideFromTheLeastOn) {
     EXPECT_EQ(PixelOf(top[1]), "195,110");
     EXPECT_EQ(PixelOf(top[0]), "225,110");
     EXPECT_EQ(PixelOf(alone[0]), "240,150");
-    EXPECT_EQ(m_scene->GetHistory().GetUndoCount(), 0U);
+    EXPECT_EQ(UndoCount(), 0U);
 }
 
 TEST_F(LayoutAroundABox, LeavesALabelWhosePartIsGoneButCountsItOnItsSide) {

@@ -36,14 +36,14 @@ TEST_F(OptimalLayoutTest, OneUndoTakesAllMovesBack) {
     const CalloutPtr a = On(AddPart("a", {-4, 0, 0}));
     const CalloutPtr b = On(AddPart("b", {4, 0, 0}));
     const std::string before = PixelOf(a) + " " + PixelOf(b);
-    const auto entries = m_scene->GetHistory().GetUndoCount();
+    const auto entries = UndoCount();
     ASSERT_TRUE(Arrange({a, b}, MakeOperation()));
     const std::string after = PixelOf(a) + " " + PixelOf(b);
     ASSERT_NE(after, before);
-    EXPECT_EQ(m_scene->GetHistory().GetUndoCount(), entries + 1);
-    m_scene->GetHistory().Undo();
+    EXPECT_EQ(UndoCount(), entries + 1);
+    Undo();
     EXPECT_EQ(PixelOf(a) + " " + PixelOf(b), before);
-    m_scene->GetHistory().Redo();
+    Redo();
     EXPECT_EQ(PixelOf(a) + " " + PixelOf(b), after);
 }
 

@@ -13,12 +13,6 @@ GeneratorFixture::Selection GeneratorFixture::Select(const std::vector<Part>& pa
     return selection;
 }
 
-void GeneratorFixture::SelectNothing(Selection& selection, int times) {
-    for (int i = 0; i < times; ++i) {
-        selection.emplace_back(new zrk::illustration::SbomInstanceSelectionItem(nullptr));
-    }
-}
-
 void GeneratorFixture::Create(const std::vector<Part>& parts) {
     CalloutGenerator(m_engine).AddOnSelected(Select(parts), nullptr);
 }

@@ -28,17 +28,11 @@ public:
 /// Keeps what it hears until it has completed, which is when the test may look.
 class RecordingEvent : public zrk::AsyncEvent {
 public:
-    explicit RecordingEvent(std::string* log = nullptr) : m_log(log) {}
-
     void OnProgress(unsigned char percent) override { m_progress.push_back(percent); }
-    void OnComplete(int status) override {
-        if (m_log != nullptr) *m_log += "complete " + std::to_string(status);
-    }
+    void OnComplete(int status) override { m_status = status; }
 
     std::vector<int> m_progress;
-
-private:
-    std::string* m_log;
+    std::optional<int> m_status;
 };
 
 class GeneratorFixture : public EngineFixture {
@@ -48,9 +42,6 @@ protected:
     using OperationPtr = du::SmartPtr<zrk::Operation>;
 
     static Selection Select(const std::vector<Part>& parts);
-    /// Adds an item without part, as when something else was selected.
-    static void SelectNothing(Selection& selection, int times);
-
     /// Creates the callouts for the parts on this thread.
     void Create(const std::vector<Part>& parts);
     /// The callouts of the scene, in the order in which they entered it.
@@ -58,7 +49,6 @@ protected:
     /// "leader,leader=text" for each callout of the scene, in the order of the text.
     std::string Dump() const;
     static std::string Describe(const zrannotations::Callout& callout);
-    std::size_t UndoCount() const { return m_scene->GetHistory().GetUndoCount(); }
     TemplatePtr UseTemplate(std::vector<ContentPtr> contents);
 };
 

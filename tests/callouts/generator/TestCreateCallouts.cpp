@@ -2,11 +2,9 @@
 
 #include <gmock/gmock.h>
 
-#include <atomic>
 #include <chrono>
 #include <cmath>
 #include <functional>
-#include <latch>
 #include <map>
 #include <random>
 #include <thread>
@@ -52,12 +50,12 @@ protected:
 TEST_F(CreateCallouts, TakesTheSelectionOverAndCompletesEvenWithNothingToDo) {
     const Part part = AddPart("a", {0, 0, 0});
     for (const auto& engine : {m_engine, du::SmartPtr<Callouts>()}) {
-        std::string log;
+        const EventPtr event(new RecordingEvent);
         Selection selection = Select({part, part});
-        CalloutGenerator::CreateCallouts(engine, std::move(selection), EventPtr(new RecordingEvent(&log)));
+        CalloutGenerator::CreateCallouts(engine, std::move(selection), event);
         EXPECT_TRUE(selection.empty());
         WaitForPool();
-        EXPECT_EQ(log, "complete 0") << "there is no template";
+        EXPECT_EQ(event->m_status, 0) << "there is no template";
     }
     EXPECT_EQ(Dump(), "");
     EXPECT_EQ(UndoCount(), 0U);
@@ -124,7 +122,7 @@ TEST_F(CreateCallouts, PlacesLabelsAlikeOnAnyThread) {
     const auto expected = Labels();
     ASSERT_EQ(expected.size(), static_cast<std::size_t>(kParts));
     for (int round = 0; round < 5; ++round) {
-        while (!Shown().empty()) ASSERT_TRUE(m_scene->GetHistory().Undo());
+        while (!Shown().empty()) ASSERT_TRUE(Undo());
         Start(left);
         Start(right);
         WaitForPool();
@@ -133,10 +131,7 @@ TEST_F(CreateCallouts, PlacesLabelsAlikeOnAnyThread) {
 }
 
 TEST_F(CreateCallouts, SharesOneLockAmongAllGenerators) {
-    const CalloutGenerator one(m_engine);
-    const CalloutGenerator other(nullptr);
-    ASSERT_NE(one.GetRWLockPtr(), nullptr);
-    EXPECT_EQ(one.GetRWLockPtr(), other.GetRWLockPtr());
+    EXPECT_EQ(CalloutGenerator(m_engine).GetRWLockPtr(), CalloutGenerator(nullptr).GetRWLockPtr());
 }
 
 // The user goes on working while callouts are made.
@@ -159,27 +154,19 @@ TEST_F(CreateCallouts, LetsTheEngineAnswerMeanwhile) {
     for (const auto& callout : Shown()) EXPECT_NE(Text(callout), "");
 }
 
-/// Calls the action again and again on a thread of its own, from the start signal to the end of all.
+/// Calls the action again and again on a thread of its own, from now to its own end.
 class Meanwhile {
 public:
-    Meanwhile(std::latch& start, std::function<void()> action)
-        : m_thread([this, &start, action = std::move(action)] {
-              start.arrive_and_wait();
-              while (!m_stop) {
+    explicit Meanwhile(std::function<void()> action)
+        : m_thread([action = std::move(action)](const std::stop_token& stop) {
+              while (!stop.stop_requested()) {
                   action();
                   std::this_thread::sleep_for(std::chrono::milliseconds(1));
               }
           }) {}
-    Meanwhile(const Meanwhile&) = delete;
-    Meanwhile& operator=(const Meanwhile&) = delete;
-    ~Meanwhile() {
-        m_stop = true;
-        m_thread.join();
-    }
 
 private:
-    std::atomic<bool> m_stop{false};
-    std::thread m_thread;
+    std::jthread m_thread;
 };
 
 // Creation may be at any stage when the host changes something, and when the engine goes.
@@ -192,8 +179,7 @@ TEST_F(CreateCallouts, OutlivesEveryEditAndTheEndOfItsEngine) {
     {
         std::mt19937 random(1);
         std::mt19937 delays(2);
-        std::latch start(4);
-        const Meanwhile parts(start, [&] {
+        const Meanwhile parts([&] {
             const auto shape = m_grid[random() % m_grid.size()].shape;
             m_scene->SetVisible(shape, random() % 2 == 0);
             m_scene->SetLocation(shape,
@@ -205,18 +191,17 @@ TEST_F(CreateCallouts, OutlivesEveryEditAndTheEndOfItsEngine) {
             // Where parts are seen is found anew after each edit; creation must get on nevertheless.
             std::this_thread::sleep_for(std::chrono::milliseconds(20));
         });
-        const Meanwhile items(start, [&] {
+        const Meanwhile items([&] {
             const auto list = zritemlist::ItemList::GetItemListForScene(m_scene);
             const auto ids = list ? list->GetZrkItemList()->GetItemIds() : std::vector<unsigned>();
             if (ids.empty()) return;
             list->GetZrkItemList()->SetTag(ids.front(), "T");
             list->GetZrkItemList()->RemoveItem(ids.back());
         });
-        const Meanwhile language(start, [] {
+        const Meanwhile language([] {
             zrk::World::GetWorld()->SetLanguage("de");
             zrk::World::GetWorld()->SetLanguage("en");
         });
-        start.arrive_and_wait();
         for (int i = 0; i < kEngines; ++i) {
             m_engine->SetTemplate(numbered);
             Start(m_grid);

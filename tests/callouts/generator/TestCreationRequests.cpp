@@ -29,7 +29,7 @@ TEST_F(CreationRequests, CallOutTheInstancesOfEachItemInTheOrderOfTheIds) {
     EXPECT_EQ(UndoCount(), 1U);
     CreateFor({second}, "no such template");
     EXPECT_EQ(UndoCount(), 1U) << "all are there";
-    m_scene->GetHistory().Undo();
+    Undo();
     EXPECT_EQ(Dump(), "");
     const OperationPtr operation = MakeOperation();
     CreateFor({first}, "", operation);
@@ -81,7 +81,7 @@ TEST_F(CreationRequests, CallOutSymbolsTogetherWithThoseOfTheSameShape) {
         EXPECT_EQ(first->GetSymbolIdAtPos(0), 0U);
         EXPECT_EQ(first->GetSymbolIdAtPos(1), row.combine || row.drawOne ? annotation->Id() : 0U);
         EXPECT_EQ(first->GetDrawnLeaders().size(), row.drawn);
-        EXPECT_TRUE(m_scene->GetHistory().Undo());
+        EXPECT_TRUE(Undo());
         EXPECT_EQ(Dump(), "");
     }
     CalloutGenerator(m_engine).AddOnSymbols({m_weld.instance});

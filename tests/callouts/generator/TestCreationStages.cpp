@@ -123,7 +123,7 @@ TEST_F(CreationStages, NumberCalloutsMadeElsewhere) {
     EXPECT_EQ(Create(callouts, operation), "a=2;below=ASM;listed=L;") << "1 was given";
     ASSERT_TRUE(operation);
     EXPECT_EQ(UndoCount(), 1U);
-    m_scene->GetHistory().Undo();
+    Undo();
     EXPECT_EQ(Dump(), "");
     unsigned id = 0;
     EXPECT_FALSE(Items().GetItemIdForInstance(m_part.sbom, id)) << "the new item is a step of the operation";
@@ -180,7 +180,7 @@ TEST_F(CreationStages, PrepareCalloutsThatTheUserPlacesHimself) {
     zrk::RecordOperation(operation);
     EXPECT_EQ(Shown(), CalloutVec{callout});
     EXPECT_EQ(Filed(m_part), CalloutVec{callout});
-    m_scene->GetHistory().Undo();
+    Undo();
     EXPECT_TRUE(Shown().empty());
     EXPECT_FALSE(Items().GetItemIdForInstance(m_part.sbom, id)) << "one undo takes the item back too";
 }

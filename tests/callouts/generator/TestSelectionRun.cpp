@@ -12,7 +12,12 @@ using testing::ElementsAre;
 
 class SelectionRun : public GeneratorFixture {
 protected:
-    std::vector<int> ProgressOf(const Selection& selection) {
+    /// With `others` besides the parts: items without part, as when something else is selected, one of them
+    /// null.
+    std::vector<int> ProgressOf(const std::vector<Part>& parts, std::size_t others = 0) {
+        Selection selection = Select(parts);
+        for (const auto& other : Select(std::vector<Part>(others))) selection.push_back(other);
+        if (others > 0) selection.back() = nullptr;
         const EventPtr event(new RecordingEvent);
         CalloutGenerator(m_engine).AddOnSelected(selection, event);
         return event->m_progress;
@@ -31,15 +36,10 @@ TEST_F(SelectionRun, ReportsProgressBeforeEachHundredthItemOfAllPasses) {
     UseTemplate({Literal("x")});
     const Part a = AddPart("a", {-4, 0, 0});
     const Part b = AddPart("b", {4, 0, 0});
-    Selection one = Select({a});
-    SelectNothing(one, 248);
-    one.emplace_back(nullptr);
-    EXPECT_THAT(ProgressOf(one), ElementsAre(0, 40, 80)) << "items without part count too";
-    Selection two = Select({a, b});
-    SelectNothing(two, 148);
-    EXPECT_THAT(ProgressOf(two), ElementsAre(0, 33, 67))
+    EXPECT_THAT(ProgressOf({a}, 249), ElementsAre(0, 40, 80)) << "items without part count too";
+    EXPECT_THAT(ProgressOf({a, b}, 148), ElementsAre(0, 33, 67))
         << "300 items: the second pass goes on where the first ended";
-    EXPECT_THAT(ProgressOf(Select({a})), ElementsAre(100));
+    EXPECT_THAT(ProgressOf({a}), ElementsAre(100));
     EXPECT_THAT(ProgressOf({}), ElementsAre()) << "nothing selected, nothing done";
 }
 
@@ -61,7 +61,7 @@ TEST_F(SelectionRun, LetsFurtherPartsLeadFromTheFirstCalloutWhenAsked) {
         Create(bolts);
         EXPECT_EQ(Dump(), row.shown);
         EXPECT_EQ(Shown().front()->GetDrawnLeaders().size(), row.drawnOnFirst) << row.combine << row.drawOne;
-        m_scene->GetHistory().Undo();
+        Undo();
     }
 }
 
@@ -112,7 +112,7 @@ TEST_F(SelectionRun, TurnsToTheParentOfAPartThatIsNotItemized) {
     AddItem({cap});
     Create({plate});
     EXPECT_EQ(Dump(), "plate=1;") << "itemized, it stands for itself";
-    m_scene->GetHistory().Undo();
+    Undo();
     Items().SetItemized(item, false);
     Create({plate});
     ASSERT_EQ(Shown().size(), 1U + 1U) << "the parent, and below it the other part that is itemized";
@@ -120,7 +120,7 @@ TEST_F(SelectionRun, TurnsToTheParentOfAPartThatIsNotItemized) {
     EXPECT_EQ(OfItem(above).front()->GetAssemblyInstanceAtPos(0),
               du::SmartPtr<zrk::BaseInstance>(assembly.sbom));
     EXPECT_EQ(OfItem(above).front()->GetType(), zrannotations::CALLOUT_TYPE_ASSEMBLY);
-    m_scene->GetHistory().Undo();
+    Undo();
     Items().SetItemized(above, false);
     Create({plate});
     EXPECT_EQ(Dump(), "") << "neither is itemized";
@@ -180,18 +180,18 @@ TEST_F(SelectionRun, TakesCalloutsAndItemsBackAndBringsTheSameOnesAgain) {
     EXPECT_FALSE(name.empty());
     EXPECT_EQ(name.find("142"), std::string::npos) << "the name is a text, not a number: " << name;
 
-    ASSERT_TRUE(m_scene->GetHistory().Undo());
+    ASSERT_TRUE(Undo());
     EXPECT_EQ(Dump(), "");
     EXPECT_EQ(Items().GetItemIds().size(), 1U);
     EXPECT_TRUE(Filed(parts[0]).empty());
     for (int round = 0; round < 2; ++round) {
-        ASSERT_TRUE(m_scene->GetHistory().Redo());
+        ASSERT_TRUE(Redo());
         EXPECT_EQ(Dump(), done);
         EXPECT_EQ(Shown(), shown);
         for (std::size_t i = 0; i < shown.size(); ++i) EXPECT_EQ(shown[i]->GetPosition(), labels[i]);
         EXPECT_EQ(Filed(parts[0]).size(), 1U);
         EXPECT_EQ(Items().GetItemIds().size(), 3U);
-        ASSERT_TRUE(m_scene->GetHistory().Undo());
+        ASSERT_TRUE(Undo());
         EXPECT_EQ(Dump(), "");
     }
 }
