@@ -1,13 +1,10 @@
 #include "zrannotations/Callout.h"
 
-#include <atomic>
 #include <functional>
-#include <thread>
 
 #include "tests/host/zrannotations/PartsTest.h"
 #include "zrannotations/CalloutTemplates.h"
 #include "zrk/annotation/AnnoSet.h"
-#include "zrk/tree/ComponentInstance.h"
 
 namespace zrannotations {
 namespace {
@@ -146,10 +143,7 @@ TEST_F(CalloutTest, TellsTheSceneOfChangedPlacesButNotOfLooks) {
         {"remove no leader", 0, [&] { callout->RemoveLeaderAtPos(9); }},
         {"label", 1, [&] { callout->SetLabelPosition(dg::DPoint3D(2, 2, 2)); }},
         {"dash", 0, [&] { callout->SetHiddenAsDashedAtPos(true, 0); }},
-        {"dim", 0,
-         [&] {
-             callout->SetDimAtPos(true, 0, dg::Color{0.5F, 0.5F, 0.5F, 1.0F});
-         }},
+        {"dim", 0, [&] { callout->SetDimAtPos(true, 0, dg::Color(0.5F, 0.5F, 0.5F, 1.0F)); }},
         {"text", 0, [&] { callout->SetText(du::Symbol("7"), false); }},
         {"localised text", 0, [&] { callout->SetText(du::Symbol("7"), true); }},
         {"visibility", 0, [&] { callout->SetVisible("", false); }},

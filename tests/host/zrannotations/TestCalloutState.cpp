@@ -92,45 +92,33 @@ TEST_F(CalloutStateTest, KeepsWhatPicksTellWhileStatesComeBack) {
 TEST_F(CalloutStateTest, BringsBackEverythingAndIsFiledAnewWhereThatMatters) {
     const auto callout = Show(m_a, 1);
     Connect(callout, m_b);
+    const dg::DPoint3D elsewhere(9, 9, 9);
+    const CalloutStyle boxed{BalloonShape::Box, {}, {}, 2.0};
     const struct {
         const char* name;
         std::function<void()> change;
         bool isFiledAnew;
-    } rows[] = {{"text", [&] { callout->SetText(du::Symbol("x"), false); }, false},
-                {"localized text", [&] { callout->SetText(du::Symbol("x"), true); }, false},
-                {"legacy text", [&] { callout->SetLegacyText(du::Symbol("x")); }, false},
-                {"translation",
-                 [&] { callout->GetLocalizableString().SetTranslation("de", du::Symbol("x")); }, false},
-                {"position",
-                 [&] {
-                     callout->SetLabelPosition({9, 9, 9});
-                 },
-                 false},
-                {"screen space", [&] { callout->SetLabelScreenSpaceMode(m_view); }, false},
-                {"anchor",
-                 [&] {
-                     callout->SetAnchor({9, 9, 9}, 1);
-                 },
-                 false},
-                {"hidden", [&] { callout->SetVisible("b", false); }, false},
-                {"symbol", [&] { callout->SetSymbolIdAtPos(4, 1); }, false},
-                {"style",
-                 [&] {
-                     callout->SetStyle({BalloonShape::Box, {}, {}, 2.0});
-                 },
-                 false},
-                {"custom", [&] { callout->SetCustomCallout(true); }, true},
-                {"item", [&] { callout->SetItemId(2); }, true},
-                {"no item", [&] { callout->RemoveItemId(); }, true},
-                {"template", [&] { callout->UpdateDefinition(m_second); }, true},
-                {"inset", [&] { callout->SetInsetAtPos(m_inset, 1); }, true},
-                {"leader gone", [&] { callout->RemoveLeaderAtPos(0); }, true},
-                {"leader more", [&] { Connect(callout, m_a); }, true},
-                {"free",
-                 [&] {
-                     callout->InitializeFree(m_first, {1, 1, 1});
-                 },
-                 false}};
+    } rows[] = {
+        {"text", [&] { callout->SetText(du::Symbol("x"), false); }, false},
+        {"localized text", [&] { callout->SetText(du::Symbol("x"), true); }, false},
+        {"legacy text", [&] { callout->SetLegacyText(du::Symbol("x")); }, false},
+        {"translation", [&] { callout->GetLocalizableString().SetTranslation("de", du::Symbol("x")); },
+         false},
+        {"position", [&] { callout->SetLabelPosition(elsewhere); }, false},
+        {"screen space", [&] { callout->SetLabelScreenSpaceMode(m_view); }, false},
+        {"anchor", [&] { callout->SetAnchor(elsewhere, 1); }, false},
+        {"hidden", [&] { callout->SetVisible("b", false); }, false},
+        {"symbol", [&] { callout->SetSymbolIdAtPos(4, 1); }, false},
+        {"style", [&] { callout->SetStyle(boxed); }, false},
+        {"custom", [&] { callout->SetCustomCallout(true); }, true},
+        {"item", [&] { callout->SetItemId(2); }, true},
+        {"no item", [&] { callout->RemoveItemId(); }, true},
+        {"template", [&] { callout->UpdateDefinition(m_second); }, true},
+        {"inset", [&] { callout->SetInsetAtPos(m_inset, 1); }, true},
+        {"leader gone", [&] { callout->RemoveLeaderAtPos(0); }, true},
+        {"leader more", [&] { Connect(callout, m_a); }, true},
+        {"free", [&] { callout->InitializeFree(m_first, elsewhere); }, false},
+    };
     const CalloutState before = callout->CaptureState();
     for (const auto& row : rows) {
         SCOPED_TRACE(row.name);
@@ -258,15 +246,13 @@ TEST_F(CalloutStateTest, IsFoundByItsItemWhateverThatBecomes) {
 
 TEST_F(CalloutStateTest, BringsInsetsBackAndClipsTheirCalloutsAnew) {
     m_annoSet->AddAnnotationToSet(m_inset, nullptr);
-    const std::function<void()> changes[] = {[&] {
-                                                 m_inset->Displace({5, 5, 0}, false);
-                                             },
-                                             [&] { m_inset->SetRadius(99); },
-                                             [&] { m_inset->SetFactor(9, false); },
-                                             [&] { m_inset->SetVisible(false); },
-                                             [&] {
-                                                 m_inset->SetSource({1, 1, 0});
-                                             }};
+    const dg::DPoint3D elsewhere(1, 1, 0);
+    const dg::DVec3 aside(5, 5, 0);
+    const std::function<void()> changes[] = {
+        [&] { m_inset->Displace(aside, false); }, [&] { m_inset->SetRadius(99); },
+        [&] { m_inset->SetFactor(9, false); },    [&] { m_inset->SetVisible(false); },
+        [&] { m_inset->SetSource(elsewhere); },
+    };
     const auto before = m_inset->CaptureState();
     for (const auto& change : changes) {
         zrk::Transaction action(m_scene, "edit");

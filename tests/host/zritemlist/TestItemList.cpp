@@ -147,6 +147,9 @@ TEST_F(StructureTest, ListsAWeldAsOnePart) {
 
 class ItemEditTest : public ItemListTest {
 protected:
+    unsigned AddItem(const std::vector<SbomPtr>& instances, const std::string& label = "") {
+        return m_list->AddItem(instances, label, true, false, nullptr);
+    }
     /// All of the list.
     auto State() const {
         std::map<unsigned, ItemsList::Item> state;
@@ -163,33 +166,29 @@ TEST_F(ItemEditTest, CanUndoEveryEdit) {
     const auto bolt = Add(m_root, "bolt", Node("Bolt"));
     const auto nut = Add(m_root, "nut", Node("Nut"));
     const auto cap = Add(m_root, "cap", Node("Cap"));
-    const unsigned first = m_list->AddItem({bolt, nut}, "", true, false, nullptr);
-    const unsigned second = m_list->AddItem({cap}, "", true, false, nullptr);
+    const unsigned first = AddItem({bolt, nut});
+    const unsigned second = AddItem({cap});
     const unsigned last = m_list->AddItem({}, "X", true, true, nullptr);
+    const std::vector<SbomPtr> joining{nut, m_root, bolt};
+    const std::vector<SbomPtr> leaving{bolt, cap};
+    const zrk::illustration::Numbering prefixed{true, "P", "-"};
     const struct {
         const char* name;
         std::function<void(const OperationPtr&)> edit;
-    } rows[] = {{"add", [&](const auto& to) { m_list->AddItem({m_root}, "", true, false, to); }},
-                {"add instance", [&](const auto& to) { m_list->AddInstance(m_root, to, true, "Y"); }},
-                {"delete", [&](OperationPtr to) { m_list->DeleteItem(first, to); }},
-                {"label", [&](const auto& to) { m_list->SetLabel(first, "A", to); }},
-                {"automatic label", [&](const auto& to) { m_list->SetLabel(last, "", to); }},
-                {"tag", [&](const auto& to) { m_list->SetTag(second, "spare", to); }},
-                {"itemized", [&](const auto& to) { m_list->SetItemized(second, false, to); }},
-                {"number", [&](const auto& to) { m_list->SetNumber(second, 7, to); }},
-                {"join",
-                 [&](const auto& to) {
-                     m_list->JoinItem(second, {nut, m_root, bolt}, to);
-                 }},
-                {"leave",
-                 [&](const auto& to) {
-                     m_list->LeaveItem(first, {bolt, cap}, to);
-                 }},
-                {"numbering",
-                 [&](const auto& to) {
-                     m_list->SetNumbering({true, "P", "-"}, to);
-                 }},
-                {"clear", [&](const auto& to) { m_list->Clear(to); }}};
+    } rows[] = {
+        {"add", [&](const auto& to) { m_list->AddItem({m_root}, "", true, false, to); }},
+        {"add instance", [&](const auto& to) { m_list->AddInstance(m_root, to, true, "Y"); }},
+        {"delete", [&](OperationPtr to) { m_list->DeleteItem(first, to); }},
+        {"label", [&](const auto& to) { m_list->SetLabel(first, "A", to); }},
+        {"automatic label", [&](const auto& to) { m_list->SetLabel(last, "", to); }},
+        {"tag", [&](const auto& to) { m_list->SetTag(second, "spare", to); }},
+        {"itemized", [&](const auto& to) { m_list->SetItemized(second, false, to); }},
+        {"number", [&](const auto& to) { m_list->SetNumber(second, 7, to); }},
+        {"join", [&](const auto& to) { m_list->JoinItem(second, joining, to); }},
+        {"leave", [&](const auto& to) { m_list->LeaveItem(first, leaving, to); }},
+        {"numbering", [&](const auto& to) { m_list->SetNumbering(prefixed, to); }},
+        {"clear", [&](const auto& to) { m_list->Clear(to); }},
+    };
     for (const auto& row : rows) {
         for (const bool inTransaction : {false, true}) {
             SCOPED_TRACE(row.name);
@@ -202,13 +201,14 @@ TEST_F(ItemEditTest, CanUndoEveryEdit) {
             if (inTransaction) transaction->Commit();
             const auto after = State();
             EXPECT_FALSE(after == before);
-            for (int round = 0; round < 2; ++round) {
+            const auto undo = [&] {
                 inTransaction ? (void)m_scene->GetHistory().Undo() : operation->Undo();
                 EXPECT_TRUE(State() == before);
-                inTransaction ? (void)m_scene->GetHistory().Redo() : operation->Redo();
-                EXPECT_TRUE(State() == after);
-            }
-            inTransaction ? (void)m_scene->GetHistory().Undo() : operation->Undo();
+            };
+            undo();
+            inTransaction ? (void)m_scene->GetHistory().Redo() : operation->Redo();
+            EXPECT_TRUE(State() == after);
+            undo();
         }
     }
     unsigned holder = 0;
@@ -217,9 +217,9 @@ TEST_F(ItemEditTest, CanUndoEveryEdit) {
 }
 
 TEST_F(ItemEditTest, GivesNoNumberTwiceBelowOneParent) {
-    const unsigned first = m_list->AddItem({}, "", true, false, nullptr);
-    const unsigned second = m_list->AddItem({}, "", true, false, nullptr);
-    const unsigned custom = m_list->AddItem({}, "X", true, false, nullptr);
+    const unsigned first = AddItem({});
+    const unsigned second = AddItem({});
+    const unsigned custom = AddItem({}, "X");
     const struct {
         unsigned id;
         unsigned number;
@@ -230,7 +230,7 @@ TEST_F(ItemEditTest, GivesNoNumberTwiceBelowOneParent) {
         EXPECT_EQ(m_list->SetNumber(row.id, row.number, nullptr), row.isSet) << row.id << " " << row.number;
     }
     EXPECT_EQ(Dump(), "9=;1=;X!=;");
-    m_list->AddItem({}, "", true, false, nullptr);
+    AddItem({});
     EXPECT_EQ(Dump(), "9=;1=;X!=;10=;");
     m_list->SetNumbering({}, nullptr);
     EXPECT_EQ(Dump(), "1=;2=;X!=;3=;") << "the gaps stay open";

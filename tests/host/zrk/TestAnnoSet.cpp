@@ -3,7 +3,6 @@
 #include <gtest/gtest.h>
 
 #include <string>
-#include <thread>
 #include <vector>
 
 #include "zrk/annotation/AnnoSetVisitor.h"
@@ -21,7 +20,6 @@ public:
     du::Symbol GetClass() const override { return du::Symbol("Note"); }
     unsigned GetCountMask() const override { return m_mask; }
     std::vector<du::SmartPtr<Annotation>> GetDependents() const override { return m_dependents; }
-    void Change() { NotifyModified(); }
     char Name() const { return m_name; }
     std::vector<du::SmartPtr<Annotation>> m_dependents;
 
@@ -39,9 +37,6 @@ public:
     void OnAnnotationAdded(const du::SmartPtr<Annotation>& note) override { (m_log += '+') += NameOf(note); }
     void OnAnnotationRemoved(const du::SmartPtr<Annotation>& note) override {
         (m_log += '-') += NameOf(note);
-    }
-    void OnAnnotationModified(const du::SmartPtr<Annotation>& note, bool) override {
-        (m_log += '*') += NameOf(note);
     }
     std::string m_log;
 };

@@ -2,7 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include <memory>
 #include <string>
 #include <utility>
 #include <vector>
@@ -41,26 +40,6 @@ public:
 
 private:
     const std::string m_last;
-};
-
-class TreeListener : public TreeObserver {
-public:
-    explicit TreeListener(std::string& heard, bool framed = true) : m_heard(heard), m_isFramed(framed) {}
-    bool RequiresBeginEnd() const override { return m_isFramed; }
-    void OnBeginUpdate() override { m_heard += '('; }
-    void OnEndUpdate() override { m_heard += ')'; }
-    void OnInstanceInserted(const InstancePtr& instance) override { m_heard += instance->GetName(); }
-    void OnInstancePropertyValueChanged(const InstancePtr& instance) override {
-        m_heard += "p" + instance->GetName();
-    }
-    int OnDestroy() override {
-        m_heard += '!';
-        return 0;
-    }
-
-private:
-    std::string& m_heard;
-    const bool m_isFramed;
 };
 
 TEST(Tree, VisitsParentsFirstAndStopsWhenTold) {

@@ -3,30 +3,19 @@
 #include <gtest/gtest.h>
 
 #include <atomic>
+#include <chrono>
 #include <latch>
-#include <string>
+#include <thread>
 
-#include "du/Localizer.h"
 #include "du/Task.h"
-#include "zrk/world/MultiRootContainer.h"
-#include "zrk/world/WorldObserver.h"
 
 namespace zrk {
 namespace {
 
-class LanguageListener : public WorldObserver {
-public:
-    void OnLanguageChanged() override { m_heard += du::Localizer::GetLanguage() + ' '; }
-    std::string m_heard;
-};
-
 class WorldTest : public testing::Test {
 protected:
     void SetUp() override { World::Start(2); }
-    void TearDown() override {
-        du::Localizer::SetLanguage("en");
-        World::Stop();
-    }
+    void TearDown() override { World::Stop(); }
 };
 
 // A task that is still running asks for the world; it must not find none while it works.

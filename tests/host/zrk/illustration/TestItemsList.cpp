@@ -27,8 +27,7 @@ std::string Names(const std::set<SbomPtr>& instances) {
 /// Writes down what it hears.
 class ListLog : public ItemsListObserver {
 public:
-    explicit ListLog(bool framed = true) : m_isFramed(framed) {}
-    bool RequiresBeginEnd() const override { return m_isFramed; }
+    bool RequiresBeginEnd() const override { return true; }
     void OnBeginUpdate() override { m_log += '('; }
     void OnEndUpdate() override { m_log += ')'; }
     void OnItemAdded(unsigned id) override { m_log += "+" + std::to_string(id); }
@@ -39,15 +38,9 @@ public:
         if (!removed.empty()) m_log += "/" + Names(removed);
     }
     void OnListSettingsChanged() override { m_log += "settings"; }
-    void OnListCleared() override { m_log += "cleared"; }
-    int OnDestroy() override {
-        m_log += '!';
-        return 0;
-    }
     std::string Take() { return std::exchange(m_log, {}); }
 
 private:
-    const bool m_isFramed;
     std::string m_log;
 };
 
@@ -83,7 +76,6 @@ protected:
         }
         return labels;
     }
-    void SetHierarchical() { m_list->SetNumbering({true, "", "."}); }
 
     std::map<std::string, SbomPtr> m_parts;
     std::map<std::string, du::SmartPtr<zrk::ComponentNode>> m_components;
@@ -92,7 +84,7 @@ protected:
 };
 
 TEST_F(ItemsListTest, NumbersBelowTheNextAssemblyThatIsListed) {
-    SetHierarchical();
+    m_list->SetNumbering({true, "", "."});
     Add("A");
     Add("A.b");
     const unsigned sub = Add("A.S");
