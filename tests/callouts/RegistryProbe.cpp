@@ -1,6 +1,6 @@
 #include "tests/callouts/RegistryProbe.h"
 
-#include <algorithm>
+#include <set>
 
 #include "zrannotations/CombinedCallout.h"
 #include "zrk/illustration/ItemsList.h"
@@ -8,8 +8,22 @@
 namespace zrcallouts {
 namespace {
 
-std::string Id(const du::SmartPtr<zrk::Annotation>& annotation) {
-    return "#" + std::to_string(annotation->Id());
+/// What stands in an index, an entry a line.
+using Entries = std::set<std::string>;
+
+std::string Entry(const Callouts::CalloutPtr& callout, const std::string& place) {
+    return "#" + std::to_string(callout->Id()) + " under " + place;
+}
+
+std::string Item(unsigned id) { return "item " + std::to_string(id); }
+
+/// The entries that `others` lacks.
+std::string Without(const Entries& entries, const Entries& others, const char* verdict) {
+    std::string fault;
+    for (const auto& entry : entries) {
+        if (!others.contains(entry)) fault.append(entry).append(verdict);
+    }
+    return fault;
 }
 
 /// All that it says about itself and, when it is a combined one, about its members.
@@ -25,78 +39,62 @@ std::vector<Callouts::CalloutPtr> WithMembers(const Callouts::CalloutPtr& callou
 
 }  // namespace
 
-// The first member is not filed: the combined callout stands for it.
-void RegistryProbe::File(const CalloutPtr& callout, Filed& filed) {
-    auto all = WithMembers(callout);
-    if (all.size() > 1) all.erase(all.begin() + 1);
-    for (const auto& each : all) {
-        for (unsigned i = 0; i < each->GetLeaderLineCount(true); ++i)
-            filed.emplace(each->GetShapeInstanceIdAtPos(i), each);
-    }
-}
-
 std::string RegistryProbe::Fault(bool allowsFormer) const {
-    return FaultOfParts(allowsFormer) + FaultOfInsets(allowsFormer) + FaultOfItems();
+    return FaultOfParts(allowsFormer) + (allowsFormer ? "" : FaultOfInsets()) + FaultOfItems();
 }
 
 std::string RegistryProbe::FaultOfParts(bool allowsFormer) const {
-    Filed expected;
-    for (const auto& callout : m_engine.m_callouts) File(callout, expected);
-    std::string fault;
-    for (const auto& [part, callout] : expected) {
-        if (!m_engine.m_instanceIdCallouts.contains({part, callout}))
-            fault.append(Id(callout)).append(" is not filed under ").append(part).append("\n");
-    }
-    for (const auto& [part, callout] : m_engine.m_instanceIdCallouts) {
-        if (!allowsFormer && !expected.contains({part, callout}))
-            fault.append(Id(callout)).append(" is filed under ").append(part).append(" for no reason\n");
-    }
-    return fault;
-}
-
-std::string RegistryProbe::FaultOfInsets(bool allowsFormer) const {
-    if (allowsFormer) return {};
-    std::set<CalloutPtr> known;
+    Entries expected;
     for (const auto& callout : m_engine.m_callouts) {
-        const auto all = WithMembers(callout);
-        known.insert(all.begin(), all.end());
-    }
-    std::string fault;
-    for (const auto& [inset, callouts] : m_engine.m_insetCallouts) {
-        for (const auto& callout : callouts) {
-            if (!known.contains(callout)) fault.append(Id(callout)).append(" has left, but not its inset\n");
+        auto all = WithMembers(callout);
+        // The first member is not filed: the combined callout stands for it.
+        if (all.size() > 1) all.erase(all.begin() + 1);
+        for (const auto& each : all) {
+            for (unsigned i = 0; i < each->GetLeaderLineCount(true); ++i)
+                expected.insert(Entry(each, each->GetShapeInstanceIdAtPos(i)));
         }
     }
-    return fault;
+    Entries filed;
+    for (const auto& [part, callout] : m_engine.m_instanceIdCallouts) filed.insert(Entry(callout, part));
+    return Without(expected, filed, " is missing\n") +
+           (allowsFormer ? "" : Without(filed, expected, " is there for no reason\n"));
+}
+
+std::string RegistryProbe::FaultOfInsets() const {
+    Entries expected;
+    for (const auto& callout : m_engine.m_callouts) {
+        for (const auto& each : WithMembers(callout)) expected.insert(Entry(each, "its inset"));
+    }
+    Entries recorded;
+    for (const auto& [inset, callouts] : m_engine.m_insetCallouts) {
+        for (const auto& callout : callouts) recorded.insert(Entry(callout, "its inset"));
+    }
+    return Without(recorded, expected, ", but it has left\n");
 }
 
 std::string RegistryProbe::FaultOfItems() const {
-    std::string fault;
+    const auto items = m_engine.GetItemsList()->GetZrkItemList();
+    Entries expected;
+    Entries known;
     std::set<unsigned> carried;
     for (const auto& callout : m_engine.m_callouts) {
         for (const auto& each : WithMembers(callout)) {
             unsigned id = 0;
             if (!each->GetItemId(id)) continue;
             carried.insert(id);
-            std::vector<CalloutPtr> known;
-            m_engine.GetItemIdCallouts(id, known);
-            if (std::find(known.begin(), known.end(), callout) == known.end())
-                fault.append("item ")
-                    .append(std::to_string(id))
-                    .append(" does not know ")
-                    .append(Id(callout))
-                    .append("\n");
+            expected.insert(Entry(callout, Item(id)));
         }
     }
-    const auto items = m_engine.GetItemsList()->GetZrkItemList();
-    for (const unsigned id : items->GetItemIds()) {
-        if (items->IsIndicated(id) != carried.contains(id))
-            fault.append("item ")
-                .append(std::to_string(id))
-                .append(carried.contains(id) ? " lacks its" : " has an")
-                .append(" indication\n");
+    for (const unsigned id : carried) {
+        std::vector<Callouts::CalloutPtr> callouts;
+        m_engine.GetItemIdCallouts(id, callouts);
+        for (const auto& callout : callouts) known.insert(Entry(callout, Item(id)));
     }
-    return fault;
+    for (const unsigned id : items->GetItemIds()) {
+        if (carried.contains(id)) expected.insert(Item(id) + "'s indication");
+        if (items->IsIndicated(id)) known.insert(Item(id) + "'s indication");
+    }
+    return Without(expected, known, " is missing\n") + Without(known, expected, " is there for no reason\n");
 }
 
 }  // namespace zrcallouts

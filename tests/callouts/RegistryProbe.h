@@ -2,9 +2,7 @@
 
 #pragma once
 
-#include <set>
 #include <string>
-#include <utility>
 
 #include "callouts/Callouts.h"
 
@@ -22,12 +20,8 @@ public:
     std::string Fault(bool allowsFormer) const;
 
 private:
-    using CalloutPtr = Callouts::CalloutPtr;
-    using Filed = std::set<std::pair<std::string, CalloutPtr>>;
-
-    static void File(const CalloutPtr& callout, Filed& filed);
     std::string FaultOfParts(bool allowsFormer) const;
-    std::string FaultOfInsets(bool allowsFormer) const;
+    std::string FaultOfInsets() const;
     std::string FaultOfItems() const;
 
     const Callouts& m_engine;

@@ -1,6 +1,5 @@
 #include "tests/callouts/SceneWalk.h"
 
-#include <algorithm>
 #include <utility>
 
 #include "callouts/events/CalloutsDrawWhenHiddenOperationStep.h"

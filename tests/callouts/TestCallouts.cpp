@@ -2,14 +2,10 @@
 
 #include <atomic>
 #include <functional>
-#include <memory>
 
 #include "callouts/dll/ZRDll.h"
 #include "dp/ZRTracer.h"
-#include "du/LocalizableString.h"
-#include "du/Localizer.h"
 #include "tests/callouts/EngineFixture.h"
-#include "zrannotations/SymbolAnnotation.h"
 #include "zrk/annotation/AnnoSetTable.h"
 #include "zrk/illustration/CalloutEngineMgr.h"
 #include "zrk/illustration/IsRunningIllustrate.h"

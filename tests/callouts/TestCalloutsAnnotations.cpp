@@ -1,5 +1,4 @@
 #include <optional>
-#include <string>
 #include <utility>
 
 #include "callouts/Callouts.h"

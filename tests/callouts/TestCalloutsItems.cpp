@@ -1,4 +1,3 @@
-#include <functional>
 #include <set>
 #include <string>
 #include <utility>
@@ -52,21 +51,6 @@ TEST_F(CalloutsItems, ARemovedItemTakesItsCalloutsAlongAndShrinksCombinedOnes) {
     EXPECT_EQ(m_journal->m_signs, "---++") << "members are added after all combined callouts are gone";
     EXPECT_EQ(Filed(m_c).size(), 2U) << "the triple's last member and the callout that was left over";
     EXPECT_FALSE(Undo());
-}
-
-TEST_F(CalloutsItems, ARemovalUnderAnOperationCanBeUndone) {
-    const auto seven = AddCallout(m_numbered, m_a, m_seven);
-    const auto pair = Numbered({{m_a, m_seven}, {m_b, m_eight}});
-    Show(pair);
-    const auto operation = MakeOperation();
-    m_engine->OnItemRemoved(m_seven, operation);
-    zrk::RecordOperation(operation);
-    EXPECT_EQ(ShownTexts(), "8");
-    ASSERT_TRUE(Undo());
-    EXPECT_TRUE(IsShown(seven) && IsShown(pair)) << ShownTexts();
-    EXPECT_EQ(OfItem(m_seven), CalloutVec{seven});
-    ASSERT_TRUE(Redo());
-    EXPECT_EQ(ShownTexts(), "8");
 }
 
 TEST_F(CalloutsItems, CalloutsThatASavedViewRefersToAreDeletedWhole) {

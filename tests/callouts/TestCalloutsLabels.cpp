@@ -1,11 +1,8 @@
-#include <functional>
 #include <string>
-#include <utility>
 #include <vector>
 
 #include "callouts/Callouts.h"
 #include "dp/ZRTracer.h"
-#include "du/LocalizableString.h"
 #include "tests/callouts/EngineFixture.h"
 #include "zrk/illustration/IsRunningIllustrate.h"
 #include "zrk/world/World.h"

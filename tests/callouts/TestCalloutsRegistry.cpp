@@ -46,17 +46,6 @@ TEST_F(CalloutsRegistry, AnEngineThatIsLetGoLetsItsCalloutsGo) {
     EXPECT_EQ(zrk::MemoryPool::GetBytesInUse(), inUse);
 }
 
-TEST_F(CalloutsRegistry, ACombinedCalloutStandsForItsFirstMember) {
-    const CalloutVec members{MakeCallout(m_numbered, m_a, 1), MakeCallout(m_numbered, m_b, 2), nullptr,
-                             MakeCallout(m_numbered, m_c, 3)};
-    const auto combined = Combine(members);
-    const auto filed = [this] { return std::vector{Filed(m_a), Filed(m_b), Filed(m_c)}; };
-    Show(combined);
-    EXPECT_EQ(filed(), (std::vector<CalloutVec>{{combined}, {members[1]}, {members[3]}}));
-    Remove(combined);
-    EXPECT_EQ(filed(), std::vector<CalloutVec>(3));
-}
-
 TEST_F(CalloutsRegistry, ExistsComparesTheWholeGeneratedText) {
     const auto callout = AddCallout(m_literal, m_a);
     const auto other = AddCallout(m_literal, m_a);

@@ -1,7 +1,4 @@
 #include <cmath>
-#include <limits>
-#include <utility>
-#include <vector>
 
 #include "callouts/Callouts.h"
 #include "callouts/events/CalloutsDrawWhenHiddenOperationStep.h"

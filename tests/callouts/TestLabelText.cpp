@@ -4,7 +4,6 @@
 #include <vector>
 
 #include "callouts/Callouts.h"
-#include "du/Localizer.h"
 #include "tests/callouts/EngineFixture.h"
 #include "zrk/illustration/IsRunningIllustrate.h"
 #include "zrk/world/World.h"

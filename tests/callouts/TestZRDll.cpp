@@ -1,9 +1,6 @@
 #include "callouts/dll/ZRDll.h"
 
-#include <utility>
-
 #include "tests/callouts/EngineFixture.h"
-#include "zrk/illustration/CalloutEngineMgr.h"
 #include "zrk/object/MemoryPool.h"
 
 namespace zrcallouts {

@@ -93,25 +93,6 @@ TEST_F(CreateCallouts, LeavesNothingBehindWhenCancelled) {
     EXPECT_EQ(Shown().size(), static_cast<std::size_t>(kParts)) << "none is taken for there already";
 }
 
-TEST_F(CreateCallouts, EndsLeadersOnTheirPartsSurfaces) {
-    m_engine->SetTemplate(MakeTemplate({ItemLabel()}));
-    AddGrid();
-    Start(m_grid);
-    WaitForPool();
-    ASSERT_EQ(Shown().size(), static_cast<std::size_t>(kParts));
-    EXPECT_GE(Pump(), static_cast<std::size_t>(kParts));
-    for (const auto& callout : Shown()) {
-        dg::DPoint3D anchor;
-        ASSERT_TRUE(callout->GetAnchorAtPos(0, anchor));
-        EXPECT_TRUE(callout->IsAnchorPointCalculated()) << Describe(*callout);
-        EXPECT_NEAR(anchor.z, 1.0, 1e-5) << "the side of the box that faces the eye: " << Describe(*callout);
-        EXPECT_LE(std::abs(anchor.x), 1.0 + 1e-5);
-        EXPECT_LE(std::abs(anchor.y), 1.0 + 1e-5);
-        EXPECT_FALSE(callout->IsHiddenAsDashedAtPos(0)) << "nothing covers it: " << Describe(*callout);
-    }
-    EXPECT_EQ(m_engine->GetPickRequestCount(), 0U);
-}
-
 TEST_F(CreateCallouts, PlacesLabelsAlikeOnAnyThread) {
     m_engine->SetTemplate(MakeTemplate({Literal("x")}));
     AddGrid();

@@ -6,8 +6,6 @@
 #include "tests/callouts/generator/GeneratorFixture.h"
 #include "zrannotations/SymbolAnnotation.h"
 #include "zrk/operation/Operation.h"
-#include "zrk/world/World.h"
-#include "zrkapp/illustration/IllMultiRootContainer.h"
 
 namespace zrcallouts {
 namespace {
@@ -17,12 +15,6 @@ using zrannotations::Callout;
 
 class CreationStages : public GeneratorFixture {
 protected:
-    static std::set<CalloutPtr> SetOf(const CalloutVec& callouts) {
-        return {callouts.begin(), callouts.end()};
-    }
-    static std::string Localizable(const CalloutPtr& callout) {
-        return du::Symbol(callout->GetLocalizableString()).Text();
-    }
     std::string Create(const CalloutVec& callouts, OperationPtr& operation) {
         CalloutGenerator(m_engine).AddCallouts(callouts, operation);
         return Dump();

@@ -165,35 +165,19 @@ TEST_F(SelectionRun, DoesAndRecordsNothingWithoutVariants) {
     CalloutGenerator(nullptr).AddOnSelected(Select({part}), nullptr);
 }
 
-TEST_F(SelectionRun, TakesCalloutsAndItemsBackAndBringsTheSameOnesAgain) {
+TEST_F(SelectionRun, IsOneEntryOfTheHistory) {
     UseTemplate({ItemLabel(), Literal(" "), Reference("System", "zrQTY")});
     auto parts = Row(3, MakeBox("bolt"));
     Items().AddInstance(AddItem({AddPart("nut", {0, 4, 0})}), parts[2].sbom);
     Create(parts);
-    const std::string done = Dump();
-    const CalloutVec shown = Shown();
-    std::vector<dg::DPoint3D> labels;
-    for (const auto& callout : shown) labels.push_back(callout->GetPosition());
-    EXPECT_EQ(done, "bolt0=2 1;bolt1=3 1;bolt2=1 2;");
-    EXPECT_EQ(UndoCount(), 1U) << "one action, one entry";
+    EXPECT_EQ(Dump(), "bolt0=2 1;bolt1=3 1;bolt2=1 2;");
+    EXPECT_EQ(UndoCount(), 1U);
     const std::string name = m_scene->GetHistory().GetUndoName();
     EXPECT_FALSE(name.empty());
     EXPECT_EQ(name.find("142"), std::string::npos) << "the name is a text, not a number: " << name;
-
     ASSERT_TRUE(Undo());
     EXPECT_EQ(Dump(), "");
     EXPECT_EQ(Items().GetItemIds().size(), 1U);
-    EXPECT_TRUE(Filed(parts[0]).empty());
-    for (int round = 0; round < 2; ++round) {
-        ASSERT_TRUE(Redo());
-        EXPECT_EQ(Dump(), done);
-        EXPECT_EQ(Shown(), shown);
-        for (std::size_t i = 0; i < shown.size(); ++i) EXPECT_EQ(shown[i]->GetPosition(), labels[i]);
-        EXPECT_EQ(Filed(parts[0]).size(), 1U);
-        EXPECT_EQ(Items().GetItemIds().size(), 3U);
-        ASSERT_TRUE(Undo());
-        EXPECT_EQ(Dump(), "");
-    }
 }
 
 }  // namespace

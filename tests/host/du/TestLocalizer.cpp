@@ -5,8 +5,6 @@
 
 #include <string>
 
-#include "du/LocalizableString.h"
-
 namespace du {
 namespace {
 

@@ -2,7 +2,6 @@
 
 #include <utility>
 
-#include "du/ConstSmartPtr.h"
 #include "du/RefCounted.h"
 #include "du/SmartPtr.h"
 

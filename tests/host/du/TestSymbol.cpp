@@ -3,7 +3,6 @@
 #include <gtest/gtest.h>
 
 #include <barrier>
-#include <set>
 #include <string>
 #include <thread>
 #include <unordered_set>

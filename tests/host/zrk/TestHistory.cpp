@@ -3,8 +3,6 @@
 #include <gtest/gtest.h>
 
 #include <string>
-#include <thread>
-#include <vector>
 
 #include "zrk/operation/Operation.h"
 #include "zrk/scene/Scene.h"

@@ -4,7 +4,6 @@
 
 #include <atomic>
 #include <latch>
-#include <mutex>
 #include <string>
 #include <thread>
 #include <vector>

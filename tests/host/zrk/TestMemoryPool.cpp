@@ -4,8 +4,6 @@
 
 #include <cstdint>
 #include <cstring>
-#include <functional>
-#include <thread>
 #include <vector>
 
 #include "zrk/object/MemoryPoolAllocated.h"

@@ -5,7 +5,6 @@
 #include <functional>
 #include <string>
 #include <utility>
-#include <vector>
 
 #include "tests/host/zrk/Stage.h"
 #include "zrk/event/PickEvent.h"

@@ -7,7 +7,6 @@
 #include <string>
 #include <thread>
 #include <utility>
-#include <vector>
 
 #include "tests/host/zrk/Stage.h"
 #include "zrk/annotation/AnnoSet.h"

@@ -4,7 +4,6 @@
 
 #include <string>
 #include <utility>
-#include <vector>
 
 #include "zrk/tree/Instance.h"
 #include "zrk/tree/InstanceVisitor.h"

@@ -6,7 +6,6 @@
 #include <map>
 #include <string>
 #include <utility>
-#include <vector>
 
 #include "zrk/illustration/ItemsListObserver.h"
 #include "zrk/tree/ComponentNode.h"
