@@ -62,20 +62,6 @@ TEST(RayScene, UsesShapesOfAFormerSceneAgain) {
     }
 }
 
-TEST(RayScene, LooksThroughOthersWhenAskedForOne) {
-    RayScene scene;
-    const ShapePtr square = Square();
-    scene.Add(square, At(0, 0, 9));
-    scene.Add(square, At(0, 0, 5));
-    scene.Add(square, At(5, 0, 1), 0x0);  // that no ray meets, and yet it can be asked for
-    scene.Commit();
-    EXPECT_EQ(scene.NearestOf(Down(0.5, 0.4), 1).placement, 1U);
-    EXPECT_NEAR(scene.NearestOf(Down(0.5, 0.4), 1).point.z, 5.0, 1e-4);
-    EXPECT_FALSE(scene.NearestOf(Down(5.5, 0.4), 1));
-    EXPECT_FALSE(scene.Nearest(Down(5.5, 0.4)));
-    EXPECT_EQ(scene.NearestOf(Down(5.5, 0.4), 2).placement, 2U);
-}
-
 /// A triangle in world coordinates and whose it is.
 struct Triangle {
     std::uint32_t placement;
@@ -111,11 +97,10 @@ public:
     }
     const RayScene& Rays() const { return m_scene; }
 
-    /// By looking at every triangle, those of one placement only if `only` names one.
-    std::pair<const Triangle*, double> NearestByHand(const dg::Ray& ray, std::uint32_t only) const {
+    /// By looking at every triangle.
+    std::pair<const Triangle*, double> NearestByHand(const dg::Ray& ray) const {
         std::pair<const Triangle*, double> nearest{nullptr, std::numeric_limits<double>::infinity()};
         for (const Triangle& triangle : m_triangles) {
-            if (only != RayHit::kNothing && triangle.placement != only) continue;
             const double distance = Meet(ray, triangle);
             if (distance < nearest.second) nearest = {&triangle, distance};
         }
@@ -177,7 +162,7 @@ TEST(RayScene, AgreesWithEveryTriangleLookedAtByHand) {
             random.Rays().NearestRow(camera, 0.25, y, 1.0, row);
             for (int x = 0; x < kWidth; ++x) {
                 const dg::Ray ray = camera.PixelRay(x + 0.25, y);
-                const auto [triangle, distance] = random.NearestByHand(ray, RayHit::kNothing);
+                const auto [triangle, distance] = random.NearestByHand(ray);
                 const RayHit hit = random.Rays().Nearest(ray);
                 const RayHit& packed = row[static_cast<std::size_t>(x)];
                 met += hit ? 1 : 0;
