@@ -149,7 +149,10 @@ TEST(ReadWriteLock, KeepsRandomMixesOfHoldsApart) {
             for (int round = 0; round < kRounds; ++round) {
                 const std::string moves = kMoves[random() % std::size(kMoves)];
                 Play(lock, moves);
-                torn += left == right ? 0 : 1;
+                for (int look = 0; look < 4; ++look) {
+                    torn += left == right ? 0 : 1;
+                    std::this_thread::yield();
+                }
                 if (moves.find('w') != std::string::npos) {
                     ++left;
                     std::this_thread::yield();
