@@ -15,6 +15,7 @@
 #include "bench/Tracer.h"
 #include "callouts/Callouts.h"
 #include "callouts/generator/CalloutGenerator.h"
+#include "tests/support/Cube.h"
 #include "zrannotations/CalloutTemplates.h"
 #include "zritemlist/ItemList.h"
 #include "zrk/annotation/AnnoSet.h"
@@ -36,15 +37,7 @@ constexpr int kWidth = 1200;
 constexpr int kHeight = 900;
 constexpr double kPitch = 3.0;  // from one part to the next; they are two units large
 
-du::SmartPtr<zrk::Shape> MakeBox() {
-    std::vector<float> positions;
-    for (unsigned corner = 0; corner < 8; ++corner) {
-        for (unsigned axis = 0; axis < 3; ++axis)
-            positions.push_back((corner >> axis & 1U) != 0 ? 1.0F : -1.0F);
-    }
-    return new zrk::Shape(new zrg::Shape(positions, {0, 2, 1, 1, 2, 3, 4, 5, 6, 5, 7, 6, 0, 1, 4, 1, 5, 4,
-                                                     2, 6, 3, 3, 6, 7, 0, 4, 2, 2, 4, 6, 1, 3, 5, 3, 7, 5}));
-}
+du::SmartPtr<zrk::Shape> MakeBox() { return new zrk::Shape(zrtest::MakeCube(-1, 1)); }
 
 /// Where a part lies.
 using Places = std::vector<dg::Location>;

@@ -7,9 +7,9 @@
 
 #include "callouts/dll/ZRDll.h"
 #include "du/Localizer.h"
+#include "tests/support/Cube.h"
 #include "zrannotations/CalloutLeader.h"
 #include "zrannotations/CalloutTemplates.h"
-#include "zrg/Shape.h"
 #include "zrk/illustration/CollectionItem.h"
 #include "zrk/object/Checked.h"
 #include "zrk/operation/Operation.h"
@@ -25,18 +25,6 @@ namespace {
 constexpr int kViewWidth = 400;
 constexpr int kViewHeight = 300;
 constexpr unsigned kPoolThreads = 2;
-
-du::SmartPtr<zrk::Shape> MakeBoxShape() {
-    std::vector<float> positions;
-    for (unsigned corner = 0; corner < 8; ++corner) {
-        for (unsigned axis = 0; axis < 3; ++axis)
-            positions.push_back((corner >> axis & 1U) != 0 ? 1.0F : -1.0F);
-    }
-    const du::SmartPtr<zrg::Shape> data(
-        new zrg::Shape(positions, {0, 2, 1, 1, 2, 3, 4, 5, 6, 5, 7, 6, 0, 1, 4, 1, 5, 4,
-                                   2, 6, 3, 3, 6, 7, 0, 4, 2, 2, 4, 6, 1, 3, 5, 3, 7, 5}));
-    return zrk::Checked(new zrk::Shape(data));
-}
 
 dg::Location At(const dg::DPoint3D& position) { return {dg::FMat33::IDENTITY, position}; }
 
@@ -82,7 +70,7 @@ void EngineFixture::StopEngine() {
 }
 
 EngineFixture::NodePtr EngineFixture::MakeBox(const std::string& name) {
-    return zrk::Checked(new zrk::ComponentNode(name, MakeBoxShape()));
+    return zrk::Checked(new zrk::ComponentNode(name, zrk::Checked(new zrk::Shape(zrtest::MakeCube(-1, 1)))));
 }
 
 EngineFixture::Part EngineFixture::Insert(const std::string& name, const NodePtr& node,

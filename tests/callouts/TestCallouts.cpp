@@ -4,8 +4,8 @@
 #include <functional>
 
 #include "callouts/dll/ZRDll.h"
-#include "dp/ZRTracer.h"
 #include "tests/callouts/EngineFixture.h"
+#include "tests/support/TraceLog.h"
 #include "zrk/annotation/AnnoSetTable.h"
 #include "zrk/illustration/CalloutEngineMgr.h"
 #include "zrk/illustration/IsRunningIllustrate.h"
@@ -121,13 +121,11 @@ TEST_F(CalloutsLifecycle, EachSourceOfChangesRebuildsTheLabelsOnceAndOnlyWhereIt
         m_engine->Destroy();
         // Without item list a rebuilt label is an empty one, which is traced.
         m_engine->AddToSet(callout);
-        int traces = 0;
-        dp::ZRTracer::SetSink([&traces](auto&&...) { ++traces; });
+        const zrtest::TraceLog traces;
         for (const auto& row : rows) row.notify();
-        EXPECT_EQ(traces, 0) << "an observer was left registered";
+        EXPECT_EQ(traces.m_lines.size(), 0U) << "an observer was left registered";
         m_engine->RegenerateCalloutLabels();
-        EXPECT_EQ(traces, 1);
-        dp::ZRTracer::SetSink({});
+        EXPECT_EQ(traces.m_lines.size(), 1U);
     }
 }
 

@@ -4,23 +4,13 @@
 
 #include "callouts/Callouts.h"
 #include "tests/callouts/EngineFixture.h"
+#include "tests/support/AnnotationLog.h"
 #include "zrk/operation/Operation.h"
-#include "zrk/scene/SceneObserver.h"
 
 namespace zrcallouts {
 namespace {
 
 using SbomSet = Callouts::SbomSet;
-
-/// Writes down that annotations enter and leave the scene.
-class Journal : public zrk::SceneObserver {
-public:
-    ~Journal() override = default;
-    void OnAnnotationAdded(const du::SmartPtr<zrk::Annotation>&) override { m_signs += '+'; }
-    void OnAnnotationRemoved(const du::SmartPtr<zrk::Annotation>&) override { m_signs += '-'; }
-
-    std::string m_signs;
-};
 
 class CalloutsItems : public ThreeParts {
 protected:
@@ -35,7 +25,7 @@ protected:
     const unsigned m_seven = AddItem({m_a}, "7");
     const unsigned m_eight = AddItem({m_b}, "8");
     const unsigned m_nine = AddItem({m_c}, "9");
-    const du::SmartPtr<Journal> m_journal{new Journal};
+    const du::SmartPtr<zrtest::AnnotationLog> m_journal{new zrtest::AnnotationLog};
 };
 
 TEST_F(CalloutsItems, ARemovedItemTakesItsCalloutsAlongAndShrinksCombinedOnes) {
@@ -45,10 +35,10 @@ TEST_F(CalloutsItems, ARemovedItemTakesItsCalloutsAlongAndShrinksCombinedOnes) {
     Show(Numbered({{m_c, m_nine}, {m_a, m_seven}}));
     Show(Numbered({{m_a, m_seven}, {m_b, m_eight}, {m_c, m_nine}}));
     ASSERT_EQ(ShownTexts(), "7|8|7, 8|9, 7|7, 8, 9");
-    m_journal->m_signs.clear();
+    m_journal->Take();
     ASSERT_TRUE(Items().RemoveItem(m_seven));
     EXPECT_EQ(ShownTexts(), "8|8, 9|8|9");
-    EXPECT_EQ(m_journal->m_signs, "---++") << "members are added after all combined callouts are gone";
+    EXPECT_EQ(m_journal->Take(), "---++") << "members are added after all combined callouts are gone";
     EXPECT_EQ(Filed(m_c).size(), 2U) << "the triple's last member and the callout that was left over";
     EXPECT_FALSE(Undo());
 }
@@ -60,7 +50,7 @@ TEST_F(CalloutsItems, CalloutsThatASavedViewRefersToAreDeletedWhole) {
     for (const auto& callout : {saved, other, CalloutPtr(pair)}) m_annoSet->AddReferencedAnnotation(callout);
     const auto operation = MakeOperation();
     m_engine->OnItemRemoved(m_seven, operation);
-    EXPECT_EQ(m_journal->m_signs, "+-+-");
+    EXPECT_EQ(m_journal->Take(), "+-+-");
     EXPECT_EQ(pair->GetCount(), 2U);
     for (const auto& callout : {saved, CalloutPtr(pair)}) {
         EXPECT_FALSE(IsShown(callout));

@@ -2,8 +2,8 @@
 #include <vector>
 
 #include "callouts/Callouts.h"
-#include "dp/ZRTracer.h"
 #include "tests/callouts/EngineFixture.h"
+#include "tests/support/TraceLog.h"
 #include "zrk/illustration/IsRunningIllustrate.h"
 #include "zrk/world/World.h"
 #include "zrkapp/illustration/KorvanApp.h"
@@ -13,17 +13,8 @@ namespace {
 
 class CalloutsLabels : public ThreeParts {
 protected:
-    CalloutsLabels() {
-        dp::ZRTracer::SetSink([this](int level, const std::string& component, const std::string& category,
-                                     const std::string& line) {
-            if (line.find("Empty Text") == std::string::npos) return;
-            m_traces.push_back(std::to_string(level) + ' ' + component + ' ' + category + ' ' + line);
-        });
-    }
-    ~CalloutsLabels() override { dp::ZRTracer::SetSink({}); }
-
     const TemplatePtr m_empty = MakeTemplate({Reference("Part", "")});
-    std::vector<std::string> m_traces;
+    const zrtest::TraceLog m_traces;
 };
 
 TEST_F(CalloutsLabels, AnEmptyLabelIsTracedAndChangesNothing) {
@@ -36,7 +27,7 @@ TEST_F(CalloutsLabels, AnEmptyLabelIsTracedAndChangesNothing) {
     m_engine->SetCalloutText(nullptr);
     m_engine->SetCalloutText(new zrannotations::Callout);
     const std::string trace = "2 zrcallouts Callout Callouts::SetCalloutText() - Empty Text for callout!";
-    EXPECT_EQ(m_traces, std::vector(3, trace));
+    EXPECT_EQ(m_traces.m_lines, std::vector(3, trace));
 }
 
 TEST_F(CalloutsLabels, ACombinedCalloutLinesUpItsMembersLabels) {
@@ -48,7 +39,7 @@ TEST_F(CalloutsLabels, ACombinedCalloutLinesUpItsMembersLabels) {
     m_engine->SetCalloutText(combined);
     EXPECT_EQ(Text(combined), "3, 7");
     EXPECT_EQ(Text(three) + Text(none) + Text(seven), "3kept7");
-    EXPECT_TRUE(m_traces.empty());
+    EXPECT_TRUE(m_traces.m_lines.empty());
     seven->SetLegacyText(du::Symbol("old"));
     combined->SetText(du::Symbol("combined"), false);
     m_engine->SetCalloutText(combined);

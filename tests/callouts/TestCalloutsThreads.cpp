@@ -1,7 +1,6 @@
 #include <atomic>
 #include <chrono>
 #include <functional>
-#include <latch>
 #include <thread>
 #include <utility>
 #include <vector>
@@ -10,6 +9,7 @@
 #include "dp/WriteLocker.h"
 #include "tests/callouts/EngineFixture.h"
 #include "tests/support/Deadline.h"
+#include "tests/support/OnThreads.h"
 #include "zrk/tree/Tree.h"
 #include "zrk/world/Kernel.h"
 #include "zrk/world/World.h"
@@ -26,17 +26,11 @@ protected:
         MakeCallout(m_weighed, m_a);
     }
 
-    /// Runs each action again and again on a thread of its own, `times` times at least, until all have done
-    /// so.
+    /// Runs each action `times` times on a thread of its own.
     static void RunTogether(const std::vector<std::function<void()>>& actions, int times) {
-        std::latch start(static_cast<std::ptrdiff_t>(actions.size()));
-        std::vector<std::jthread> threads;
-        for (const auto& action : actions) {
-            threads.emplace_back([&start, action, times] {
-                start.arrive_and_wait();
-                for (int i = 0; i < times; ++i) action();
-            });
-        }
+        zrtest::OnThreads(actions.size(), [&](std::size_t thread) {
+            for (int i = 0; i < times; ++i) actions[thread]();
+        });
     }
 
     void ShowAndRemove(const Part& part) {

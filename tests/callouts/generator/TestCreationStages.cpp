@@ -2,8 +2,8 @@
 
 #include <gmock/gmock.h>
 
-#include "dp/ZRTracer.h"
 #include "tests/callouts/generator/GeneratorFixture.h"
+#include "tests/support/TraceLog.h"
 #include "zrannotations/SymbolAnnotation.h"
 #include "zrk/operation/Operation.h"
 
@@ -74,11 +74,7 @@ TEST_F(CreationStages, ShowWhatIsInitialisedAndCountTheRest) {
     };
     const du::SmartPtr<Watcher> watcher(new Watcher);
     m_scene->RegisterObserver(watcher);
-    std::vector<std::string> lines;
-    dp::ZRTracer::SetSink(
-        [&lines](int, const std::string& component, const std::string& category, const std::string& line) {
-            lines.push_back(component + "/" + category + ": " + line);
-        });
+    const zrtest::TraceLog traces;
     const auto definition = MakeTemplate({Literal("x")});
     const auto first = MakeCallout(definition, m_part);
     const auto second = MakeCallout(definition, m_part);
@@ -87,11 +83,11 @@ TEST_F(CreationStages, ShowWhatIsInitialisedAndCountTheRest) {
     StagedGenerator generator(m_engine);
     generator.ShowCallouts(CalloutVec{nullptr, unready}, nullptr);
     EXPECT_FALSE(m_view->IsDirty());
-    EXPECT_TRUE(lines.empty());
+    EXPECT_TRUE(traces.m_lines.empty());
     generator.ShowCallouts(CalloutVec{nullptr, first, unready, second}, nullptr);
-    dp::ZRTracer::SetSink(nullptr);
-    EXPECT_THAT(lines, ElementsAre("zrcallouts/CalloutGenerator: AddAnnotationToSet for callout 1",
-                                   "zrcallouts/CalloutGenerator: AddAnnotationToSet for callout 3"));
+    EXPECT_THAT(traces.m_lines,
+                ElementsAre("3 zrcallouts CalloutGenerator AddAnnotationToSet for callout 1",
+                            "3 zrcallouts CalloutGenerator AddAnnotationToSet for callout 3"));
     EXPECT_THAT(watcher->m_viewIds, ElementsAre(1U, 1U))
         << "the view is known when the callout enters the set";
     EXPECT_TRUE(m_view->IsDirty());

@@ -7,9 +7,9 @@
 #include <memory>
 #include <string>
 #include <thread>
-#include <vector>
 
 #include "dom/Observer.h"
+#include "tests/support/OnThreads.h"
 
 namespace dom {
 namespace {
@@ -71,21 +71,16 @@ TEST_F(ObserverListTest, ServesThreadsThatJoinLeaveAndNotify) {
     std::thread notifier([&] {
         while (!isOver) m_list->NotifyAll([&](Listener&) { ++told; });
     });
-    std::vector<std::thread> visitors;
-    for (int i = 0; i < 3; ++i) {
-        visitors.emplace_back([this] {
-            std::string own;
-            for (int round = 0; round < 500; ++round) {
-                const ListenerPtr listener(new Listener(own, 'x'));
-                m_list->Register(listener);
-                m_list->Unregister(listener);
-                while (listener->GetReferenceCount() > 1)
-                    std::this_thread::yield();  // a round may still hold it
-            }
-            EXPECT_EQ(own.size(), 500U);
-        });
-    }
-    for (auto& visitor : visitors) visitor.join();
+    zrtest::OnThreads(3, [this](std::size_t) {
+        std::string own;
+        for (int round = 0; round < 500; ++round) {
+            const ListenerPtr listener(new Listener(own, 'x'));
+            m_list->Register(listener);
+            m_list->Unregister(listener);
+            while (listener->GetReferenceCount() > 1) std::this_thread::yield();  // a round may still hold it
+        }
+        EXPECT_EQ(own.size(), 500U);
+    });
     isOver = true;
     notifier.join();
     EXPECT_TRUE(m_list->Snapshot().empty());

@@ -8,11 +8,11 @@
 #include <random>
 #include <string>
 #include <thread>
-#include <vector>
 
 #include "dp/ReadLocker.h"
 #include "dp/WriteLocker.h"
 #include "tests/support/Deadline.h"
+#include "tests/support/OnThreads.h"
 
 namespace dp {
 namespace {
@@ -142,29 +142,25 @@ TEST(ReadWriteLock, KeepsRandomMixesOfHoldsApart) {
     int left = 0;
     int right = 0;  // always equal to `left` when nobody writes
     std::atomic<int> torn{0};
-    std::vector<std::thread> threads;
-    for (unsigned seed = 1; seed <= kThreads; ++seed) {
-        threads.emplace_back([&, seed] {
-            std::mt19937 random(seed);
-            for (int round = 0; round < kRounds; ++round) {
-                const std::string moves = kMoves[random() % std::size(kMoves)];
-                Play(lock, moves);
-                for (int look = 0; look < 4; ++look) {
-                    torn += left == right ? 0 : 1;
-                    std::this_thread::yield();
-                }
-                if (moves.find('w') != std::string::npos) {
-                    ++left;
-                    std::this_thread::yield();
-                    ++right;
-                }
-                for (auto move = moves.rbegin(); move != moves.rend(); ++move) {
-                    Play(lock, *move == 'r' ? "R" : "W");
-                }
+    zrtest::OnThreads(kThreads, [&](std::size_t seed) {
+        std::mt19937 random(static_cast<unsigned>(seed));
+        for (int round = 0; round < kRounds; ++round) {
+            const std::string moves = kMoves[random() % std::size(kMoves)];
+            Play(lock, moves);
+            for (int look = 0; look < 4; ++look) {
+                torn += left == right ? 0 : 1;
+                std::this_thread::yield();
             }
-        });
-    }
-    for (auto& thread : threads) thread.join();
+            if (moves.find('w') != std::string::npos) {
+                ++left;
+                std::this_thread::yield();
+                ++right;
+            }
+            for (auto move = moves.rbegin(); move != moves.rend(); ++move) {
+                Play(lock, *move == 'r' ? "R" : "W");
+            }
+        }
+    });
     EXPECT_EQ(torn, 0);
     EXPECT_EQ(left, right);
 }

@@ -3,12 +3,10 @@
 #include <gtest/gtest.h>
 
 #include <atomic>
-#include <barrier>
 #include <memory>
-#include <thread>
-#include <vector>
 
 #include "du/RefCounted.h"
+#include "tests/support/OnThreads.h"
 
 namespace du {
 namespace {
@@ -33,22 +31,18 @@ private:
 // Under a sanitizer an owner that is taken up while it is freed shows as a use after free or a double free.
 TEST(BackLink, NeverTakesUpAnOwnerThatIsBeingFreed) {
     constexpr int kRounds = 2000;
-    constexpr int kSeekers = 2;
+    constexpr std::size_t kSeekers = 2;
     for (int round = 0; round < kRounds; ++round) {
         SmartPtr<Owner> owner(new Owner);
         const auto link = owner->GetLink();
-        std::barrier start(kSeekers + 1);
         std::atomic<int> corpses{0};
-        std::vector<std::thread> seekers;
-        for (int i = 0; i < kSeekers; ++i) {
-            seekers.emplace_back([&] {
-                start.arrive_and_wait();
+        zrtest::OnThreads(1 + kSeekers, [&](std::size_t thread) {
+            if (thread == 0) {
+                owner = nullptr;
+            } else {
                 while (const auto found = link->Lock()) corpses += found->GetMark() == kAlive ? 0 : 1;
-            });
-        }
-        start.arrive_and_wait();
-        owner = nullptr;
-        for (auto& seeker : seekers) seeker.join();
+            }
+        });
         ASSERT_EQ(corpses, 0);
         ASSERT_FALSE(link->Lock());
     }

@@ -2,11 +2,11 @@
 
 #include <gtest/gtest.h>
 
-#include <barrier>
 #include <string>
-#include <thread>
 #include <unordered_set>
 #include <vector>
+
+#include "tests/support/OnThreads.h"
 
 namespace du {
 namespace {
@@ -39,16 +39,11 @@ TEST(Symbol, IsEqualExactlyWhenTheTextsAre) {
 TEST(Symbol, GivesAllThreadsTheSameAddressForNewTexts) {
     constexpr int kThreads = 8;
     constexpr std::size_t kTexts = 5000;
-    std::barrier start(kThreads);
     std::vector<std::vector<Symbol>> made(kThreads);
-    std::vector<std::thread> threads;
-    for (auto& symbols : made) {
-        threads.emplace_back([&start, &symbols] {
-            start.arrive_and_wait();
-            for (std::size_t i = 0; i < kTexts; ++i) symbols.emplace_back("racing text " + std::to_string(i));
-        });
-    }
-    for (auto& thread : threads) thread.join();
+    zrtest::OnThreads(kThreads, [&made](std::size_t thread) {
+        for (std::size_t i = 0; i < kTexts; ++i)
+            made[thread].emplace_back("racing text " + std::to_string(i));
+    });
     for (const auto& symbols : made) EXPECT_TRUE(symbols == made.front());
     EXPECT_EQ(std::unordered_set<Symbol>(made[0].begin(), made[0].end()).size(), kTexts);
     // The table grew under these symbols; their texts must still be where they were.

@@ -8,6 +8,7 @@
 #include <thread>
 
 #include "tests/host/zrannotations/PartsTest.h"
+#include "tests/support/AnnotationLog.h"
 #include "zrannotations/CalloutTemplates.h"
 #include "zrannotations/CombinedCallout.h"
 #include "zrannotations/Inset.h"
@@ -20,14 +21,6 @@ namespace {
 using CalloutPtr = du::SmartPtr<Callout>;
 using CombinedPtr = du::SmartPtr<CombinedCallout>;
 using InsetPtr = du::SmartPtr<Inset>;
-
-/// Writes down who enters and leaves.
-class Doorman : public zrk::SceneObserver {
-public:
-    void OnAnnotationAdded(const du::SmartPtr<zrk::Annotation>&) override { m_log += '+'; }
-    void OnAnnotationRemoved(const du::SmartPtr<zrk::Annotation>&) override { m_log += '-'; }
-    std::string m_log;
-};
 
 class CalloutStateTest : public PartsTest {
 protected:
@@ -51,15 +44,14 @@ protected:
     static void Connect(const CalloutPtr& callout, const PartPtr& part) {
         callout->ConnectLeader(callout->CreateCalloutLeader({1, 2, 3}, part, nullptr));
     }
-    /// What entered and left since the last time.
-    std::string Told() { return std::exchange(m_doorman->m_log, {}); }
+    std::string Told() { return m_doorman->Take(); }
 
     const du::SmartPtr<TAnnotation> m_first = Template("first", "1");
     const du::SmartPtr<TAnnotation> m_second = Template("second", "2");
     const PartPtr m_a = AddPart("a", Square(10), At(0, 0, 0));
     const PartPtr m_b = AddPart("b", Square(10), At(20, 0, 0));
     const InsetPtr m_inset{new Inset(m_view, {{110, 90, 0}, {50, 40, 0}, 30, 3.0F})};
-    const du::SmartPtr<Doorman> m_doorman{new Doorman};
+    const du::SmartPtr<zrtest::AnnotationLog> m_doorman{new zrtest::AnnotationLog};
     du::SmartPtr<zrk::AnnoSet> m_annoSet;
 };
 

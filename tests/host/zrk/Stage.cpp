@@ -1,5 +1,6 @@
 #include "tests/host/zrk/Stage.h"
 
+#include "tests/support/Cube.h"
 #include "zrk/event/PickEvent.h"
 #include "zrk/tree/ComponentNode.h"
 #include "zrk/world/Kernel.h"
@@ -24,24 +25,14 @@ private:
     int m_status = -1;
 };
 
-du::SmartPtr<Shape> Cube() {
-    std::vector<float> positions;
-    for (unsigned corner = 0; corner < 8; ++corner) {
-        for (unsigned axis = 0; axis < 3; ++axis)
-            positions.push_back((corner >> axis & 1U) != 0 ? 1.0F : 0.0F);
-    }
-    const std::vector<std::uint32_t> indices{0, 2, 1, 1, 2, 3, 4, 5, 6, 5, 7, 6, 0, 1, 4, 1, 5, 4,
-                                             2, 6, 3, 3, 6, 7, 0, 4, 2, 2, 4, 6, 1, 3, 5, 3, 7, 5};
-    return new Shape(new zrg::Shape(positions, indices));
-}
-
 }  // namespace
 
 dg::Location PlaceAt(double x, double y, double z, const dg::FVec3& size) {
     return {dg::FMat33::Scale(size), dg::DPoint3D(x, y, z)};
 }
 
-Stage::Stage() : m_scene(new ShapeScene), m_view(new ShapeView(m_scene, 1)), m_cube(Cube()) {
+Stage::Stage()
+    : m_scene(new ShapeScene), m_view(new ShapeView(m_scene, 1)), m_cube(new Shape(zrtest::MakeCube(0, 1))) {
     Kernel::Start();
     m_scene->AddView(m_view);
     m_view->SetCamera(dg::Camera3D::Orthographic({0, 0, 0}, {0, 0, -1}, {0, 1, 0}, 1.0, kSize, kSize, 1000));

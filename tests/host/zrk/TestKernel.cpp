@@ -8,6 +8,7 @@
 #include <thread>
 #include <vector>
 
+#include "tests/support/OnThreads.h"
 #include "zrk/event/AsyncEvent.h"
 #include "zrk/world/Burst.h"
 
@@ -117,21 +118,17 @@ TEST_F(KernelTest, DispatchesOnAThreadOfItsOwnInTheOrderOfEachPoster) {
     std::latch done(3 * kEach);
     m_kernel->StartDispatcher();
     const auto self = std::this_thread::get_id();
-    std::vector<std::thread> posters;
-    for (auto& mine : seen) {
-        posters.emplace_back([&] {
-            const auto poster = std::this_thread::get_id();
-            for (int i = 0; i < kEach; ++i) {
-                m_kernel->Post([&, poster, i](int) {
-                    if (std::this_thread::get_id() == poster || std::this_thread::get_id() == self)
-                        strangers = true;
-                    mine.push_back(i);
-                    done.count_down();
-                });
-            }
-        });
-    }
-    for (auto& poster : posters) poster.join();
+    zrtest::OnThreads(seen.size(), [&](std::size_t thread) {
+        const auto poster = std::this_thread::get_id();
+        for (int i = 0; i < kEach; ++i) {
+            m_kernel->Post([&, poster, thread, i](int) {
+                if (std::this_thread::get_id() == poster || std::this_thread::get_id() == self)
+                    strangers = true;
+                seen[thread].push_back(i);
+                done.count_down();
+            });
+        }
+    });
     done.wait();
     m_kernel->StopDispatcher();
     for (const auto& mine : seen) EXPECT_TRUE(std::is_sorted(mine.begin(), mine.end()));
