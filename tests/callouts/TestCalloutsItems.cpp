@@ -43,6 +43,21 @@ TEST_F(CalloutsItems, ARemovedItemTakesItsCalloutsAlongAndShrinksCombinedOnes) {
     EXPECT_FALSE(Undo());
 }
 
+TEST_F(CalloutsItems, ARemovalUnderAnOperationCanBeUndone) {
+    const auto seven = AddCallout(m_numbered, m_a, m_seven);
+    const auto pair = Numbered({{m_a, m_seven}, {m_b, m_eight}});
+    Show(pair);
+    const auto operation = MakeOperation();
+    m_engine->OnItemRemoved(m_seven, operation);
+    zrk::RecordOperation(operation);
+    EXPECT_EQ(ShownTexts(), "8");
+    ASSERT_TRUE(Undo());
+    EXPECT_TRUE(IsShown(seven) && IsShown(pair)) << ShownTexts();
+    EXPECT_EQ(OfItem(m_seven), CalloutVec{seven});
+    ASSERT_TRUE(Redo());
+    EXPECT_EQ(ShownTexts(), "8");
+}
+
 TEST_F(CalloutsItems, CalloutsThatASavedViewRefersToAreDeletedWhole) {
     const auto saved = MakeCallout(m_numbered, m_a, m_seven);
     const auto other = MakeCallout(m_numbered, m_b, m_eight);
