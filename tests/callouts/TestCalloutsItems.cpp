@@ -1,3 +1,4 @@
+#include <array>
 #include <set>
 #include <string>
 #include <utility>
@@ -47,15 +48,18 @@ TEST_F(CalloutsItems, ARemovalUnderAnOperationCanBeUndone) {
     const auto seven = AddCallout(m_numbered, m_a, m_seven);
     const auto pair = Numbered({{m_a, m_seven}, {m_b, m_eight}});
     Show(pair);
+    const auto kept = pair->GetCalloutVec()[1];
     const auto operation = MakeOperation();
     m_engine->OnItemRemoved(m_seven, operation);
     zrk::RecordOperation(operation);
-    EXPECT_EQ(ShownTexts(), "8");
+    const auto shown = [&] { return std::array{IsShown(seven), IsShown(pair), IsShown(kept)}; };
+    const auto removed = std::array{false, false, true};
+    EXPECT_EQ(shown(), removed);
     ASSERT_TRUE(Undo());
-    EXPECT_TRUE(IsShown(seven) && IsShown(pair)) << ShownTexts();
+    EXPECT_EQ(shown(), (std::array{true, true, false}));
     EXPECT_EQ(OfItem(m_seven), CalloutVec{seven});
     ASSERT_TRUE(Redo());
-    EXPECT_EQ(ShownTexts(), "8");
+    EXPECT_EQ(shown(), removed);
 }
 
 TEST_F(CalloutsItems, CalloutsThatASavedViewRefersToAreDeletedWhole) {

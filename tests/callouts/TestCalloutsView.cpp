@@ -300,6 +300,7 @@ TEST_F(CalloutsView, TheTimerChecksOnceTheCameraHasChangedAndEverythingIsAnswere
 
 TEST_F(CalloutsView, AnAnchorIsPickedOnThePartAloneAndKeptInItsCoordinates) {
     Move(m_back, {2, 1, -3});
+    Move(m_front, {-3, 2, 4});
     const auto callout = MakeCallout(m_literal, m_back);
     Connect(callout, m_free);
     Connect(callout, m_front);
