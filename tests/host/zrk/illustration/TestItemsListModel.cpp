@@ -121,20 +121,16 @@ protected:
         if (entry == m_model.m_rows.end()) return;
         auto& row = entry->second;
         const SbomPtr part = m_parts[Pick(kParts)];
-        switch (Pick(4)) {
-            case 0:
-                m_list->SetLabel(id, row.custom = Pick(2) == 0 ? "M" : "");
-                break;
-            case 1:
-                m_list->SetItemized(id, row.isItemized = Pick(2) == 0);
-                break;
-            case 2:
-                if (m_model.HolderOf(part) == 0) row.instances.push_back(part);
-                m_list->AddInstance(id, part);
-                break;
-            default:
-                m_list->RemoveInstance(id, part);
-                std::erase(row.instances, part);
+        const std::size_t choice = Pick(4);
+        if (choice == 0) m_list->SetLabel(id, row.custom = Pick(2) == 0 ? "M" : "");
+        if (choice == 1) m_list->SetItemized(id, row.isItemized = Pick(2) == 0);
+        if (choice == 2) {
+            if (m_model.HolderOf(part) == 0) row.instances.push_back(part);
+            m_list->AddInstance(id, part);
+        }
+        if (choice == 3) {
+            m_list->RemoveInstance(id, part);
+            std::erase(row.instances, part);
         }
     }
     void Compare() {
@@ -174,20 +170,11 @@ protected:
 TEST_P(ItemsListModelTest, AgreesWithTheModelAfterEveryEdit) {
     for (int step = 0; step < 400; ++step) {
         SCOPED_TRACE("step " + std::to_string(step));
-        switch (Pick(6)) {
-            case 0:
-            case 1:
-                Add();
-                break;
-            case 2:
-                Remove();
-                break;
-            case 3:
-                Restore();
-                break;
-            default:
-                Edit();
-        }
+        const std::size_t choice = Pick(6);
+        if (choice < 2) Add();
+        if (choice == 2) Remove();
+        if (choice == 3) Restore();
+        if (choice > 3) Edit();
         Compare();
         if (HasFatalFailure()) return;
     }

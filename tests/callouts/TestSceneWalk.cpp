@@ -1,4 +1,5 @@
-// The kernel's memory runs out at every place where it can.
+// Everything that a user can do: in long random walks to and fro through the history, and while the kernel's
+// memory runs out at every place where it can.
 
 #include <gtest/gtest.h>
 
@@ -12,6 +13,20 @@
 
 namespace zrcallouts {
 namespace {
+
+class UndoWalkTest : public SceneWalk, public testing::WithParamInterface<unsigned> {
+protected:
+    UndoWalkTest()
+        : SceneWalk(
+              [random = std::mt19937(GetParam())]() mutable { return static_cast<unsigned>(random()); }) {}
+};
+
+TEST_P(UndoWalkTest, FindsEveryStateAgainByteForByte) {
+    SCOPED_TRACE("seed " + std::to_string(GetParam()));
+    Walk([left = 300]() mutable { return left-- > 0; });
+}
+
+INSTANTIATE_TEST_SUITE_P(Seeds, UndoWalkTest, testing::Range(1U, 9U));
 
 class OutOfMemoryTest : public SceneWalk {
 protected:
