@@ -62,7 +62,11 @@ protected:
 
     /// A box with sides of 2 units around its origin.
     static NodePtr MakeBox(const std::string& name);
-    /// A box at `position`; its identifiers are `name`. Without `node` it is of a kind of its own.
+    /// Into both structures, not into the scene; below the root unless there is a parent.
+    Part Insert(const std::string& name, const NodePtr& node, const dg::Location& location,
+                const Part* parent, const SbomPtr& sbom);
+    /// A box at `position`; its identifiers are `name`. Without `node` it is of a kind of its own; without
+    /// `sbom` a plain service instance stands for it.
     Part AddPart(const std::string& name, const dg::DPoint3D& position, const Part* parent = nullptr,
                  const NodePtr& node = nullptr, const SbomPtr& sbom = nullptr);
     Part AddAssembly(const std::string& name, bool isWeld = false, const Part* parent = nullptr);
@@ -132,11 +136,6 @@ protected:
     static std::size_t Pump();
     static void WaitForPool();
 
-private:
-    Part Insert(const std::string& name, const NodePtr& node, const dg::Location& location,
-                const Part* parent, const SbomPtr& sbom);
-
-protected:
     std::optional<zrkapp::illustration::HostSession> m_session;  // unless the host was running
     du::SmartPtr<zrk::illustration::Illustration3dScene> m_scene;
     du::SmartPtr<zrk::ShapeView> m_view;

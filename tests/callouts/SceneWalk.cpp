@@ -32,7 +32,8 @@ SceneWalk::SceneWalk(std::function<unsigned()> random, Host host)
     const Part weld = AddAssembly("weld", true);
     const NodePtr shared = MakeBox("bolt");
     for (int i = 0; i < kColumns * kRows; ++i) {
-        const dg::DPoint3D place(5.0 * (i % kColumns) - 10, 5.0 * (i / kColumns) - 8, i % 3);
+        const int row = i / kColumns;
+        const dg::DPoint3D place(5.0 * (i % kColumns) - 10, 5.0 * row - 8, i % 3);
         const Part* parent = i % 5 == 0 ? &assembly : i % 7 == 0 ? &weld : nullptr;
         m_parts.push_back(
             AddPart("part" + std::to_string(i), place, parent, i % 4 == 0 ? shared : NodePtr()));
