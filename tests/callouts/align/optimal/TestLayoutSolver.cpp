@@ -3,10 +3,15 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <array>
 #include <cmath>
+#include <limits>
+#include <numeric>
 #include <string>
 
+#include "callouts/align/optimal/LabelSpacer.h"
 #include "callouts/align/optimal/LayoutQuality.h"
+#include "tests/callouts/align/optimal/Assignment.h"
 #include "tests/callouts/align/optimal/RandomSheet.h"
 
 namespace zrcallouts {
@@ -28,13 +33,15 @@ double LengthOf(const LayoutProblem& sheet, const Centres& centres) {
     return MeasureLayout(sheet, centres).length;
 }
 
+struct Sweep {
+    const char* name;
+    SheetKind kind;
+    unsigned sheets;
+};
+
 TEST(LayoutSolver, LeavesNoFaultsOnSheetsWithRoom) {
     using enum LayoutPattern;
-    const struct {
-        const char* name;
-        SheetKind kind;
-        unsigned sheets;
-    } sweeps[] = {
+    const Sweep sweeps[] = {
         {"few", {12}, 100},
         {"many", {60}, 40},
         {"half the model", {60, 0.5}, 40},
@@ -47,7 +54,7 @@ TEST(LayoutSolver, LeavesNoFaultsOnSheetsWithRoom) {
         {"an outline", {40, 1.0, true, 90.0, Silhouette}, 40},
         {"two rows", {100}, 20},
     };
-    for (const auto& sweep : sweeps) {
+    for (const Sweep& sweep : sweeps) {
         for (unsigned seed = 0; seed < sweep.sheets; ++seed) {
             const LayoutProblem sheet = MakeSheet(sweep.kind, seed);
             const LayoutQuality quality = MeasureLayout(sheet, SolveLayout(sheet));
@@ -57,52 +64,174 @@ TEST(LayoutSolver, LeavesNoFaultsOnSheetsWithRoom) {
     }
 }
 
-// The lengths to come near to were found by trying all sides and orders of a few labels crowded in a corner,
-// and, on sheets up to 98 % full, by the cheapest assignment of all labels to slots around the model. That
-// one minds neither crossings nor leaders that run into labels, which may cost length.
-TEST(LayoutSolver, ComesNearToTheShortestThereIs) {
-    const struct {
-        SheetKind kind;
+/// The shortest leaders with these labels on the sides of a sheet, in this order: places by an independent
+/// method, since only small steps that shorten are taken.
+class Reference {
+public:
+    explicit Reference(const LayoutProblem& sheet) : m_sheet(sheet) {}
+
+    /// Over all sides and orders of all labels.
+    double Shortest() {
+        m_best = std::numeric_limits<double>::infinity();
+        m_sides = {};
+        Extend(0);
+        return m_best;
+    }
+
+    /// With the sides and orders that the cheapest assignment of all labels to slots gives them.
+    double OfSlots() {
+        struct Slot {
+            std::size_t side;
+            ScreenPoint centre;
+        };
+        std::vector<Slot> slots;
+        for (std::size_t side = 0; side < 4; ++side) {
+            const int along = Along(side);
+            for (double at = Least(side) + 13.0; at <= Greatest(side) - 13.0; at += 34.0) {
+                slots.push_back({side, {}});
+                slots.back().centre[along] = at;
+                slots.back().centre[1 - along] = LineOf(side);
+            }
+        }
+        std::vector<std::vector<double>> costs;
+        for (const LayoutLabel& label : m_sheet.labels) {
+            costs.emplace_back();
+            for (const Slot& slot : slots) costs.back().push_back(Distance(slot.centre, label.anchors[0]));
+        }
+        const auto places = CheapestAssignment(costs);
+        std::vector<std::size_t> order(places.size());
+        std::iota(order.begin(), order.end(), 0);
+        std::sort(order.begin(), order.end(), [&](auto a, auto b) { return places[a] < places[b]; });
+        m_sides = {};
+        for (const std::size_t label : order) m_sides[slots[places[label]].side].push_back(label);
+        return LengthOn(0) + LengthOn(1) + LengthOn(2) + LengthOn(3);
+    }
+
+private:
+    using Side = std::vector<std::size_t>;
+
+    // Circles of 26 pixels, 8 apart, 17 from the model.
+    static int Along(std::size_t side) { return side < 2 ? 1 : 0; }
+    double LineOf(std::size_t side) const {
+        const int across = 1 - Along(side);
+        return side % 2 == 0 ? m_sheet.model.Least(across) - 30.0 : m_sheet.model.Greatest(across) + 30.0;
+    }
+    double Least(std::size_t side) const {
+        return Along(side) == 1 ? m_sheet.page.y0 : m_sheet.model.x0 - 9.0;
+    }
+    double Greatest(std::size_t side) const {
+        return Along(side) == 1 ? m_sheet.page.y1 : m_sheet.model.x1 + 9.0;
+    }
+
+    void Extend(std::size_t label) {
+        if (label == m_sheet.labels.size()) {
+            double length = 0.0;
+            for (std::size_t side = 0; side < 4 && length < m_best; ++side) length += LengthOn(side);
+            m_best = std::min(m_best, length);
+            return;
+        }
+        for (Side& side : m_sides) {
+            for (std::size_t at = 0; at <= side.size(); ++at) {
+                side.insert(side.begin() + static_cast<std::ptrdiff_t>(at), label);
+                Extend(label + 1);
+                side.erase(side.begin() + static_cast<std::ptrdiff_t>(at));
+            }
+        }
+    }
+
+    double LengthOn(std::size_t side) {
+        const int along = Along(side);
+        std::vector<SpacedLabel> labels;
+        std::vector<double> depths;
+        for (const std::size_t label : m_sides[side]) {
+            const ScreenPoint& anchor = m_sheet.labels[label].anchors[0];
+            labels.push_back({anchor[along], 1.0, 26.0});
+            depths.push_back(std::abs(anchor[1 - along] - LineOf(side)));
+        }
+        const std::vector<SpacedLabel> wishes = labels;
+        double length = 0.0;
+        for (int round = 0; round < 12; ++round) {
+            const auto places = m_spacer.Space(labels, 8.0, Least(side), Greatest(side));
+            length = 0.0;
+            for (std::size_t i = 0; i < labels.size(); ++i) {
+                const double own = std::hypot(depths[i], places[i] - wishes[i].wish);
+                labels[i].weight = 1.0 / own;
+                length += own;
+            }
+        }
+        return length;
+    }
+
+    const LayoutProblem& m_sheet;
+    LabelSpacer m_spacer;
+    std::array<Side, 4> m_sides;
+    double m_best = 0.0;
+};
+
+// All sides and all orders of a few labels crowded in a corner are tried one by one.
+TEST(LayoutSolver, IsWithinAPercentOfTheShortest) {
+    for (unsigned seed = 0; seed < 12; ++seed) {
+        LayoutProblem sheet = MakeSheet({5, 0.1}, seed);
+        EXPECT_LE(LengthOf(sheet, SolveLayout(sheet)), 1.01 * Reference(sheet).Shortest()) << "seed " << seed;
+    }
+}
+
+// Labels all over the model, on sheets up to 98 % full. What is crossing-free and what keeps leaders off
+// labels may be longer than the reference, which knows of neither.
+TEST(LayoutSolver, IsHardlyLongerThanTheCheapestAssignment) {
+    struct Case {
+        std::size_t labels;
         double limit;
-        std::vector<double> shortest;  // by seed
-    } rows[] = {
-        {{5, 0.1}, 1.001, {1389.98, 335.71, 859.57, 494.70, 452.77, 487.35, 513.72, 732.86, 348.36, 339.28}},
-        {{20}, 1.001, {2974.00, 3018.92, 3632.70, 3249.76, 2415.33, 3381.37}},
-        {{60}, 1.001, {10392.46, 8768.71, 10116.06, 10786.56, 8940.36, 8468.14}},
-        {{80}, 1.004, {14026.29, 12646.55, 14830.84, 14827.18, 12944.64, 11823.68}},
-        {{90}, 1.013, {16283.90, 15257.59, 17925.03, 17473.85, 15536.33, 14079.85}},
     };
-    for (const auto& row : rows) {
-        for (unsigned seed = 0; seed < row.shortest.size(); ++seed) {
-            const LayoutProblem sheet = MakeSheet(row.kind, seed);
-            EXPECT_LE(LengthOf(sheet, SolveLayout(sheet)), row.limit * row.shortest[seed])
-                << row.kind.labels << " labels, seed " << seed;
+    for (const Case& each : {Case{20, 1.01}, Case{60, 1.01}, Case{80, 1.01}, Case{90, 1.015}}) {
+        for (unsigned seed = 0; seed < 6; ++seed) {
+            const LayoutProblem sheet = MakeSheet({each.labels}, seed);
+            EXPECT_LE(LengthOf(sheet, SolveLayout(sheet)), each.limit * Reference(sheet).OfSlots())
+                << each.labels << " labels, seed " << seed;
         }
     }
 }
 
-/// How far the label that moves most goes.
-double FarthestMove(const Centres& from, const Centres& to) {
-    double farthest = 0.0;
-    for (std::size_t i = 0; i < from.size(); ++i) farthest = std::max(farthest, Distance(from[i], to[i]));
-    return farthest;
+enum class Side { Left, Right, Top, Bottom };
+
+Side SideOf(const LayoutProblem& sheet, const ScreenPoint& centre) {
+    if (centre.x < sheet.model.x0) return Side::Left;
+    if (centre.x > sheet.model.x1) return Side::Right;
+    return centre.y < sheet.model.y0 ? Side::Top : Side::Bottom;
 }
 
-// An author turns the model a little, or moves a part: what is good already must not be reshuffled. Labels
-// that change places move by a label and a gap at least.
+/// The labels of each side in their order.
+std::vector<std::vector<std::size_t>> OrdersOf(const LayoutProblem& sheet, const Centres& centres) {
+    std::vector<std::vector<std::size_t>> orders(4);
+    for (std::size_t i = 0; i < centres.size(); ++i)
+        orders[static_cast<std::size_t>(SideOf(sheet, centres[i]))].push_back(i);
+    for (std::size_t side = 0; side < 4; ++side) {
+        const int axis = side < 2 ? 1 : 0;
+        std::sort(orders[side].begin(), orders[side].end(),
+                  [&](auto a, auto b) { return centres[a][axis] < centres[b][axis]; });
+    }
+    return orders;
+}
+
+/// The sheet with its labels where a layout put them.
+LayoutProblem WithCentres(LayoutProblem sheet, const Centres& centres) {
+    for (std::size_t i = 0; i < centres.size(); ++i) sheet.labels[i].centre = centres[i];
+    return sheet;
+}
+
+// An author turns the model a little, or moves a part: what is good already must not be reshuffled.
 TEST(LayoutSolver, KeepsSidesAndOrderWhenLittleMoves) {
-    constexpr double kPitch = 26.0 + 8.0;
     for (unsigned seed = 0; seed < 40; ++seed) {
         LayoutProblem sheet = MakeSheet({50}, seed);
         const Centres centres = SolveLayout(sheet);
+        sheet = WithCentres(std::move(sheet), centres);
+        EXPECT_EQ(OrdersOf(sheet, SolveLayout(sheet)), OrdersOf(sheet, centres)) << "again, seed " << seed;
         std::mt19937 random(seed);
-        for (std::size_t i = 0; i < centres.size(); ++i) sheet.labels[i].centre = centres[i];
-        EXPECT_LT(FarthestMove(centres, SolveLayout(sheet)), kPitch) << "again, seed " << seed;
         for (LayoutLabel& label : sheet.labels) {
             label.anchors[0].x += 2.0 * Random(random) - 1.0;
             label.anchors[0].y += 2.0 * Random(random) - 1.0;
         }
-        EXPECT_LT(FarthestMove(centres, SolveLayout(sheet)), kPitch) << "a pixel, seed " << seed;
+        EXPECT_EQ(OrdersOf(sheet, SolveLayout(sheet)), OrdersOf(sheet, centres)) << "a pixel, seed " << seed;
     }
 }
 
@@ -132,7 +261,7 @@ TEST(LayoutSolver, PlacesALabelBetweenAllThatItPointsAt) {
     LayoutProblem sheet = MakeSheet({1}, 1);
     sheet.labels[0].anchors = {{100, 300}, {110, 400}, {95, 380}};
     const Centres centres = SolveLayout(sheet);
-    EXPECT_LT(centres[0].x, sheet.model.x0);
+    EXPECT_EQ(SideOf(sheet, centres[0]), Side::Left);
     const double length = LengthOf(sheet, centres);
     for (const double move : {-3.0, 3.0}) {
         EXPECT_LT(length, LengthOf(sheet, {{centres[0].x, centres[0].y + move}}) + 0.01);
