@@ -7,6 +7,7 @@
 
 #include "callouts/Callouts.h"
 #include "dp/WriteLocker.h"
+#include "du/LocalizableString.h"
 #include "tests/callouts/EngineFixture.h"
 #include "tests/support/Deadline.h"
 #include "tests/support/OnThreads.h"
@@ -50,6 +51,26 @@ protected:
     const unsigned m_item = AddItem({m_a});
     const TemplatePtr m_weighed = MakeTemplate({ItemLabel(), Reference("Part", "Mass")});
 };
+
+TEST_F(CalloutsThreads, TheLanguageChangesWhileCalloutsComeAndGoAndAnAuthorTranslates) {
+    const auto stays = AddCallout(m_weighed, m_a, m_item);
+    stays->GetLocalizableString() = du::Symbol("Screw");
+    stays->GetLocalizableString().SetEnabled(true);
+    const auto world = zrk::World::GetWorld();
+    RunTogether({[&] {
+                     world->SetLanguage("de");
+                     world->SetLanguage("en");
+                 },
+                 [&] { stays->GetLocalizableString().SetTranslation("de", du::Symbol("Schraube")); },
+                 [this] { ShowAndRemove(m_a); }, [this] { ShowAndRemove(m_b); }, [this] { ChangeTree(); }},
+                100);
+    EXPECT_EQ(stays->GetText(true).Text(), "Screw");
+    EXPECT_EQ(OfItem(m_item), CalloutVec{stays});
+    EXPECT_EQ(Filed(m_a), CalloutVec{stays});
+    EXPECT_TRUE(Filed(m_b).empty());
+    EXPECT_TRUE(Filed(m_c).empty());
+    EXPECT_TRUE(Items().IsIndicated(m_item));
+}
 
 // A language change waits for the engine's lock when the engine begins to go. Whoever took the engine's lock
 // first and then waited for the language change to be over would wait forever.
