@@ -104,6 +104,28 @@ void SolveSheet(benchmark::State& state) {
 }
 BENCHMARK(SolveSheet)->Arg(30)->Arg(100)->Arg(1000)->Unit(benchmark::kMicrosecond);
 
+/// Far more labels than belong around one picture, on a page that has room for them all: solved and measured.
+void CrowdSheet(benchmark::State& state) {
+    LayoutProblem sheet = SheetOf(static_cast<std::size_t>(state.range(0)));
+    const double factor = 600.0 / sheet.model.Length(0);
+    const auto shrink = [&](double at, int axis) {
+        const double middle = sheet.page.Middle(axis);
+        return middle + factor * (at - middle);
+    };
+    for (LayoutLabel& label : sheet.labels) {
+        label.centre = {shrink(label.centre.x, 0), shrink(label.centre.y, 1)};
+        label.anchors = {label.centre};
+    }
+    sheet.model = {shrink(sheet.model.x0, 0), shrink(sheet.model.y0, 1), shrink(sheet.model.x1, 0),
+                   shrink(sheet.model.y1, 1)};
+    for (auto _ : state) {
+        const LayoutQuality quality = MeasureLayout(sheet, SolveLayout(sheet));
+        state.counters["faults"] = static_cast<double>(quality.faults.size());
+    }
+    state.counters["n"] = static_cast<double>(sheet.labels.size());
+}
+BENCHMARK(CrowdSheet)->Arg(1000)->Arg(10000)->Arg(100000)->Unit(benchmark::kMillisecond);
+
 /// The model turns by half a degree at a time: how many labels change their side.
 void TurnModel(benchmark::State& state) {
     const auto count = static_cast<std::size_t>(state.range(0));

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <compare>
+#include <cstddef>
 #include <functional>
 #include <string>
 #include <string_view>
@@ -20,6 +21,10 @@ public:
     explicit Symbol(std::string_view text);
     explicit Symbol(const std::string& text) : Symbol(std::string_view(text)) {}
     explicit Symbol(const char* text) : Symbol(std::string_view(text)) {}
+
+    /// What the texts of all symbols take, which stay for good: a program that makes ever new ones grows by
+    /// it.
+    static std::size_t GetBytesInUse();
 
     bool empty() const { return m_text == nullptr; }
     const std::string& Text() const;

@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <fstream>
 
+#include "du/Symbol.h"
 #include "zrk/object/MemoryPool.h"
 
 #if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
@@ -17,7 +18,7 @@ extern "C" std::size_t __sanitizer_get_current_allocated_bytes();
 namespace zrcallouts {
 namespace {
 
-// Symbols stay for good, and so the heap rises until every text has come up once.
+// Buckets of the symbols' table, say.
 constexpr std::size_t kHeapSlack = std::size_t{64} << 10;
 constexpr std::size_t kPoolSlack = std::size_t{4} << 10;
 constexpr std::size_t kResidentSlack = std::size_t{16} << 20;
@@ -52,7 +53,8 @@ std::size_t Middle(const std::vector<MemoryLog::Sample>& samples, std::size_t fi
 }  // namespace
 
 MemoryLog::Sample MemoryLog::Take(std::size_t edits) {
-    return {edits, HeapBytes(), zrk::MemoryPool::GetBytesInUse(), ResidentBytes()};
+    return {edits, HeapBytes() - du::Symbol::GetBytesInUse(), zrk::MemoryPool::GetBytesInUse(),
+            ResidentBytes()};
 }
 
 std::string MemoryLog::Verdict() const {

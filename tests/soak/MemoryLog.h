@@ -13,7 +13,7 @@ public:
     /// Taken while nothing is under way, after `edits` edits in all.
     struct Sample {
         std::size_t edits = 0;
-        std::size_t heapBytes = 0;
+        std::size_t heapBytes = 0;  // without symbols, which stay for good once their text has come up
         std::size_t poolBytes = 0;
         std::size_t residentBytes = 0;
     };

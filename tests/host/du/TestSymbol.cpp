@@ -36,6 +36,17 @@ TEST(Symbol, IsEqualExactlyWhenTheTextsAre) {
     EXPECT_EQ(Symbol(), Symbol::EMPTY);
 }
 
+TEST(Symbol, CountsTheBytesOfNewTextsOnly) {
+    const std::string text(1000, 'c');
+    const std::size_t before = Symbol::GetBytesInUse();
+    const Symbol first(text);
+    const std::size_t after = Symbol::GetBytesInUse();
+    EXPECT_GT(after, before + text.size());
+    EXPECT_LT(after, before + text.size() + 200);
+    EXPECT_EQ(Symbol(text), first);
+    EXPECT_EQ(Symbol::GetBytesInUse(), after);
+}
+
 TEST(Symbol, GivesAllThreadsTheSameAddressForNewTexts) {
     constexpr int kThreads = 8;
     constexpr std::size_t kTexts = 5000;
