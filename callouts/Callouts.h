@@ -257,6 +257,7 @@ private:
     void OnAddInset(const InsetPtr& inset);
     void OnAddCallout(const CalloutPtr& callout);
     void OnRemoveCallout(const CalloutPtr& callout);
+    void FileSharersAnew(const CalloutPtr& removed);
     void OnRemoveInset(const InsetPtr& inset);
     void LocalizeAddedCallout(const CalloutPtr& callout);
     void AdmitAddedCallout(const CalloutPtr& callout, unsigned int leaders);

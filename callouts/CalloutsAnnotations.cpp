@@ -177,8 +177,24 @@ void Callouts::OnRemoveCallout(const CalloutPtr& callout) {
         callout->UnregisterTemplateObserver();
         RemoveFromSet(callout);
         RemoveFromMap(callout);
+        FileSharersAnew(callout);
     }
     SetIndicated(callout, false);
+}
+
+// A member of a combined callout may be in the scene by itself as well: what stays still leads to its part.
+void Callouts::FileSharersAnew(const CalloutPtr& removed) {
+    const auto holder = du::DynamicCast<CombinedCallout>(removed->GetHolder());
+    if (holder && Contains(holder)) {
+        AddToMap(holder);
+        holder->ReattachChildren();
+    }
+    const auto combined = du::DynamicCast<CombinedCallout>(removed);
+    for (const auto& member : combined ? combined->GetCalloutVec() : std::vector<CalloutPtr>()) {
+        if (!member || !Contains(member)) continue;
+        AddToMap(member);
+        member->SetItemIndex(GetItemIndex());
+    }
 }
 
 void Callouts::OnRemoveInset(const InsetPtr& inset) {

@@ -150,6 +150,8 @@ public:
         BeforeChange();
         return m_localizable;
     }
+    /// The combined callout that this is, or was last, a member of; null without.
+    du::SmartPtr<Callout> GetHolder() const;
     /// Gives a callout without localisable text its own as the source.
     void SetupLocalizationIfNecessary(bool isLocalized);
 

@@ -37,14 +37,18 @@ void Callout::SetHolder(const std::shared_ptr<du::BackLink<Callout>>& holder) {
     m_holder = holder;
 }
 
-void Callout::KeepState() {
-    Annotation::KeepState();
+du::SmartPtr<Callout> Callout::GetHolder() const {
     std::shared_ptr<du::BackLink<Callout>> link;
     {
         const std::lock_guard hold(m_mutex);
         link = m_holder;
     }
-    if (const auto holder = link ? link->Lock() : nullptr) holder->KeepState();
+    return link ? link->Lock() : nullptr;
+}
+
+void Callout::KeepState() {
+    Annotation::KeepState();
+    if (const auto holder = GetHolder()) holder->KeepState();
 }
 
 CalloutState Callout::CaptureState() const {

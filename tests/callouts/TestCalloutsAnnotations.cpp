@@ -70,6 +70,26 @@ TEST_F(CalloutsAnnotations, AddingAgainOnlyIndicatesAndReattaches) {
     }
 }
 
+// A saved view may show a callout by itself that is a member of a combined one.
+TEST_F(CalloutsAnnotations, WhatIsInTheSceneTwiceStaysFiledUntilBothHaveGone) {
+    const unsigned id = AddItem({m_b});
+    for (const bool isMemberFirst : {true, false}) {
+        SCOPED_TRACE(isMemberFirst ? "the member goes first" : "the combined callout goes first");
+        const auto member = MakeCallout(m_numbered, m_b, id);
+        const CalloutPtr combined = Combine({MakeCallout(m_literal, m_a), member});
+        Show(member);
+        Show(combined);
+        Remove(isMemberFirst ? member : combined);
+        EXPECT_EQ(Filed(m_b), CalloutVec{member});
+        EXPECT_EQ(OfItem(id), CalloutVec{isMemberFirst ? combined : member});
+        EXPECT_TRUE(Items().IsIndicated(id));
+        Remove(isMemberFirst ? combined : member);
+        EXPECT_TRUE(Filed(m_b).empty());
+        EXPECT_TRUE(OfItem(id).empty());
+        EXPECT_FALSE(Items().IsIndicated(id));
+    }
+}
+
 TEST_F(CalloutsAnnotations, LabelsOfLiteralTextAloneAreLeftAsTheyWereSaved) {
     const auto fresh = MakeTemplate({Literal("new")});
     const auto named = [](const char* name, bool isCustom) {
