@@ -18,6 +18,8 @@ public:
         std::size_t residentBytes = 0;
     };
 
+    MemoryLog() { m_samples.reserve(kMostSamples); }
+
     /// The process as it is now.
     static Sample Take(std::size_t edits);
 
@@ -33,6 +35,8 @@ public:
 
 private:
     static constexpr std::size_t kFewestSamples = 12;  // three in each quarter
+    // More than a night's rounds: the log must not grow itself.
+    static constexpr std::size_t kMostSamples = std::size_t{1} << 17;
 
     std::vector<Sample> m_samples;
 };
