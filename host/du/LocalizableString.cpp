@@ -1,6 +1,6 @@
 #include "du/LocalizableString.h"
 
-#include <mutex>
+#include <utility>
 
 #include "du/Localizer.h"
 
@@ -20,12 +20,6 @@ LocalizableString::operator Symbol() const {
     return translation != m_content.translations.end() ? translation->second : m_content.source;
 }
 
-LocalizableString& LocalizableString::operator=(const Symbol& source) {
-    const std::lock_guard hold(m_mutex);
-    m_content.source = source;
-    return *this;
-}
-
 bool LocalizableString::empty() const {
     const std::lock_guard hold(m_mutex);
     return m_content.source.empty() && m_content.translations.empty();
@@ -34,26 +28,6 @@ bool LocalizableString::empty() const {
 void LocalizableString::SetTranslation(const std::string& language, const Symbol& text) {
     const std::lock_guard hold(m_mutex);
     m_content.translations[language] = text;
-}
-
-bool LocalizableString::IsEnabled() const {
-    const std::lock_guard hold(m_mutex);
-    return m_content.isEnabled;
-}
-
-void LocalizableString::SetEnabled(bool enabled) {
-    const std::lock_guard hold(m_mutex);
-    m_content.isEnabled = enabled;
-}
-
-bool LocalizableString::IsDeleted() const {
-    const std::lock_guard hold(m_mutex);
-    return m_content.isDeleted;
-}
-
-void LocalizableString::SetDeleted(bool deleted) {
-    const std::lock_guard hold(m_mutex);
-    m_content.isDeleted = deleted;
 }
 
 LocalizableString::Parts LocalizableString::Content() const {

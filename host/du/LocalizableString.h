@@ -3,6 +3,7 @@
 #pragma once
 
 #include <map>
+#include <mutex>
 #include <string>
 
 #include "du/LeafLock.h"
@@ -21,19 +22,22 @@ public:
     /// The text in the current user-interface language, else the source text.
     operator Symbol() const;
     /// Replaces the source text; translations and marks stay.
-    LocalizableString& operator=(const Symbol& source);
+    LocalizableString& operator=(const Symbol& source) {
+        Write(&Parts::source, source);
+        return *this;
+    }
 
-    Symbol GetSource() const { return Content().source; }
+    Symbol GetSource() const { return Read(&Parts::source); }
     /// By language.
-    std::map<std::string, Symbol> GetTranslations() const { return Content().translations; }
+    std::map<std::string, Symbol> GetTranslations() const { return Read(&Parts::translations); }
 
     bool empty() const;
     void SetTranslation(const std::string& language, const Symbol& text);
     /// Whether labels show this text instead of the generated one.
-    bool IsEnabled() const;
-    void SetEnabled(bool enabled);
-    bool IsDeleted() const;
-    void SetDeleted(bool deleted);
+    bool IsEnabled() const { return Read(&Parts::isEnabled); }
+    void SetEnabled(bool enabled) { Write(&Parts::isEnabled, enabled); }
+    bool IsDeleted() const { return Read(&Parts::isDeleted); }
+    void SetDeleted(bool deleted) { Write(&Parts::isDeleted, deleted); }
 
     friend bool operator==(const LocalizableString& a, const LocalizableString& b) {
         return a.Content() == b.Content();
@@ -50,6 +54,16 @@ private:
     };
 
     Parts Content() const;
+    template <class T>
+    T Read(T Parts::*member) const {
+        const std::lock_guard hold(m_mutex);
+        return m_content.*member;
+    }
+    template <class T>
+    void Write(T Parts::*member, const T& value) {
+        const std::lock_guard hold(m_mutex);
+        m_content.*member = value;
+    }
 
     mutable LeafLock m_mutex;  // guards all below
     Parts m_content;

@@ -54,7 +54,7 @@ private:
     bool SwapWithin(std::size_t lane);
     bool SwapBetween(std::size_t a, std::size_t b);
     bool SwapAcross(std::size_t a, std::size_t i, std::size_t b);
-    /// Counts pairs of leaders to look at, so that no end of them ends the layout early.
+    /// Whether one more pair of leaders may be looked at, which is counted.
     bool MayLook() { return m_pairsLeft > 0 && m_pairsLeft-- > 0; }
     bool TrySwap(std::uint32_t a, std::uint32_t b, bool areNeighbours);
     [[nodiscard]] bool FitsSwapped(std::uint32_t a, std::uint32_t b) const;
