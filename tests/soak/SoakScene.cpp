@@ -10,8 +10,6 @@
 namespace zrcallouts {
 namespace {
 
-constexpr std::size_t kEditsPerProbe = 10;
-
 /// What was posted before has run when this comes back.
 void AwaitDispatcher() {
     std::promise<void> reached;
@@ -34,13 +32,12 @@ void SoakScene::Edit(std::size_t edits) {
             Act();
         } else {
             const std::shared_lock turn(m_turns);
-            choice < 8 ? history.Undo() : history.Redo();
+            const bool isDone = choice < 8 ? history.Undo() : history.Redo();
+            m_diary += choice < 8 ? "undo" : "redo";
+            m_diary += isDone ? "\n" : " of nothing\n";
             Settle();
         }
-        if (i % kEditsPerProbe == 0) {
-            const std::shared_lock turn(m_turns);
-            EXPECT_EQ(RegistryFault(), "");
-        }
+        Probe();
     }
 }
 
@@ -49,10 +46,19 @@ void SoakScene::Act() {
     std::shared_lock turn(m_turns,
                           std::defer_lock);  // outlives the transaction, which may end in a roll back
     zrk::Transaction transaction(m_scene, "Act");
-    for (unsigned count = 1 + Below(3); count > 0; --count) DoOne(transaction.GetOperation());
+    for (unsigned count = 1 + Below(3); count > 0; --count)
+        m_diary += DoOne(transaction.GetOperation()) + ", ";
     turn.lock();
     Settle();
-    if (!Chance(8)) transaction.Commit();
+    const bool isKept = !Chance(8);
+    m_diary += isKept ? "committed\n" : "given up\n";
+    if (isKept) transaction.Commit();
+}
+
+void SoakScene::Probe() {
+    const std::shared_lock turn(m_turns);
+    const std::string fault = RegistryFault();
+    EXPECT_EQ(fault, "") << "after\n" << m_diary << "in\n" << (fault.empty() ? "" : Look());
 }
 
 void SoakScene::ChangeLanguage() {
@@ -71,6 +77,7 @@ void SoakScene::ExpectStart() { EXPECT_EQ(Look(), m_start) << "undone to the sta
 
 void SoakScene::StartAnew() {
     m_scene->GetHistory().Clear();
+    m_diary.clear();
     StopEngine();
     StartEngine();
     ForgetRegrouping();

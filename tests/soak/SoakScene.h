@@ -40,9 +40,12 @@ protected:
 private:
     void Act();
     void ChangeLanguage();
+    /// Expects the engine's registry to be right, and tells how it got wrong when it is not.
+    void Probe();
 
     std::shared_mutex& m_turns;
     std::string m_start;
+    std::string m_diary;  // the edits since the scene was as at first
 };
 
 }  // namespace zrcallouts
