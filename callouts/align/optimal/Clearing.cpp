@@ -6,9 +6,13 @@
 namespace zrcallouts {
 namespace {
 
-constexpr double kStep = 6.0;       // pixels
-constexpr double kClearance = 1.0;  // pixels between a leader and a foreign label
+constexpr double kStep = 6.0;        // pixels
+constexpr double kMostSteps = 200;   // across the page; on huge ones steps are longer
+constexpr double kClearance = 1.0;   // pixels between a leader and a foreign label
+constexpr std::size_t kBeside = 64;  // neighbours to either side; a leader has left its lane long before
 constexpr double kNever = std::numeric_limits<double>::infinity();
+
+double StepOf(double length) { return std::max(kStep, length / kMostSteps); }
 
 }  // namespace
 
@@ -38,10 +42,12 @@ bool Clearing::IsTouched(std::uint32_t label, std::uint32_t by) const {
 bool Clearing::HasTouches(std::size_t lane) const {
     const auto& labels = m_seating.RowOf(lane);
     for (std::size_t i = 0; i < labels.size(); ++i) {
-        for (std::size_t k = i; k-- > 0 && IsWithinReach(labels[k], labels[i]);) {
+        const std::size_t first = i - std::min(i, kBeside);
+        const std::size_t end = std::min(i + kBeside + 1, labels.size());
+        for (std::size_t k = i; k-- > first && IsWithinReach(labels[k], labels[i]);) {
             if (IsTouched(labels[k], labels[i])) return true;
         }
-        for (std::size_t k = i + 1; k < labels.size() && IsWithinReach(labels[k], labels[i]); ++k) {
+        for (std::size_t k = i + 1; k < end && IsWithinReach(labels[k], labels[i]); ++k) {
             if (IsTouched(labels[k], labels[i])) return true;
         }
     }
@@ -65,8 +71,9 @@ bool Clearing::IsWithinReach(std::uint32_t label, std::uint32_t by) const {
 
 bool Clearing::PushOut(std::size_t lane) {
     bool isChanged = false;
-    while (m_seating.Spare(lane) >= kStep && HasTouches(lane)) {
-        m_seating.Push(lane, kStep);
+    const double step = StepOf(m_seating.Spare(lane));
+    while (m_seating.Spare(lane) >= step && HasTouches(lane)) {
+        m_seating.Push(lane, step);
         m_seating.Settle(lane);
         isChanged = true;
     }
@@ -96,12 +103,15 @@ Clearing::End Clearing::EndNear(std::uint32_t label) const {
     return {lane, 2 * m_seating.IndexOf(label) < m_seating.RowOf(lane).size()};
 }
 
+double Clearing::EndStep(std::size_t lane) const { return StepOf(0.5 * m_seating.Capacity(lane)); }
+
 /// What it costs to take a step off the lane's end.
 double Clearing::LossBy(const End& end) {
-    if (m_seating.Load(end.lane) + kStep > m_seating.Capacity(end.lane)) return kNever;
+    const double step = EndStep(end.lane);
+    if (m_seating.Load(end.lane) + step > m_seating.Capacity(end.lane)) return kNever;
     Seating::Window window = m_seating.Whole(end.lane);
     const double before = m_seating.CostOf(window);
-    (end.isLeast ? window.least : window.greatest) += end.isLeast ? kStep : -kStep;
+    (end.isLeast ? window.least : window.greatest) += end.isLeast ? step : -step;
     return m_seating.CostWith(window, m_seating.RowOf(end.lane)) - before;
 }
 
@@ -114,7 +124,7 @@ bool Clearing::ClearCorner(std::size_t lane, std::size_t other) {
         const double othersLoss = LossBy(others);
         if (std::min(ownLoss, othersLoss) == kNever) break;
         const End& end = ownLoss < othersLoss ? own : others;
-        m_seating.Shorten(end.lane, end.isLeast, kStep);
+        m_seating.Shorten(end.lane, end.isLeast, EndStep(end.lane));
         m_seating.Settle(end.lane);
         isChanged = true;
     }

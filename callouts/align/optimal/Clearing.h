@@ -36,6 +36,7 @@ private:
     [[nodiscard]] bool HasTouches(std::size_t lane) const;
     [[nodiscard]] std::optional<Touch> FindTouch(std::size_t lane, std::size_t other) const;
     [[nodiscard]] End EndNear(std::uint32_t label) const;
+    [[nodiscard]] double EndStep(std::size_t lane) const;
     [[nodiscard]] double LossBy(const End& end);
     bool PushOut(std::size_t lane);
     bool ClearCorner(std::size_t lane, std::size_t other);

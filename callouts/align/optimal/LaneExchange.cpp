@@ -98,7 +98,8 @@ Seating::Labels LaneExchange::RowWith(std::uint32_t label, std::uint32_t instead
 bool LaneExchange::Try(const Exchange& exchange) {
     const std::size_t from = m_seating.LaneOf(exchange.label);
     const std::size_t to = m_seating.LaneOf(exchange.other);
-    if (from == to || !Fits(exchange.label, exchange.other) || !Fits(exchange.other, exchange.label))
+    if (m_seating.IsSpent() || from == to || !Fits(exchange.label, exchange.other) ||
+        !Fits(exchange.other, exchange.label))
         return false;
     const auto stay = RowWith(exchange.other, exchange.label);
     const auto come = RowWith(exchange.label, exchange.other);

@@ -112,7 +112,7 @@ std::size_t Relocation::PlaceIn(const Seating::Labels& labels, std::size_t lane,
 /// Earlier moves of the pass may have changed what this one gains.
 bool Relocation::Try(const Move& move) {
     const std::size_t from = m_seating.LaneOf(move.label);
-    if (from == move.lane || !m_seating.HasRoom(move.lane, move.label)) return false;
+    if (m_seating.IsSpent() || from == move.lane || !m_seating.HasRoom(move.lane, move.label)) return false;
     if (GainOf(move.label, Relief(move.label), move.lane) < kLeastGain) return false;
     const std::size_t index = m_seating.IndexOf(move.label);
     const auto leaving = m_seating.Around(from, index, m_seating.LoadOf(move.label, from));

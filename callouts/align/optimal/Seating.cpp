@@ -225,6 +225,7 @@ double Seating::CostOf(const Window& window) const {
 }
 
 double Seating::CostWith(const Window& window, const Labels& labels) {
+    m_tried += labels.size();
     return Arrange(window, labels, kFewRounds);
 }
 

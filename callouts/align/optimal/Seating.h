@@ -106,6 +106,9 @@ public:
     [[nodiscard]] double CostOf(const Window& window) const;
     /// The cost of the window if these were its labels, in this order.
     double CostWith(const Window& window, const Labels& labels);
+    /// Whether so much has been tried that more is not worth waiting for. A crowd without room enough could
+    /// otherwise be bettered for hours.
+    [[nodiscard]] bool IsSpent() const { return m_tried > kMostTried; }
     /// Gives the window other labels and places them.
     void Replace(const Window& window, const Labels& labels);
     /// The two change places; `Settle` then sees to their lanes.
@@ -153,6 +156,7 @@ private:
     // Of placing one row; each makes it better, and two or three do.
     static constexpr int kManyRounds = 5;
     static constexpr int kFewRounds = 0;
+    static constexpr std::size_t kMostTried = 20'000'000;
 
     void FindHomes();
     template <class Key>
@@ -190,6 +194,7 @@ private:
     std::vector<Lone> m_alone;     // each label on each lane
     ScreenPoint m_thickest;        // the largest label along each axis
     std::uint64_t m_now = 0;
+    std::size_t m_tried = 0;  // labels placed to see what that costs
 
     LabelSpacer m_spacer;
     PlaceOrder m_order;
