@@ -124,7 +124,7 @@ void CrowdSheet(benchmark::State& state) {
     }
     state.counters["n"] = static_cast<double>(sheet.labels.size());
 }
-BENCHMARK(CrowdSheet)->Arg(1000)->Iterations(1)->Unit(benchmark::kMillisecond);
+BENCHMARK(CrowdSheet)->Arg(1000)->Arg(10000)->Arg(100000)->Iterations(1)->Unit(benchmark::kMillisecond);
 
 /// The model turns by half a degree at a time: how many labels change their side.
 void TurnModel(benchmark::State& state) {

@@ -165,8 +165,39 @@ private:
     std::vector<Moves> m_ways;  // from each lane to each; moves of labels that have left since are skipped
 };
 
+/// The nearest lane on the label's side; the number of lanes if there is none.
+std::size_t HomeOf(const Seating& seating, std::uint32_t label) {
+    std::size_t home = seating.LaneCount();
+    double least = kNever;
+    const ScreenPoint& centre = seating.Problem().labels[label].centre;
+    for (std::size_t lane = 0; lane < seating.LaneCount(); ++lane) {
+        if (!seating.IsHome(label, lane) || !seating.Holds(lane, label)) continue;
+        const Lane& on = seating.LaneAt(lane);
+        const double place = std::clamp(centre[on.Along()], on.Least(), on.Greatest());
+        const double distance = Distance(centre, seating.CentreAt(label, lane, place));
+        if (distance < least) {
+            least = distance;
+            home = lane;
+        }
+    }
+    return home;
+}
+
 }  // namespace
 
 std::vector<std::size_t> ChooseLanes(Seating& seating) { return Chooser(seating).Choose(); }
+
+std::vector<std::size_t> KeepLanes(const Seating& seating) {
+    std::vector<std::size_t> lanes(seating.Problem().labels.size(), 0);
+    std::vector<double> loads(seating.LaneCount(), 0.0);
+    for (std::uint32_t label = 0; label < lanes.size(); ++label) {
+        if (seating.Problem().labels[label].isPinned) continue;
+        const std::size_t lane = lanes[label] = HomeOf(seating, label);
+        if (lane == seating.LaneCount()) return {};
+        loads[lane] += seating.LoadOf(label, lane);
+        if (loads[lane] > seating.Capacity(lane)) return {};
+    }
+    return lanes;
+}
 
 }  // namespace zrcallouts

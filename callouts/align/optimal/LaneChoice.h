@@ -15,4 +15,8 @@ namespace zrcallouts {
 /// stays. Returns a lane for each label. O(n log n) for any one number of lanes.
 [[nodiscard]] std::vector<std::size_t> ChooseLanes(Seating& seating);
 
+/// The lanes of the sides that the labels are on already. Returns nothing when one is on none, or when there
+/// are more on a lane than it holds. O(n) for any one number of lanes.
+[[nodiscard]] std::vector<std::size_t> KeepLanes(const Seating& seating);
+
 }  // namespace zrcallouts

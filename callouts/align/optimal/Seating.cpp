@@ -124,6 +124,13 @@ Seating::Lone Seating::PlaceAlone(std::uint32_t label, const Lane& lane) const {
     return {seat.centre, place, seat.length, seat.cost};
 }
 
+double Seating::CostAt(std::uint32_t label, std::size_t lane, double place) const {
+    LabelSeat seat;
+    seat.centre = CentreAt(label, lane, place);
+    MeasureOne(label, LaneAt(lane), place, seat);
+    return seat.cost;
+}
+
 const Seating::Lone& Seating::LonePlace(std::uint32_t label) const {
     const auto first = m_alone.begin() + static_cast<std::ptrdiff_t>(label * LaneCount());
     return *std::min_element(first, first + static_cast<std::ptrdiff_t>(LaneCount()),

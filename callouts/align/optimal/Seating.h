@@ -87,6 +87,12 @@ public:
     }
     /// Where the label's leaders are shortest if it has the page to itself. Requires: there is a lane.
     [[nodiscard]] const Lone& LonePlace(std::uint32_t label) const;
+    /// Where the label would be at that place of the lane, in the inner row.
+    [[nodiscard]] ScreenPoint CentreAt(std::uint32_t label, std::size_t lane, double place) const {
+        return CentreAt(label, LaneAt(lane), place, 0);
+    }
+    /// What it would cost there, as if nothing else stood there.
+    [[nodiscard]] double CostAt(std::uint32_t label, std::size_t lane, double place) const;
     /// Where the label would be if it had the other one's place.
     [[nodiscard]] ScreenPoint CentreInSeatOf(std::uint32_t label, std::uint32_t other) const;
     /// The length of its leaders if its centre was there.

@@ -1,4 +1,4 @@
-#include "tests/callouts/align/optimal/Assignment.h"
+#include "callouts/align/optimal/CheapestAssignment.h"
 
 #include <limits>
 
