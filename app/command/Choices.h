@@ -7,7 +7,8 @@
 
 namespace zrsheet {
 
-/// For MODE (of align, in the order of its numbers), VIEW and LANGUAGE; nothing for others.
+/// For MODE (of align, in the order of its numbers), CORNER, LANGUAGE, LAYOUT, PAPER, PATTERN, SHAPE (of
+/// balloons), STYLE (of pictures), TERMINATOR and VIEW; nothing for others.
 [[nodiscard]] std::span<const std::string_view> ChoicesOf(std::string_view kind);
 
 }  // namespace zrsheet

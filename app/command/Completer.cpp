@@ -18,20 +18,24 @@ namespace {
 
 namespace fs = std::filesystem;
 
-/// The alternatives of a usage: "[PART...|all]" are "PART" and "all".
+/// The alternatives of a usage: "[PART...|all] [hidden=yes|no]" are "PART", "all", "hidden=yes" and
+/// "hidden=no".
 std::vector<std::string> Alternatives(std::string_view usage) {
     std::vector<std::string> found(1);
+    std::string option;  // with its equals sign
     for (const char c : usage) {
+        if (c == ' ') option.clear();
         if (c == '|' || c == ' ') {
-            found.emplace_back();
+            found.push_back(option);
         } else if (c != '[' && c != ']' && c != '.') {
             found.back() += c;
         }
+        if (c == '=') option = found.back();
     }
     return found;
 }
 
-bool IsToBeFilledIn(const std::string& word) {
+bool IsToBeFilledIn(std::string_view word) {
     return std::any_of(word.begin(), word.end(), [](unsigned char c) { return std::isupper(c) != 0; });
 }
 
@@ -107,13 +111,28 @@ void Completer::AddArguments(const Command& command, Texts& texts, std::string_v
     for (const std::string& word : Alternatives(command.arguments)) {
         const std::size_t equals = word.find('=');
         if (equals != std::string::npos) {
-            texts.push_back(word.substr(0, equals + 1));
+            AddOption(word.substr(0, equals + 1), word.substr(equals + 1), texts, begun);
         } else if (IsToBeFilledIn(word)) {
             AddKind(word, texts, begun);
         } else {
             texts.push_back(word);
         }
     }
+}
+
+/// First its name, then what it may be.
+void Completer::AddOption(std::string_view name, std::string_view value, Texts& texts,
+                          std::string_view begun) const {
+    if (!begun.starts_with(name)) {
+        texts.emplace_back(name);
+        return;
+    }
+    Texts values{std::string(value)};
+    if (IsToBeFilledIn(values.front())) {
+        values.clear();
+        AddKind(value, values, begun.substr(name.size()));
+    }
+    for (const std::string& each : values) texts.push_back(std::string(name) + each);
 }
 
 void Completer::AddKind(std::string_view kind, Texts& texts, std::string_view begun) const {

@@ -37,6 +37,7 @@ private:
 
     [[nodiscard]] Texts TextsFor(const std::vector<Word>& words) const;
     void AddArguments(const Command& command, Texts& texts, std::string_view begun) const;
+    void AddOption(std::string_view name, std::string_view value, Texts& texts, std::string_view begun) const;
     void AddKind(std::string_view kind, Texts& texts, std::string_view begun) const;
     void AddNamesFromDocument(std::string_view kind, Texts& texts) const;
 

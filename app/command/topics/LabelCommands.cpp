@@ -187,10 +187,10 @@ CommandTopic LabelCommands() {
               "spacing "
               "sets labels a fixed step apart.",
               "align left 3 4 5", Effect::Changes, "Align Labels", Align},
-             {"layout", "[CALLOUT...] [mode=MODE] [pattern=PATTERN] [distance=N] [gap=N] [rows=1|2]",
+             {"layout", "[CALLOUT...] [mode=LAYOUT] [pattern=PATTERN] [distance=N] [gap=N] [rows=1|2]",
               "arrange labels around the model",
               "All but those placed by hand; when some are named, '*' names all, only those, and the others "
-              "stay where they are. MODE is optimal (labels keep off each other, the model, insets and the "
+              "stay where they are. LAYOUT is optimal (labels keep off each other, the model, insets and the "
               "page's border, leaders do not cross and are as short as can be) or simple (each label goes to "
               "its nearest side). PATTERN is sides, rectangle (at equal distances), columns, rows, circle or "
               "silhouette. distance is from the model, gap between labels, both in pixels; rows is how many "

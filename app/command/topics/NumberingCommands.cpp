@@ -3,7 +3,9 @@
 #include <algorithm>
 #include <array>
 #include <optional>
+#include <span>
 
+#include "app/command/Choices.h"
 #include "app/command/SceneNames.h"
 #include "app/command/Session.h"
 #include "app/document/ItemOrder.h"
@@ -19,14 +21,12 @@ using zrk::illustration::Numbering;
 constexpr int kMostNumber = 999999;
 constexpr int kMostDigits = 9;
 constexpr std::array<std::string_view, 3> kOrders{"structure", "name", "place"};
-constexpr std::array<std::string_view, 4> kCorners{"top-left", "top-right", "bottom-right", "bottom-left"};
 constexpr std::array<std::string_view, 3> kLevels{"leaves", "top", "all"};
 constexpr std::array<std::string_view, 2> kSwitch{"off", "on"};
 
 /// Which of the words the option is; empty when it is not there.
-template <std::size_t N>
 std::optional<std::size_t> TakeChoice(Arguments& arguments, std::string_view name,
-                                      const std::array<std::string_view, N>& words) {
+                                      std::span<const std::string_view> words) {
     const auto word = arguments.TakeOption(name);
     if (!word) return std::nullopt;
     const auto found = std::find(words.begin(), words.end(), *word);
@@ -61,7 +61,7 @@ Numbering TakeNumbering(const Document& document, Arguments& arguments, bool isH
 
 std::vector<unsigned> TakeOrder(const Document& document, Arguments& arguments) {
     const auto order = TakeChoice(arguments, "by", kOrders).value_or(0);
-    const auto corner = TakeChoice(arguments, "from", kCorners);
+    const auto corner = TakeChoice(arguments, "from", ChoicesOf("CORNER"));
     if (corner && kOrders[order] != "place")
         throw UserError(arguments.WithUsage("a corner to count from goes with by=place"));
     return OrderedItems(document, static_cast<ItemOrder>(order), static_cast<Corner>(corner.value_or(0)));

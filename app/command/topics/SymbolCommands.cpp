@@ -58,10 +58,9 @@ void Remove(Session& session, Arguments& arguments) {
 
 CommandTopic SymbolCommands() {
     return {"Symbols",
-            {{"symbol add", "SHAPE at X,Y,Z [size=S]", "put a 3-D symbol into the scene",
-              "SHAPE is arrow (its tip at the place, from above), cross or diamond; it is one unit of the "
-              "model high "
-              "times the size. Symbols are called symbol-1, symbol-2 ...",
+            {{"symbol add", "arrow|cross|diamond at X,Y,Z [size=S]", "put a 3-D symbol into the scene",
+              "The tip of an arrow is at the place, from above. A symbol is one unit of the model high times "
+              "the size. Symbols are called symbol-1, symbol-2 ...",
               "symbol add arrow at 0,0.2,0 size=0.05", Effect::Changes, "Add Symbol", Add},
              {"symbol remove", "SYMBOL", "take a 3-D symbol away", "", "symbol remove symbol-1",
               Effect::Changes, "Remove Symbol", Remove}}};
