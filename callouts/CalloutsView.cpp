@@ -1,6 +1,8 @@
 // What reaches the engine from the view and the model: parts that move, hide and go, covered anchors, picked
 // anchors, window size, background colours and indication.
 
+#include <algorithm>
+#include <cmath>
 #include <utility>
 
 #include "callouts/Callouts.h"
@@ -28,8 +30,12 @@ const dg::Color kOpaqueBlack(0.0F, 0.0F, 0.0F, 1.0F);
 
 du::Flags AnchorPickFlags() { return zrk::PICK_EXCLUDE_PHANTOM | zrk::PICK_ALL; }
 
-/// The pixel that a projected coordinate falls on.
-int Pixel(double coordinate) { return static_cast<int>(coordinate + 0.5); }
+/// The pixel that a projected coordinate falls on; far outside of any view, one that is outside as well.
+int Pixel(double coordinate) {
+    constexpr double kFar = 1e9;
+    if (std::isnan(coordinate)) return -1;
+    return static_cast<int>(std::clamp(coordinate + 0.5, -kFar, kFar));
+}
 
 du::SmartPtr<zrk::Instance> InstanceOf(const du::SmartPtr<zrk::ShapeInstance>& shapeInstance) {
     du::SmartPtr<zrk::Instance> instance;

@@ -29,7 +29,7 @@ constexpr double kModelMargin = 80.0;
 constexpr double kGrowth = 0.06;
 constexpr int kMostGrowths = 8;
 constexpr int kMostGrowthsOnPaper = 4;
-constexpr double kGrowthCost = 0.15;  // of growing once, in faults
+constexpr double kGrowthCost = 0.025;  // in faults, times the square: a small model is worse than a fault
 constexpr std::size_t kManyLabels = 600;
 
 // Labels that cannot be read are so much worse than leaders that cross or run into them.
@@ -76,11 +76,13 @@ struct BestLayout {
     double cost = std::numeric_limits<double>::infinity();
 
     void Try(const zrcallouts::LayoutProblem& problem, int growth) {
-        const double costOfGrowth = growth * kGrowthCost;
+        const double costOfGrowth = growth * growth * kGrowthCost;
         if (costOfGrowth >= cost) return;  // not even without faults
         auto next = zrcallouts::SolveLayout(problem);
         const std::size_t badness = BadnessOf(zrcallouts::MeasureLayout(problem, next));
-        const double costs = static_cast<double>(badness) + costOfGrowth;
+        // Where faults remain all the same, room is worth the less.
+        const double faults = static_cast<double>(badness);
+        const double costs = faults + costOfGrowth * (1.0 + faults);
         if (costs >= cost) return;
         cost = costs;
         centres = std::move(next);

@@ -49,22 +49,16 @@ void LaneExchange::FindExchanges() {
 void LaneExchange::FindPartners(const Guest& guest) {
     const std::size_t from = m_seating.LaneOf(guest.label);
     const auto& row = m_seating.RowOf(guest.lane);
-    const std::size_t place = PlaceIn(guest.lane, guest.label);
+    const std::size_t place = m_seating.PlaceIn(guest.lane, guest.label);
     const std::size_t end = std::min(place + kReach, row.size());
     for (std::size_t i = place - std::min(place, kReach); i < end; ++i) {
         const std::uint32_t other = row[i];
         const double lone = guest.gain + m_seating.CostOf(other) - m_seating.LoneCost(other, from);
         const double gain =
-            lone - Shift(guest.lane, other, place) - Shift(from, guest.label, PlaceIn(from, other));
+            lone - Shift(guest.lane, other, place) - Shift(from, guest.label, m_seating.PlaceIn(from, other));
         if (gain > kLeastGain && Fits(guest.label, other) && Fits(other, guest.label))
             m_exchanges.push_back({gain, guest.label, other});
     }
-}
-
-std::size_t LaneExchange::PlaceIn(std::size_t lane, std::uint32_t label) const {
-    const auto& places = m_seating.PlacesOf(lane);
-    const auto next = std::lower_bound(places.begin(), places.end(), m_seating.WishOf(label, lane));
-    return static_cast<std::size_t>(next - places.begin());
 }
 
 /// What those between pay at the least when one leaves and another comes to a place.
@@ -88,7 +82,7 @@ Seating::Labels LaneExchange::RowWith(std::uint32_t label, std::uint32_t instead
     Seating::Labels row = m_seating.RowOf(lane);
     const auto offset = [](std::size_t index) { return static_cast<std::ptrdiff_t>(index); };
     const std::size_t leaving = m_seating.IndexOf(instead);
-    const std::size_t place = PlaceIn(lane, label);
+    const std::size_t place = m_seating.PlaceIn(lane, label);
     row.erase(row.begin() + offset(leaving));
     row.insert(row.begin() + offset(place > leaving ? place - 1 : place), label);
     return row;

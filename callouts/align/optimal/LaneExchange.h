@@ -36,7 +36,6 @@ private:
     void Appraise(std::size_t lane);
     void FindExchanges();
     void FindPartners(const Guest& guest);
-    [[nodiscard]] std::size_t PlaceIn(std::size_t lane, std::uint32_t label) const;
     [[nodiscard]] double Shift(std::size_t lane, std::uint32_t leaving, std::size_t place) const;
     [[nodiscard]] bool Fits(std::uint32_t label, std::uint32_t instead) const;
     [[nodiscard]] Seating::Labels RowWith(std::uint32_t label, std::uint32_t instead) const;

@@ -10,6 +10,7 @@
 #include "callouts/align/optimal/Relocation.h"
 #include "callouts/align/optimal/Seating.h"
 #include "callouts/align/optimal/SlotAssignment.h"
+#include "callouts/align/optimal/Untangling.h"
 
 namespace zrcallouts {
 namespace {
@@ -20,7 +21,11 @@ constexpr double kKeepLoss = 0.005;  // of the cost, which keeping the labels' s
 class Improver {
 public:
     explicit Improver(Seating& seating)
-        : m_swaps(seating), m_relocation(seating), m_exchange(seating), m_clearing(seating) {
+        : m_swaps(seating),
+          m_relocation(seating),
+          m_exchange(seating),
+          m_clearing(seating),
+          m_untangling(seating, m_swaps) {
         m_swaps.Run();
     }
 
@@ -39,6 +44,7 @@ public:
             m_swaps.Run();
         }
         m_swaps.RunAnew();
+        if (m_swaps.IsStuck()) m_untangling.Run();
     }
 
 private:
@@ -46,27 +52,13 @@ private:
     Relocation m_relocation;
     LaneExchange m_exchange;
     Clearing m_clearing;
+    Untangling m_untangling;
 };
 
 void Improve(Seating& seating) {
     Improver improver(seating);
     improver.Shorten();
     improver.Clear();
-}
-
-std::vector<ScreenPoint> CentresBefore(const LayoutProblem& problem) {
-    std::vector<ScreenPoint> centres;
-    centres.reserve(problem.labels.size());
-    for (const LayoutLabel& label : problem.labels) centres.push_back(label.centre);
-    return centres;
-}
-
-std::vector<ScreenPoint> CentresOf(const Seating& seating) {
-    auto centres = CentresBefore(seating.Problem());
-    for (std::uint32_t label = 0; label < centres.size(); ++label) {
-        if (!seating.Problem().labels[label].isPinned) centres[label] = seating.CentreOf(label);
-    }
-    return centres;
 }
 
 double CostOf(const Seating& seating) {
@@ -84,7 +76,7 @@ struct Layout {
 };
 
 Layout LayoutOf(const Seating& seating) {
-    auto centres = CentresOf(seating);
+    auto centres = seating.Centres();
     const std::size_t faults = MeasureLayout(seating.Problem(), centres).faults.size();
     return {std::move(centres), CostOf(seating), faults};
 }
@@ -129,10 +121,10 @@ std::vector<ScreenPoint> SolveFull(const Seating& solved) {
 
 std::vector<ScreenPoint> SolveLayout(const LayoutProblem& problem) {
     Seating seating(problem);
-    if (seating.LaneCount() == 0) return CentresBefore(problem);
+    if (seating.LaneCount() == 0) return seating.Centres();
     seating.Seat(ChooseLanes(seating));
     Improve(seating);
-    return IsNearlyFull(seating) ? SolveFull(seating) : CentresOf(seating);
+    return IsNearlyFull(seating) ? SolveFull(seating) : seating.Centres();
 }
 
 }  // namespace zrcallouts

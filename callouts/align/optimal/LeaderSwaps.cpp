@@ -173,8 +173,19 @@ bool LeaderSwaps::SwapAcross(std::size_t a, std::size_t i, std::size_t b) {
 
 /// Exchanges labels whose leaders cross, and neighbours that save more than their old order is worth.
 bool LeaderSwaps::TrySwap(std::uint32_t a, std::uint32_t b, bool areNeighbours) {
-    const bool doCross = DoLeadersCross(a, m_seating.CentreOf(a), b, m_seating.CentreOf(b));
-    if ((!doCross && !areNeighbours) || !FitsSwapped(a, b)) return false;
+    const bool doCross = m_seating.DoLeadersCross(a, b);
+    if (!doCross && !areNeighbours) return false;
+    if (!IsWorthwhile(a, b, doCross)) {
+        m_isStuck = m_isStuck || doCross;
+        return false;
+    }
+    m_seating.Swap(a, b);
+    m_lanes[m_seating.LaneOf(a)].isChanged = m_lanes[m_seating.LaneOf(b)].isChanged = true;
+    return true;
+}
+
+bool LeaderSwaps::IsWorthwhile(std::uint32_t a, std::uint32_t b, bool doCross) const {
+    if (!m_seating.FitsSwapped(a, b)) return false;
     const ScreenPoint newA = m_seating.CentreInSeatOf(a, b);
     const ScreenPoint newB = m_seating.CentreInSeatOf(b, a);
     const double length = m_seating.LengthOf(a) + m_seating.LengthOf(b);
@@ -186,21 +197,7 @@ bool LeaderSwaps::TrySwap(std::uint32_t a, std::uint32_t b, bool areNeighbours) 
     }
     if (gain < (doCross ? -kUncrossLoss * length : kLeastGain)) return false;
     // Where labels are of one size and in one row, crossing leaders gain, and do not cross once exchanged.
-    if ((gain < kLeastGain || !doCross) && DoLeadersCross(a, newA, b, newB)) return false;
-    m_seating.Swap(a, b);
-    m_lanes[m_seating.LaneOf(a)].isChanged = m_lanes[m_seating.LaneOf(b)].isChanged = true;
-    return true;
-}
-
-bool LeaderSwaps::FitsSwapped(std::uint32_t a, std::uint32_t b) const {
-    const std::size_t laneA = m_seating.LaneOf(a);
-    const std::size_t laneB = m_seating.LaneOf(b);
-    if (laneA == laneB) return true;
-    if (!m_seating.Holds(laneA, b) || !m_seating.Holds(laneB, a)) return false;
-    const double moreA = m_seating.LoadOf(b, laneA) - m_seating.LoadOf(a, laneA);
-    const double moreB = m_seating.LoadOf(a, laneB) - m_seating.LoadOf(b, laneB);
-    return (moreA <= 0.0 || m_seating.Load(laneA) + moreA <= m_seating.Capacity(laneA)) &&
-           (moreB <= 0.0 || m_seating.Load(laneB) + moreB <= m_seating.Capacity(laneB));
+    return (gain >= kLeastGain && doCross) || !m_seating.DoLeadersCross(a, newA, b, newB);
 }
 
 /// Whether both stood on one side before, `a` first.
@@ -210,18 +207,6 @@ bool LeaderSwaps::WereInOrder(std::uint32_t a, std::uint32_t b) const {
     const int axis = m_seating.LaneAt(lane).Along();
     const auto& labels = m_seating.Problem().labels;
     return labels[a].centre[axis] < labels[b].centre[axis];
-}
-
-bool LeaderSwaps::DoLeadersCross(std::uint32_t a, const ScreenPoint& atA, std::uint32_t b,
-                                 const ScreenPoint& atB) const {
-    const auto& labels = m_seating.Problem().labels;
-    for (const ScreenPoint& anchorA : m_seating.AnchorsOf(a)) {
-        const ScreenSegment leaderA{labels[a].form.Start(atA, anchorA), anchorA};
-        for (const ScreenPoint& anchorB : m_seating.AnchorsOf(b)) {
-            if (DoCross(leaderA, {labels[b].form.Start(atB, anchorB), anchorB})) return true;
-        }
-    }
-    return false;
 }
 
 }  // namespace zrcallouts

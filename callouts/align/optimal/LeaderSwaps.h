@@ -22,8 +22,11 @@ public:
     /// The same, from what has hardly moved since the last run on.
     bool RunAnew() {
         m_seen = m_sorted = 0;
+        m_isStuck = false;
         return Run();
     }
+    /// Whether since the last run anew any leaders crossed and were not exchanged.
+    [[nodiscard]] bool IsStuck() const { return m_isStuck; }
 
 private:
     /// In all runs: many times what labels with room need. Where hopelessly many crowd around one picture,
@@ -57,13 +60,12 @@ private:
     /// Whether one more pair of leaders may be looked at, which is counted.
     bool MayLook() { return m_pairsLeft > 0 && m_pairsLeft-- > 0; }
     bool TrySwap(std::uint32_t a, std::uint32_t b, bool areNeighbours);
-    [[nodiscard]] bool FitsSwapped(std::uint32_t a, std::uint32_t b) const;
+    [[nodiscard]] bool IsWorthwhile(std::uint32_t a, std::uint32_t b, bool doCross) const;
     [[nodiscard]] bool WereInOrder(std::uint32_t a, std::uint32_t b) const;
-    [[nodiscard]] bool DoLeadersCross(std::uint32_t a, const ScreenPoint& atA, std::uint32_t b,
-                                      const ScreenPoint& atB) const;
 
     Seating& m_seating;
     std::vector<LaneSpans> m_lanes;
+    bool m_isStuck = false;
     std::size_t m_pairsLeft = kMostPairs;
     std::uint64_t m_sorted = 0;  // what moved up to then stands well beside its neighbours
     std::uint64_t m_seen = 0;    // what moved up to then crosses nothing

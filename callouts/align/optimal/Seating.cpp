@@ -149,6 +149,35 @@ double Seating::LengthAt(std::uint32_t label, const ScreenPoint& centre) const {
     return length;
 }
 
+std::size_t Seating::PlaceIn(std::size_t lane, std::uint32_t label) const {
+    const auto& places = PlacesOf(lane);
+    const auto next = std::lower_bound(places.begin(), places.end(), WishOf(label, lane));
+    return static_cast<std::size_t>(next - places.begin());
+}
+
+bool Seating::FitsSwapped(std::uint32_t a, std::uint32_t b) const {
+    const std::size_t laneA = LaneOf(a);
+    const std::size_t laneB = LaneOf(b);
+    if (laneA == laneB) return true;
+    if (!Holds(laneA, b) || !Holds(laneB, a)) return false;
+    const double moreA = LoadOf(b, laneA) - LoadOf(a, laneA);
+    const double moreB = LoadOf(a, laneB) - LoadOf(b, laneB);
+    return (moreA <= 0.0 || Load(laneA) + moreA <= Capacity(laneA)) &&
+           (moreB <= 0.0 || Load(laneB) + moreB <= Capacity(laneB));
+}
+
+bool Seating::DoLeadersCross(std::uint32_t a, const ScreenPoint& atA, std::uint32_t b,
+                             const ScreenPoint& atB) const {
+    const auto& labels = m_problem.labels;
+    for (const ScreenPoint& anchorA : AnchorsOf(a)) {
+        const ScreenSegment leaderA{labels[a].form.Start(atA, anchorA), anchorA};
+        for (const ScreenPoint& anchorB : AnchorsOf(b)) {
+            if (DoCross(leaderA, {labels[b].form.Start(atB, anchorB), anchorB})) return true;
+        }
+    }
+    return false;
+}
+
 void Seating::Seat(const std::vector<std::size_t>& lanes) {
     for (Row& row : m_rows) row = {};
     for (std::uint32_t label = 0; label < lanes.size(); ++label) {
@@ -274,6 +303,28 @@ void Seating::Take(const Window& window) {
         seat.pull = found.pull;
         seat.next = found.next;
     }
+}
+
+Seating::Rows Seating::Save() const {
+    Rows rows;
+    rows.m_rows = m_rows;
+    rows.m_seats = m_seats;
+    return rows;
+}
+
+void Seating::Restore(const Rows& rows) {
+    m_rows = rows.m_rows;
+    m_seats = rows.m_seats;
+}
+
+std::vector<ScreenPoint> Seating::Centres() const {
+    std::vector<ScreenPoint> centres;
+    centres.reserve(m_seats.size());
+    for (std::size_t i = 0; i < m_seats.size(); ++i) {
+        const LayoutLabel& label = m_problem.labels[i];
+        centres.push_back(label.isPinned || LaneCount() == 0 ? label.centre : m_seats[i].centre);
+    }
+    return centres;
 }
 
 void Seating::Swap(std::uint32_t a, std::uint32_t b) {

@@ -19,6 +19,23 @@ namespace zrcallouts {
 /// neighbours; and a little for each label that left the side it was on, so that a layout stays when the
 /// picture hardly changes. One thread. The problem must outlive it.
 class Seating {
+    // What Rows holds.
+    struct Row {
+        std::vector<std::uint32_t> labels;
+        std::vector<double> places;
+        double load = 0.0;
+    };
+    struct LabelSeat {
+        std::size_t lane = 0;
+        std::size_t index = 0;
+        ScreenPoint centre;
+        double cost = 0.0;
+        double length = 0.0;
+        double pull = 0.0;
+        SpacedLabel next;  // what it wishes where it is; without weight it has not been asked
+        std::uint64_t moved = 0;
+    };
+
 public:
     using Labels = std::vector<std::uint32_t>;
 
@@ -37,6 +54,13 @@ public:
         double wish = 0.0;  // along the lane
         double length = 0.0;
         double cost = 0.0;
+    };
+
+    /// Who stands where, to come back to.
+    class Rows {
+        friend class Seating;
+        std::vector<Row> m_rows;
+        std::vector<LabelSeat> m_seats;
     };
 
     explicit Seating(const LayoutProblem& problem);
@@ -98,10 +122,24 @@ public:
     /// The length of its leaders if its centre was there.
     [[nodiscard]] double LengthAt(std::uint32_t label, const ScreenPoint& centre) const;
 
+    /// Whether the two lanes have room for the two the other way round.
+    [[nodiscard]] bool FitsSwapped(std::uint32_t a, std::uint32_t b) const;
+    /// Where in the lane's row the label would stand, as near to its wish as may be.
+    [[nodiscard]] std::size_t PlaceIn(std::size_t lane, std::uint32_t label) const;
+    /// Whether any leader of the one crosses one of the other, where they are or if they were elsewhere.
+    [[nodiscard]] bool DoLeadersCross(std::uint32_t a, std::uint32_t b) const {
+        return DoLeadersCross(a, CentreOf(a), b, CentreOf(b));
+    }
+    [[nodiscard]] bool DoLeadersCross(std::uint32_t a, const ScreenPoint& atA, std::uint32_t b,
+                                      const ScreenPoint& atB) const;
+
     /// How far apart neighbours on the lane are at the least.
     [[nodiscard]] double Pitch(std::size_t lane, std::uint32_t a, std::uint32_t b) const {
         return Pitch(LaneAt(lane), a, b);
     }
+
+    /// Of all labels; pinned ones and those without a lane stay where they were.
+    [[nodiscard]] std::vector<ScreenPoint> Centres() const;
 
     /// Fills the lanes; `lanes` has one for each label. Sorts the rows by wishes, as far as they are not in
     /// good order already, and places everything.
@@ -119,6 +157,9 @@ public:
     void Replace(const Window& window, const Labels& labels);
     /// The two change places; `Settle` then sees to their lanes.
     void Swap(std::uint32_t a, std::uint32_t b);
+    [[nodiscard]] Rows Save() const;
+    /// Requires: no lane has changed since.
+    void Restore(const Rows& rows);
     /// Places the labels of the lane as its order wants them.
     void Settle(std::size_t lane) { Settle(lane, kManyRounds); }
     /// The same, nearly.
@@ -137,21 +178,6 @@ public:
     void Push(std::size_t lane, double by) { m_set.lanes[lane].Push(by); }
 
 private:
-    struct Row {
-        Labels labels;
-        std::vector<double> places;
-        double load = 0.0;
-    };
-    struct LabelSeat {
-        std::size_t lane = 0;
-        std::size_t index = 0;
-        ScreenPoint centre;
-        double cost = 0.0;
-        double length = 0.0;
-        double pull = 0.0;
-        SpacedLabel next;  // what it wishes where it is; without weight it has not been asked
-        std::uint64_t moved = 0;
-    };
     /// Labels being placed, one after the other.
     struct Trial {
         std::vector<double> places;
