@@ -61,13 +61,6 @@ void Improve(Seating& seating) {
     improver.Clear();
 }
 
-double CostOf(const Seating& seating) {
-    double cost = 0.0;
-    for (std::size_t lane = 0; lane < seating.LaneCount(); ++lane)
-        cost += seating.CostOf(seating.Whole(lane));
-    return cost;
-}
-
 /// A layout among others.
 struct Layout {
     std::vector<ScreenPoint> centres;
@@ -78,7 +71,7 @@ struct Layout {
 Layout LayoutOf(const Seating& seating) {
     auto centres = seating.Centres();
     const std::size_t faults = MeasureLayout(seating.Problem(), centres).faults.size();
-    return {std::move(centres), CostOf(seating), faults};
+    return {std::move(centres), seating.Cost(), faults};
 }
 
 void Consider(const Seating& seating, double loss, Layout& best) {

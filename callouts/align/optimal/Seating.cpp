@@ -260,6 +260,12 @@ double Seating::CostOf(const Window& window) const {
     return cost;
 }
 
+double Seating::Cost() const {
+    double cost = 0.0;
+    for (std::size_t lane = 0; lane < LaneCount(); ++lane) cost += CostOf(Whole(lane));
+    return cost;
+}
+
 double Seating::CostWith(const Window& window, const Labels& labels) {
     m_tried += labels.size();
     return Arrange(window, labels, kFewRounds);

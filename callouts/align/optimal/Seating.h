@@ -148,6 +148,8 @@ public:
     [[nodiscard]] Window Around(std::size_t lane, std::size_t index, double length) const;
     [[nodiscard]] Window Whole(std::size_t lane) const;
     [[nodiscard]] double CostOf(const Window& window) const;
+    /// Of all labels that have a seat.
+    [[nodiscard]] double Cost() const;
     /// The cost of the window if these were its labels, in this order.
     double CostWith(const Window& window, const Labels& labels);
     /// Whether so much has been tried that more is not worth waiting for. A crowd without room enough could

@@ -1,6 +1,7 @@
 #include "callouts/align/optimal/Untangling.h"
 
 #include <algorithm>
+#include <limits>
 #include <numeric>
 #include <tuple>
 
@@ -11,6 +12,7 @@ constexpr std::size_t kMostMoves = 40;  // for each pair, the cheapest first
 constexpr double kMostTries = 1000.0;   // for a sheet
 constexpr double kMostWork = 5e7;       // tries, times the cube of leaders: tangled ones are dear to exchange
 constexpr std::size_t kMostFaults = 200;  // more are no sheet that could be mended
+constexpr double kFaultCost = 300.0;      // pixels of leader
 
 }  // namespace
 
@@ -76,6 +78,7 @@ bool Untangling::Try(const Move& move) {
     if (m_triesLeft == 0) return false;
     --m_triesLeft;
     const Seating::Rows before = m_seating.Save();
+    const double cost = m_seating.Cost();
     const std::size_t from = m_seating.LaneOf(move.label);
     if (move.other == move.label) {
         Take(move.label, move.lane);
@@ -86,12 +89,18 @@ bool Untangling::Try(const Move& move) {
     m_seating.Settle(move.lane);
     m_swaps.RunAnew();
     Faults faults = Measure();
-    if (faults.size() < m_faults.size()) {
+    if (faults.size() < m_faults.size() && m_seating.Cost() - cost <= Worth(faults)) {
         m_faults = std::move(faults);
         return true;
     }
     m_seating.Restore(before);
     return false;
+}
+
+/// What leaving these faults instead may cost: whatever it takes if none is left.
+double Untangling::Worth(const Faults& left) const {
+    if (left.empty()) return std::numeric_limits<double>::infinity();
+    return kFaultCost * static_cast<double>(m_faults.size() - left.size());
 }
 
 void Untangling::Take(std::uint32_t label, std::size_t lane) {

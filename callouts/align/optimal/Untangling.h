@@ -14,7 +14,8 @@ namespace zrcallouts {
 
 /// Where exchanging the labels of crossing leaders does not help, or one is too long for the other's lane,
 /// one of the two goes to another lane with room, or changes places with a third label. What leaves fewer
-/// faults on the sheet, once all others have been exchanged anew, is kept.
+/// faults on the sheet, once all others have been exchanged anew, is kept, unless leaders become far longer
+/// and faults remain even so.
 class Untangling {
 public:
     Untangling(Seating& seating, LeaderSwaps& swaps) : m_seating(seating), m_swaps(swaps) {}
@@ -37,6 +38,7 @@ private:
     void FindMoves(const LayoutFault& fault);
     void AddMoves(std::uint32_t label);
     bool Try(const Move& move);
+    [[nodiscard]] double Worth(const Faults& left) const;
     void Take(std::uint32_t label, std::size_t lane);
 
     Seating& m_seating;
