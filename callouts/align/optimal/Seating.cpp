@@ -416,8 +416,9 @@ std::span<const double> Seating::Spread(const Window& window) {
     return m_spacer.Space(m_spaced, m_problem.rules.gap, window.least + over, window.greatest - over);
 }
 
-/// The cost of the trial's places; it also notes the wishes of the next round.
-double Seating::Measure(const Window& window, const Labels& labels) {
+/// The cost of the trial's places; it also notes the wishes of the next round. In one piece, for layouts
+/// spend their time in here.
+[[gnu::flatten]] double Seating::Measure(const Window& window, const Labels& labels) {
     m_trial.seats.resize(labels.size());
     const Lane& lane = LaneAt(window.lane);
     for (std::size_t k = 0; k < labels.size(); ++k)
