@@ -191,7 +191,7 @@ TEST(LayoutSolver, IsWithinAPercentOfTheShortest) {
 // Labels all over the model, on sheets up to 96 % full. What is crossing-free and what keeps leaders off
 // labels may be longer than the reference, which knows of neither.
 TEST(LayoutSolver, IsWithinAPercentOfTheCheapestAssignment) {
-    for (const std::size_t labels : {20, 60, 75, 80, 85, 90}) {
+    for (const std::size_t labels : {20U, 60U, 75U, 80U, 85U, 90U}) {
         for (unsigned seed = 0; seed < 20; ++seed) {
             const LayoutProblem sheet = MakeSheet({labels}, seed);
             EXPECT_LE(LengthOf(sheet, SolveLayout(sheet)), 1.01 * Reference(sheet).OfSlots())
