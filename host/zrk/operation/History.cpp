@@ -48,7 +48,7 @@ bool History::Replay(Entries& from, Entries& to, Work work,
         from.pop_back();
     }
     if (entry.*states) {
-        Run(*entry.operation, work, (entry.*states).get());
+        Run(*entry.operation, work, entry.*states);
     } else {
         (*entry.operation.*work)({});
     }
@@ -59,7 +59,7 @@ bool History::Replay(Entries& from, Entries& to, Work work,
 
 // What the steps, and the states, set off (an engine follows items and insets, say) is no part of the
 // operation: what it changes beside the states is put back, and the states have the last word.
-void History::Run(Operation& operation, Work work, const StateJournal* states) {
+void History::Run(Operation& operation, Work work, const std::shared_ptr<const StateJournal>& states) {
     const Activity activity;
     const auto sideEffects = std::make_shared<StateJournal>(m_annoSet, states);
     {
@@ -139,7 +139,7 @@ void History::RollBack() {
         std::swap(journal, m_journal);
     }
     if (!operation) return;
-    Run(*operation, &Operation::Undo, journal.get());
+    Run(*operation, &Operation::Undo, journal);
     s_active.fetch_sub(1, std::memory_order_relaxed);
 }
 

@@ -78,7 +78,7 @@ private:
     bool Replay(Entries& from, Entries& to, Work work, std::shared_ptr<const StateJournal> Entry::*states);
     /// Does the work while a journal of its own keeps what it changes beside what it is meant to change, then
     /// sets all straight.
-    void Run(Operation& operation, Work work, const StateJournal* states);
+    void Run(Operation& operation, Work work, const std::shared_ptr<const StateJournal>& states);
     /// Takes back what a step has set off.
     void UndoSideEffects();
 

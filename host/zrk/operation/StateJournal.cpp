@@ -5,8 +5,8 @@
 
 namespace zrk {
 
-StateJournal::StateJournal(du::SmartPtr<AnnoSet> annoSet, const StateJournal* except)
-    : m_annoSet(std::move(annoSet)), m_except(except) {}
+StateJournal::StateJournal(du::SmartPtr<AnnoSet> annoSet, std::shared_ptr<const StateJournal> except)
+    : m_annoSet(std::move(annoSet)), m_except(std::move(except)) {}
 
 StateJournal::~StateJournal() = default;
 
@@ -15,7 +15,7 @@ StateJournal::Kept StateJournal::Capture(const du::SmartPtr<Annotation>& annotat
 }
 
 void StateJournal::Keep(const du::SmartPtr<Annotation>& annotation) {
-    if (m_except != nullptr && m_except->Contains(annotation)) return;
+    if (m_except && m_except->Contains(annotation)) return;
     const std::lock_guard hold(m_mutex);
     if (m_isClosed) return;
     if (m_places.emplace(annotation.get(), m_kept.size()).second) m_kept.push_back(Capture(annotation));

@@ -17,8 +17,10 @@ namespace zrk {
 /// Kept are an annotation's state and its place in the set. Any thread.
 class StateJournal {
 public:
-    /// Annotations that `except` has are passed over; it may be null and outlives this.
-    explicit StateJournal(du::SmartPtr<AnnoSet> annoSet, const StateJournal* except = nullptr);
+    /// Annotations that `except` has are passed over; it may be null. Held, for a thread that asked for this
+    /// journal may still be here when the work is done that the other one was for.
+    explicit StateJournal(du::SmartPtr<AnnoSet> annoSet,
+                          std::shared_ptr<const StateJournal> except = nullptr);
     StateJournal(const StateJournal&) = delete;
     StateJournal& operator=(const StateJournal&) = delete;
     ~StateJournal();
@@ -45,7 +47,7 @@ private:
     std::vector<Kept> AllKept() const;
 
     const du::SmartPtr<AnnoSet> m_annoSet;
-    const StateJournal* const m_except;
+    const std::shared_ptr<const StateJournal> m_except;
     // Guards the three below. Held while a state is captured, which takes the annotation's own leaf lock: of
     // two threads that are about to change it one captures, and the other waits until it has.
     mutable std::mutex m_mutex;

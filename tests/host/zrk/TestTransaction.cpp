@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <functional>
+#include <memory>
 #include <optional>
 #include <string>
 #include <thread>
@@ -129,6 +130,19 @@ TEST_F(TransactionTest, AJournalThatHasToldItsChangesTakesNothingIn) {
     EXPECT_EQ(late->CaptureState(), "by another thread") << "an undo would take along what is none of it";
     after->Restore();
     EXPECT_EQ(note->CaptureState(), "changed");
+}
+
+// Or while something was undone, and get to it when the undo is over and its entry has gone.
+TEST_F(TransactionTest, AJournalHoldsTheOneWhoseAnnotationsItPassesOver) {
+    const NotePtr note = Add();
+    auto states = std::make_shared<StateJournal>(m_annoSet);
+    states->Keep(note);
+    StateJournal sideEffects(m_annoSet, states);
+    const std::weak_ptr<StateJournal> entry = states;
+    states = nullptr;
+    ASSERT_FALSE(entry.expired());
+    sideEffects.Keep(note);
+    EXPECT_TRUE(sideEffects.IsEmpty());
 }
 
 TEST_F(TransactionTest, TakesInEveryChangeOfTheScenesObjects) {
