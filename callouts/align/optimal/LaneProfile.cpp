@@ -8,6 +8,7 @@ namespace zrcallouts {
 namespace {
 
 constexpr double kBin = 4.0;  // pixels
+constexpr double kFar = 1e9;  // bins; beyond any page
 
 }  // namespace
 
@@ -50,7 +51,7 @@ LaneProfile::LaneProfile(const LayoutProblem& problem, const std::vector<ScreenB
 }
 
 std::size_t LaneProfile::BinOf(double place) const {
-    return static_cast<std::size_t>(std::max(place - m_start, 0.0) / kBin);
+    return static_cast<std::size_t>(std::clamp((place - m_start) / kBin, 0.0, kFar));
 }
 
 void LaneProfile::Enclose(double place, double depth) {
@@ -60,12 +61,19 @@ void LaneProfile::Enclose(double place, double depth) {
         m_bins[bin] = std::max(m_bins[bin], (depth - m_model.Middle(1 - m_axis)) * m_outward);
 }
 
+/// Only what lies beside the page: a model that fills the screen many times over reaches far beyond.
 void LaneProfile::Enclose(const ScreenPoint& from, const ScreenPoint& to) {
     const double way = to[m_axis] - from[m_axis];
-    const auto steps = static_cast<int>(std::ceil(std::abs(way) / kBin)) + 1;
-    for (int step = 0; step <= steps; ++step) {
-        const double share = static_cast<double>(step) / steps;
-        Enclose(from[m_axis] + share * way, from[1 - m_axis] + share * (to[1 - m_axis] - from[1 - m_axis]));
+    const double end = m_start + kBin * static_cast<double>(m_bins.size());
+    const auto share = [&](double place) {
+        return way != 0.0 ? std::clamp((place - from[m_axis]) / way, 0.0, 1.0) : 0.0;
+    };
+    const double first = std::min(share(m_start), share(end));
+    const double last = std::max({share(m_start), share(end), way != 0.0 ? 0.0 : 1.0});
+    const double steps = std::ceil((last - first) * std::abs(way) / kBin) + 1.0;
+    for (double step = 0.0; step <= steps; ++step) {
+        const double at = first + (last - first) * step / steps;
+        Enclose(from[m_axis] + at * way, from[1 - m_axis] + at * (to[1 - m_axis] - from[1 - m_axis]));
     }
 }
 

@@ -271,6 +271,17 @@ TEST(LayoutSolver, LeavesPinnedLabelsAndKeepsOffThemAndGlasses) {
     }
 }
 
+// An author who looks at a detail has outlines that reach far beyond the screen: without end it would seem,
+// if all of them were followed.
+TEST(LayoutSolver, FollowsOutlinesOnThePageOnly) {
+    LayoutProblem sheet = MakeSheet({10, 1.0, true, 90.0, LayoutPattern::Silhouette}, 1);
+    constexpr double kFar = 4e9;
+    sheet.areas = {
+        {{-kFar, -kFar, kFar, kFar}, {{{-kFar, -kFar}, {kFar, -kFar}, {kFar, kFar}, {-kFar, kFar}}}}};
+    const Centres centres = SolveLayout(sheet);
+    EXPECT_EQ(MeasureLayout(sheet, centres).Count(Kind::LabelsOverlap), 0U);
+}
+
 // Labels with a leader to each of several parts are as long as their leaders together.
 TEST(LayoutSolver, PlacesALabelBetweenAllThatItPointsAt) {
     LayoutProblem sheet = MakeSheet({1}, 1);
