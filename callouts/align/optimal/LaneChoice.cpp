@@ -189,15 +189,12 @@ std::vector<std::size_t> ChooseLanes(Seating& seating) { return Chooser(seating)
 
 std::vector<std::size_t> KeepLanes(const Seating& seating) {
     std::vector<std::size_t> lanes(seating.Problem().labels.size(), 0);
-    std::vector<double> loads(seating.LaneCount(), 0.0);
     for (std::uint32_t label = 0; label < lanes.size(); ++label) {
         if (seating.Problem().labels[label].isPinned) continue;
-        const std::size_t lane = lanes[label] = HomeOf(seating, label);
-        if (lane == seating.LaneCount()) return {};
-        loads[lane] += seating.LoadOf(label, lane);
-        if (loads[lane] > seating.Capacity(lane)) return {};
+        lanes[label] = HomeOf(seating, label);
+        if (lanes[label] == seating.LaneCount()) return {};
     }
-    return lanes;
+    return seating.Fit(lanes) ? lanes : std::vector<std::size_t>();
 }
 
 }  // namespace zrcallouts

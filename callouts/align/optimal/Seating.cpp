@@ -155,6 +155,16 @@ std::size_t Seating::PlaceIn(std::size_t lane, std::uint32_t label) const {
     return static_cast<std::size_t>(next - places.begin());
 }
 
+bool Seating::Fit(const std::vector<std::size_t>& lanes) const {
+    std::vector<double> loads(LaneCount(), 0.0);
+    for (std::uint32_t label = 0; label < lanes.size(); ++label) {
+        if (m_problem.labels[label].isPinned) continue;
+        loads[lanes[label]] += LoadOf(label, lanes[label]);
+        if (!Holds(lanes[label], label) || loads[lanes[label]] > Capacity(lanes[label])) return false;
+    }
+    return true;
+}
+
 bool Seating::FitsSwapped(std::uint32_t a, std::uint32_t b) const {
     const std::size_t laneA = LaneOf(a);
     const std::size_t laneB = LaneOf(b);

@@ -122,6 +122,8 @@ public:
     /// The length of its leaders if its centre was there.
     [[nodiscard]] double LengthAt(std::uint32_t label, const ScreenPoint& centre) const;
 
+    /// Whether these lanes, one for each label, have room for all.
+    [[nodiscard]] bool Fit(const std::vector<std::size_t>& lanes) const;
     /// Whether the two lanes have room for the two the other way round.
     [[nodiscard]] bool FitsSwapped(std::uint32_t a, std::uint32_t b) const;
     /// Where in the lane's row the label would stand, as near to its wish as may be.

@@ -34,7 +34,8 @@ public:
         const auto assigned = CheapestAssignment(costs);
         std::vector<std::size_t> lanes(m_seating.Problem().labels.size(), 0);
         for (std::size_t i = 0; i < m_labels.size(); ++i) lanes[m_labels[i]] = m_slots[assigned[i]].lane;
-        return Fit(lanes) ? lanes : std::vector<std::size_t>();
+        // Labels longer than the mean may have come together on one lane.
+        return m_seating.Fit(lanes) ? lanes : std::vector<std::size_t>();
     }
 
 private:
@@ -83,16 +84,6 @@ private:
     [[nodiscard]] int AxisOf(const Slot& slot) const { return m_seating.LaneAt(slot.lane).Along(); }
     [[nodiscard]] ScreenPoint CentreIn(const Slot& slot, std::uint32_t label) const {
         return m_seating.CentreAt(label, slot.lane, slot.place);
-    }
-
-    /// Labels longer than the mean may come together on one lane.
-    [[nodiscard]] bool Fit(const std::vector<std::size_t>& lanes) const {
-        std::vector<double> loads(m_seating.LaneCount(), 0.0);
-        return std::all_of(m_labels.begin(), m_labels.end(), [&](std::uint32_t label) {
-            const std::size_t lane = lanes[label];
-            loads[lane] += m_seating.LoadOf(label, lane);
-            return m_seating.Holds(lane, label) && loads[lane] <= m_seating.Capacity(lane);
-        });
     }
 
     const Seating& m_seating;
