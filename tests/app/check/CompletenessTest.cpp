@@ -1,6 +1,5 @@
 #include "app/check/CompletenessCheck.h"
 
-#include <fstream>
 #include <nlohmann/json.hpp>
 
 #include "tests/app/command/ScriptFixture.h"
@@ -60,9 +59,7 @@ TEST_F(Completeness, TellsWhatIsWrongInTheListItself) {
 
 TEST_F(Completeness, TellsWhatTheModelHasLost) {
     RunOnRig("create\nsave a.zrsheet\n");
-    std::stringstream model;
-    model << std::ifstream("rig.gltf").rdbuf();
-    std::string text = model.str();
+    std::string text = test::ReadFile("rig.gltf");
     Write("rig.gltf", text.replace(text.find("[0, 3]"), 6, "[0]"));
     Run("open a.zrsheet\n");
     EXPECT_EQ(Findings(), (std::vector<std::string>{"item-with-lost-part item 2 (#2), /Pin",

@@ -1,13 +1,12 @@
 #include "tests/app/cli/CliFixture.h"
 
 #include <fcntl.h>
-#include <stdlib.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
 #include <algorithm>
-#include <fstream>
-#include <sstream>
+#include <cstdlib>
+#include <filesystem>
 #include <stdexcept>
 
 namespace zrsheet {
@@ -17,12 +16,6 @@ namespace fs = std::filesystem;
 
 constexpr int kNotStarted = 127;
 
-fs::path MakeFolder() {
-    std::string pattern = (fs::temp_directory_path() / "zrcliXXXXXX").string();
-    if (mkdtemp(pattern.data()) == nullptr) throw std::runtime_error("no temporary folder");
-    return pattern;
-}
-
 void SendTo(int stream, const fs::path& file) {
     const int descriptor = open(file.c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0600);
     if (descriptor < 0 || dup2(descriptor, stream) < 0) _exit(kNotStarted);
@@ -30,26 +23,10 @@ void SendTo(int stream, const fs::path& file) {
 
 }  // namespace
 
-CliFixture::CliFixture() : m_folder(MakeFolder()) {}
-
-CliFixture::~CliFixture() { fs::remove_all(m_folder); }
-
-std::string CliFixture::Write(const std::string& name, const std::string& content) const {
-    std::ofstream(m_folder / name, std::ios::binary) << content;
-    return In(name);
-}
-
-std::string CliFixture::Read(const std::string& path) {
-    std::ifstream file(path, std::ios::binary);
-    std::ostringstream content;
-    content << file.rdbuf();
-    return content.str();
-}
-
 std::vector<std::string> CliFixture::Files() const {
     std::vector<std::string> names;
-    for (const auto& entry : fs::recursive_directory_iterator(m_folder)) {
-        names.push_back(fs::relative(entry.path(), m_folder).string());
+    for (const auto& entry : fs::recursive_directory_iterator(m_folder.Path())) {
+        names.push_back(fs::relative(entry.path(), m_folder.Path()).string());
     }
     std::sort(names.begin(), names.end());
     return names;
@@ -57,12 +34,10 @@ std::vector<std::string> CliFixture::Files() const {
 
 const std::string& CliFixture::SampleBytes() {
     static const std::string kBytes = [] {
-        const fs::path folder = MakeFolder();
+        const test::TemporaryFolder folder;
         const fs::path file = folder / "sample.glb";
         if (std::system((ZR_SAMPLE " " + file.string()).c_str()) != 0) throw std::runtime_error("no sample");
-        std::string bytes = Read(file.string());
-        fs::remove_all(folder);
-        return bytes;
+        return test::ReadFile(file);
     }();
     return kBytes;
 }
@@ -88,8 +63,8 @@ CliResult CliFixture::Run(const std::vector<std::string>& arguments, const std::
 CliResult CliFixture::RunProgram(const std::string& program, const std::vector<std::string>& arguments,
                                  const std::string& input, void (*prepare)()) const {
     // Beside the folder, so that nothing of the test's own lies in it.
-    const fs::path out = m_folder.string() + ".out";
-    const fs::path err = m_folder.string() + ".err";
+    const fs::path out = m_folder.Path().string() + ".out";
+    const fs::path err = m_folder.Path().string() + ".err";
     std::vector<char*> argv{const_cast<char*>(program.c_str())};
     for (const auto& argument : arguments) argv.push_back(const_cast<char*>(argument.c_str()));
     argv.push_back(nullptr);
@@ -99,7 +74,7 @@ CliResult CliFixture::RunProgram(const std::string& program, const std::vector<s
         if (source < 0 || dup2(source, STDIN_FILENO) < 0) _exit(kNotStarted);
         SendTo(STDOUT_FILENO, out);
         SendTo(STDERR_FILENO, err);
-        if (chdir(m_folder.c_str()) != 0) _exit(kNotStarted);
+        if (chdir(m_folder.Path().c_str()) != 0) _exit(kNotStarted);
         if (prepare != nullptr) prepare();
         execv(argv[0], argv.data());
         _exit(kNotStarted);

@@ -4,9 +4,10 @@
 
 #include <gtest/gtest.h>
 
-#include <filesystem>
 #include <string>
 #include <vector>
+
+#include "tests/app/file/TemporaryFolder.h"
 
 namespace zrsheet {
 
@@ -19,13 +20,12 @@ struct CliResult {
 
 class CliFixture : public testing::Test {
 protected:
-    CliFixture();
-    ~CliFixture() override;
-
     /// A file of the folder.
     [[nodiscard]] std::string In(const std::string& name) const { return (m_folder / name).string(); }
-    std::string Write(const std::string& name, const std::string& content) const;
-    [[nodiscard]] static std::string Read(const std::string& path);
+    void Write(const std::string& name, const std::string& content) const {
+        test::PutFile(m_folder / name, content);
+    }
+    [[nodiscard]] static std::string Read(const std::string& path) { return test::ReadFile(path); }
     /// The names of all that is in the folder, sorted.
     [[nodiscard]] std::vector<std::string> Files() const;
 
@@ -48,7 +48,7 @@ protected:
                        void (*prepare)() = nullptr) const;
 
 private:
-    std::filesystem::path m_folder;
+    const test::TemporaryFolder m_folder;
 };
 
 }  // namespace zrsheet

@@ -49,6 +49,7 @@ TEST_F(OutOfMemory, ChangesNothingWhicheverAllocationFails) {
                                 "combine 1 2",
                                 "item remove 1",
                                 "item join 1 Pin",
+                                "item leave 1 'Left Wedge'",
                                 "label 2 X",
                                 "label set 2 Y",
                                 "label move 2 by 5,5",

@@ -1,9 +1,5 @@
 #include "tests/app/command/ScriptFixture.h"
 
-#include <cstdlib>
-#include <fstream>
-#include <stdexcept>
-
 namespace zrsheet {
 namespace {
 
@@ -24,26 +20,18 @@ constexpr const char* kRig = R"({"asset": {"version": "2.0"}, "scene": 0, "scene
     "buffers": [{"byteLength": 72, "uri": "data:application/octet-stream;base64,AAAAAAAAAAAAAAAAAACAPwAAAAAAAAAAAAAAAAAAgD8AAAAAAAAAAAAAAAAAAIA/AAACAAEAAAABAAMAAQACAAMAAAADAAIA"},
                 {"byteLength": 48, "uri": "data:application/octet-stream;base64,AAAAAAAAAAAAAAAAAAAAQAAAAAAAAAAAAAAAAAAAgD8AAAAAAAAAAAAAAAAAAIA/"}]})";
 
-fs::path MakeFolder() {
-    std::string pattern = (fs::temp_directory_path() / "zrcommandXXXXXX").string();
-    if (mkdtemp(pattern.data()) == nullptr) throw std::runtime_error("no temporary folder");
-    return pattern;
-}
-
 }  // namespace
 
 ScriptFixture::ScriptFixture()
     : m_session(std::make_unique<Session>(Session::Surroundings{m_out, {}, {}, 2})),
-      m_former(fs::current_path()),
-      m_folder(MakeFolder()) {
-    fs::current_path(m_folder);
+      m_former(fs::current_path()) {
+    fs::current_path(m_folder.Path());
     Write("rig.gltf", kRig);
 }
 
 ScriptFixture::~ScriptFixture() {
     m_session.reset();
     fs::current_path(m_former);
-    fs::remove_all(m_folder);
 }
 
 std::string ScriptFixture::Run(const std::string& script, bool keepsGoing) {
@@ -60,10 +48,6 @@ std::string ScriptFixture::RunOnRig(const std::string& script, bool keepsGoing) 
 
 std::string ScriptFixture::Dump() {
     return Run("list parts\nlist items\nlist callouts\nlist insets\nlist symbols\nlist templates\nhistory\n");
-}
-
-void ScriptFixture::Write(const std::string& name, const std::string& content) const {
-    std::ofstream(m_folder / name, std::ios::binary) << content;
 }
 
 }  // namespace zrsheet

@@ -11,6 +11,7 @@
 #include <string>
 
 #include "app/command/ScriptRunner.h"
+#include "tests/app/file/TemporaryFolder.h"
 
 namespace zrsheet {
 
@@ -26,14 +27,16 @@ protected:
     std::string RunOnRig(const std::string& script, bool keepsGoing = false);
     /// Everything there is to see of the document.
     std::string Dump();
-    void Write(const std::string& name, const std::string& content) const;
+    void Write(const std::string& name, const std::string& content) const {
+        test::PutFile(m_folder / name, content);
+    }
 
     std::ostringstream m_out;
     std::unique_ptr<Session> m_session;
 
 private:
     std::filesystem::path m_former;  // where the process was
-    std::filesystem::path m_folder;
+    const test::TemporaryFolder m_folder;
 };
 
 }  // namespace zrsheet

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "app/document/UserError.h"
+#include "tests/support/ErrorOf.h"
 
 namespace zrsheet {
 namespace {
@@ -50,23 +51,17 @@ TEST(LabelTemplate, SaysWhatIsWrongAndWhere) {
         {"{{item}", "character 7"},
     };
     for (const auto& [text, culprit] : rows) {
-        try {
-            static_cast<void>(ParseLabelTemplate(text));
-            ADD_FAILURE() << "taken: " << text;
-        } catch (const UserError& error) {
-            EXPECT_NE(std::string(error.what()).find(culprit), std::string::npos) << error.what();
-        }
+        const std::string error =
+            zrtest::ErrorOf<UserError>([&] { static_cast<void>(ParseLabelTemplate(text)); });
+        EXPECT_NE(error.find(culprit), std::string::npos) << text << ": " << error;
     }
 }
 
 TEST(LabelTemplate, RefusesTranslationsThatNameNoPlaceholder) {
     const auto isTaken = [](const char* translation) {
-        try {
-            CheckLabelTemplate("{item} of {quantity}", {{"de", translation}});
-            return true;
-        } catch (const UserError&) {
-            return false;
-        }
+        return zrtest::ErrorOf<UserError>([&] {
+                   CheckLabelTemplate("{item} of {quantity}", {{"de", translation}});
+               }) == "no error";
     };
     for (const char* good : {"{1} von {0}", "{0}{0}", "von", "{1}"}) EXPECT_TRUE(isTaken(good)) << good;
     for (const char* bad : {"", "{2}", "{-1}", "{item}", "{}", "{0", "0}", "{{0}}", "{0 }", "}0}"})

@@ -1,13 +1,13 @@
 #include "tests/app/document/ModelFiles.h"
 
-#include <stdlib.h>
-
 #include <algorithm>
+#include <cstdlib>
 #include <map>
 #include <stdexcept>
 #include <string>
 
 #include "app/import/process/ImportModel.h"
+#include "tests/app/file/TemporaryFolder.h"
 
 namespace zrsheet {
 namespace {
@@ -15,13 +15,10 @@ namespace {
 namespace fs = std::filesystem;
 
 Assembly ImportSample() {
-    std::string pattern = (fs::temp_directory_path() / "zrsheetXXXXXX").string();
-    if (mkdtemp(pattern.data()) == nullptr) throw std::runtime_error("no temporary folder");
-    const fs::path file = fs::path(pattern) / "sample.glb";
+    const test::TemporaryFolder folder;
+    const fs::path file = folder / "sample.glb";
     if (std::system((ZR_SAMPLE " " + file.string()).c_str()) != 0) throw std::runtime_error("no sample");
-    Assembly assembly = ImportModel(file);
-    fs::remove_all(pattern);
-    return assembly;
+    return ImportModel(file);
 }
 
 }  // namespace

@@ -3,10 +3,9 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <fstream>
-
 #include "app/document/UserError.h"
 #include "tests/app/file/TemporaryFolder.h"
+#include "tests/support/ErrorOf.h"
 
 namespace zrsheet::test {
 namespace {
@@ -16,34 +15,9 @@ using ::testing::HasSubstr;
 using ::testing::Not;
 using ::testing::StartsWith;
 
-class TemplateFile : public ::testing::Test {
-protected:
-    std::vector<NamedTemplate> Read(const std::string& text) const {
-        std::ofstream(m_folder / "t.json", std::ios::binary) << text;
-        return ReadTemplates(m_folder / "t.json");
-    }
-    std::string ErrorOf(const std::string& text) const {
-        try {
-            static_cast<void>(Read(text));
-            return "none";
-        } catch (const UserError& error) {
-            return error.what();
-        }
-    }
-
-    const TemporaryFolder m_folder;
-};
-
-TEST_F(TemplateFile, ComesBackAsItWasSaved) {
-    const std::vector<NamedTemplate> templates{
-        {"a \"b\"", "{item}{line}\u00e9", {}},
-        {"c", "{item} of {quantity}", {{"de", "{1} von {0}"}, {"ja", "{0}"}}}};
-    EXPECT_EQ(Read(TemplatesText(templates)), templates);
-    EXPECT_EQ(Read(TemplatesText({})), std::vector<NamedTemplate>());
-    EXPECT_EQ(ReadTemplates(ReadyTemplates()).at(0).text, "{item}") << "the ready ones are right";
-}
-
-TEST_F(TemplateFile, IsRefusedInOneLineThatSaysWhere) {
+TEST(TemplateFile, IsRefusedInOneLineThatSaysWhere) {
+    const TemporaryFolder folder;
+    const auto file = folder / "t.json";
     const std::string begin = R"({"format": "zrsheet templates", "version": 1, "templates": [)";
     const std::pair<std::string, const char*> rows[] = {
         {"{", "no JSON"},
@@ -59,9 +33,11 @@ TEST_F(TemplateFile, IsRefusedInOneLineThatSaysWhere) {
         {begin + R"({"name": "a", "text": "b", "translations": {"de": "{0}"}}]})", "translation '{0}'"},
         {begin + R"({"name": "a", "text": "b", "translations": {"de": 1}}]})", "no text \"de\""},
     };
-    for (const auto& [text, what] : rows)
-        EXPECT_THAT(ErrorOf(text),
-                    AllOf(StartsWith(m_folder / "t.json"), HasSubstr(what), Not(HasSubstr("\n"))));
+    for (const auto& [text, what] : rows) {
+        PutFile(file, text);
+        EXPECT_THAT(zrtest::ErrorOf<UserError>([&] { static_cast<void>(ReadTemplates(file)); }),
+                    AllOf(StartsWith(file), HasSubstr(what), Not(HasSubstr("\n"))));
+    }
 }
 
 }  // namespace

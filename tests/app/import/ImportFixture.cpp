@@ -1,26 +1,14 @@
 #include "tests/app/import/ImportFixture.h"
 
-#include <stdlib.h>
-
-#include <fstream>
-
 #include "app/import/ImportError.h"
+#include "tests/support/ErrorOf.h"
 
 namespace zrsheet {
 
 ImportFixture::ImportFixture() {
-    std::string pattern = (std::filesystem::temp_directory_path() / "zrimportXXXXXX").string();
-    m_folder = mkdtemp(pattern.data());
     m_bytes = BytesOf<float>({0, 0, 0, 1, 0, 0, 0, 1, 0, 0, 0, 1}) +
               BytesOf<std::uint16_t>({0, 2, 1, 0, 1, 3, 1, 2, 3, 0, 3, 2});
     Write("tetra.bin", m_bytes);
-}
-
-ImportFixture::~ImportFixture() { std::filesystem::remove_all(m_folder); }
-
-std::filesystem::path ImportFixture::Write(const std::string& name, const std::string& bytes) const {
-    std::ofstream(m_folder / name, std::ios::binary) << bytes;
-    return m_folder / name;
 }
 
 Json ImportFixture::Tetrahedron() const {
@@ -55,16 +43,11 @@ std::filesystem::path ImportFixture::Save(const Json& model, const std::string& 
 }
 
 std::string ImportFixture::Complaint(const std::filesystem::path& file, const ImportLimits& limits) const {
-    try {
-        static_cast<void>(ImportModel(file, limits));
-    } catch (const ImportError& error) {
-        const std::string line = error.what();
-        EXPECT_EQ(line.find('\n'), std::string::npos) << line;
-        EXPECT_TRUE(line.starts_with(file.string() + ": ")) << line;
-        return line;
-    }
-    ADD_FAILURE() << file << " was imported";
-    return {};
+    const std::string line =
+        zrtest::ErrorOf<ImportError>([&] { static_cast<void>(ImportModel(file, limits)); });
+    EXPECT_EQ(line.find('\n'), std::string::npos) << line;
+    EXPECT_TRUE(line.starts_with(file.string() + ": ")) << line;
+    return line;
 }
 
 }  // namespace zrsheet

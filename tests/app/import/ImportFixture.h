@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "app/import/process/ImportModel.h"
+#include "tests/app/file/TemporaryFolder.h"
 
 namespace zrsheet {
 
@@ -25,9 +26,11 @@ std::string BytesOf(const std::vector<T>& values) {
 class ImportFixture : public testing::Test {
 protected:
     ImportFixture();
-    ~ImportFixture() override;
 
-    std::filesystem::path Write(const std::string& name, const std::string& bytes) const;
+    std::filesystem::path Write(const std::string& name, const std::string& bytes) const {
+        test::PutFile(m_folder / name, bytes);
+        return m_folder / name;
+    }
 
     /// A model of one tetrahedron: mesh "Tetra", node "Leaf", bytes in tetra.bin beside it.
     Json Tetrahedron() const;
@@ -44,7 +47,7 @@ protected:
     std::string Complaint(const std::filesystem::path& file, const ImportLimits& limits = {}) const;
 
 private:
-    std::filesystem::path m_folder;
+    const test::TemporaryFolder m_folder;
     std::string m_bytes;
 };
 

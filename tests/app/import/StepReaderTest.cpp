@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cstdlib>
-#include <fstream>
 #include <regex>
 #include <sstream>
 
@@ -17,12 +16,6 @@ namespace {
 
 using testing::ElementsAre;
 using testing::HasSubstr;
-
-std::string ContentOf(const std::filesystem::path& file) {
-    std::ostringstream content;
-    content << std::ifstream(file, std::ios::binary).rdbuf();
-    return content.str();
-}
 
 /// One line a node: depth as dots, name, product, colour in tenths.
 std::string Outline(const Assembly& assembly) {
@@ -56,7 +49,7 @@ protected:
     /// The sample with more entities at its end. "@PRODUCT" in them stands for the definition of the bolt,
     /// "@USAGE" for its use in the bolt set, "@CONTEXT" for a context of representations.
     std::filesystem::path WriteSampleWith(std::string entities) const {
-        std::string text = ContentOf(WriteSample("plain.stp"));
+        std::string text = test::ReadFile(WriteSample("plain.stp"));
         text = std::regex_replace(text, std::regex("\n *"), "");
         const auto id = [&text](const std::string& pattern) {
             std::smatch found;
@@ -175,7 +168,7 @@ TEST_F(StepReader, NamesTheFilesThatAreMissingOrDamagedBesideIt) {
     ASSERT_GE(whole.externalFiles.size(), 3U);
     EXPECT_THAT(whole.externalFiles, testing::Contains("part-Bolt.stp"));
     std::filesystem::remove(file.parent_path() / "part-Bolt.stp");
-    Write("part-Washer.stp", ContentOf(file.parent_path() / "part-Washer.stp").substr(0, 2000));
+    Write("part-Washer.stp", test::ReadFile(file.parent_path() / "part-Washer.stp").substr(0, 2000));
     const Assembly rest = ImportModel(file);
     EXPECT_EQ(rest.parts.size(), 1U);
     EXPECT_THAT(rest.warnings,
@@ -207,7 +200,7 @@ TEST_F(StepReader, FindsInAModelByOthersWhatItsMeshHas) {
 }
 
 TEST_F(StepReader, RefusesWhatHasNoBodies) {
-    const std::string text = ContentOf(WriteSample("clamp.stp"));
+    const std::string text = test::ReadFile(WriteSample("clamp.stp"));
     EXPECT_THAT(Complaint(Write("cut.stp", text.substr(0, text.size() / 2))),
                 HasSubstr("STEP text is damaged"));
     const std::string header = text.substr(0, text.find("DATA;"));

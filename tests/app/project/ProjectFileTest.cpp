@@ -13,6 +13,7 @@
 #include "app/project/ProjectWriter.h"
 #include "tests/app/file/TemporaryFolder.h"
 #include "tests/app/project/SampleProject.h"
+#include "tests/support/ErrorOf.h"
 
 namespace zrsheet::test {
 namespace {
@@ -20,16 +21,7 @@ namespace {
 using ::testing::AllOf;
 using ::testing::EndsWith;
 using ::testing::HasSubstr;
-
-template <class Action>
-std::string ErrorOf(Action action) {
-    try {
-        action();
-        return "no error";
-    } catch (const std::runtime_error& error) {
-        return error.what();
-    }
-}
+using zrtest::ErrorOf;
 
 /// Long enough that saving it takes a while.
 ProjectData LongProject(const std::string& tag) {

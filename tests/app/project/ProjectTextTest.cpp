@@ -10,6 +10,7 @@
 #include "app/project/ProjectReader.h"
 #include "app/project/ProjectWriter.h"
 #include "tests/app/project/SampleProject.h"
+#include "tests/support/ErrorOf.h"
 
 namespace zrsheet::test {
 namespace {
@@ -20,12 +21,7 @@ using ::testing::Not;
 using ::testing::StartsWith;
 
 std::string ErrorOf(const std::string& text) {
-    try {
-        static_cast<void>(ReadProject(text, "a.zrsheet"));
-        return "no error";
-    } catch (const UserError& error) {
-        return error.what();
-    }
+    return zrtest::ErrorOf<UserError>([&] { static_cast<void>(ReadProject(text, "a.zrsheet")); });
 }
 
 /// The sample's text with the first `from` replaced; throws when there is none.

@@ -10,6 +10,8 @@
 #include <thread>
 #include <vector>
 
+#include "tests/support/ErrorOf.h"
+
 namespace du {
 namespace {
 
@@ -108,12 +110,7 @@ TEST_F(TaskPoolTest, GoesOnBehindATaskThatThrows) {
     Insert(pool, "bad", 2, [] { throw std::runtime_error("too hot"); });
     Insert(pool, "worse", 1, [] { throw std::runtime_error("too cold"); });
     Insert(pool, "good", 0);
-    try {
-        pool.WaitIdle();
-        ADD_FAILURE() << "nobody was told";
-    } catch (const std::runtime_error& error) {
-        EXPECT_STREQ(error.what(), "too hot");
-    }
+    EXPECT_EQ(zrtest::ErrorOf([&] { pool.WaitIdle(); }), "too hot");
     EXPECT_EQ(m_log.Lines(), (std::vector<std::string>{"run good", "done good"}));
     Insert(pool, "next", 0);
     pool.WaitIdle();

@@ -5,6 +5,8 @@
 #include <stdexcept>
 #include <string>
 
+#include "tests/support/ErrorOf.h"
+
 namespace zrk {
 namespace {
 
@@ -19,14 +21,9 @@ TEST(ComponentLibrary, SaysWhatIsMissing) {
         {"zrg", "has no entry ZRDllVersion"},
         {"zr_other_component", "libzr_other_component.so is of version 0.0.1, but this program needs"}};
     for (const auto& row : rows) {
-        try {
-            const ComponentLibrary library(row.name);
-            ADD_FAILURE() << row.name << " was loaded";
-        } catch (const std::runtime_error& error) {
-            const std::string text = error.what();
-            EXPECT_NE(text.find(row.text), std::string::npos) << text;
-            EXPECT_EQ(text.find('\n'), std::string::npos) << text;
-        }
+        const std::string text = zrtest::ErrorOf([&] { const ComponentLibrary library(row.name); });
+        EXPECT_NE(text.find(row.text), std::string::npos) << text;
+        EXPECT_EQ(text.find('\n'), std::string::npos) << text;
     }
 }
 
