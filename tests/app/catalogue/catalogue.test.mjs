@@ -49,8 +49,8 @@ async function clickInside(page, selector) {
     await page.mouse.click(place.x, place.y);
 }
 
-async function openModel(options) {
-    const page = await browser.open('sample.html', options);
+async function openModel(name = 'sample.html', options = {}) {
+    const page = await browser.open(name, options);
     await page.click('[data-view=model]');
     await page.waitForSelector('#model .balloon[style]');
     return page;
@@ -186,17 +186,7 @@ test('The whole drawing is as large as what is seen of it, with its glasses', as
     await close(page);
 });
 
-test('The page speaks the language of the sheet, and knows one from many', async () => {
-    browser.write('one.gltf', modelOf(['Winkel']));
-    browser.make('one.gltf', ['one.html'], '--language', 'de');
-    const page = await browser.open('one.html');
-    assert.equal(await page.textContent('#summary'), '1 Position, 1 Teil');
-    assert.equal(await page.getAttribute('#query', 'placeholder'), 'Teile suchen');
-    assert.equal(await page.getAttribute('[data-zoom=in]', 'aria-label'), 'Vergrößern');
-    await close(page);
-});
-
-test('The page has the headings of all lists, and none of its words is missing', async () => {
+test('The page speaks the language of the sheet, with the headings of all lists', async () => {
     browser.write('one.gltf', modelOf(['Winkel']));
     for (const language of ['en', 'de', 'fr', 'es', 'ja']) {
         browser.make('one.gltf', ['one.html', 'one.svg'], '--language', language);
@@ -206,6 +196,11 @@ test('The page has the headings of all lists, and none of its words is missing',
         assert.deepEqual(headings, ofSheet.slice(-3), language);
         const words = await page.evaluate(() => JSON.parse(document.getElementById('data').textContent).words);
         assert.deepEqual(Object.keys(words).filter(each => words[each] === ''), [], language);
+        if (language === 'de') {
+            assert.equal(await page.textContent('#summary'), '1 Position, 1 Teil', 'it knows one from many');
+            assert.equal(await page.getAttribute('#query', 'placeholder'), 'Teile suchen');
+            assert.equal(await page.getAttribute('[data-zoom=in]', 'aria-label'), 'Vergrößern');
+        }
         await close(page);
     }
 });
@@ -307,9 +302,7 @@ test('Parts of very large models can be clicked', async () => {
     browser.write('large.gltf', modelOf(['one', 'two']));
     browser.make('large.gltf', ['large.html']);
     browser.write('large.html', withTinyParts(browser.read('large.html'), 66000));
-    const page = await browser.open('large.html');
-    await page.click('[data-view=model]');
-    await page.waitForSelector('#model .balloon[style]');
+    const page = await openModel('large.html');
     await page.click('[data-act=callouts]');
     await page.click(row(2));
     const {x, y} = await pixelsOf(page, '#model canvas', [230, 145, 30]);
@@ -324,9 +317,7 @@ test('Balloons around the model keep apart, and where there is no room for all, 
     browser.make('many.gltf', ['many.html']);
     const cases = [['sample.html', 1440, 900, true], ['sample.html', 1100, 640, true], ['many.html', 800, 800, false]];
     for (const [name, width, height, isRoomy] of cases) {
-        const page = await browser.open(name, {viewport: {width, height}});
-        await page.click('[data-view=model]');
-        await page.waitForSelector('#model .balloon[style]');
+        const page = await openModel(name, {viewport: {width, height}});
         await page.click(row(isRoomy ? 30 : 113));
         await page.waitForSelector('#model .balloon.chosen:visible');
         assert.equal(await page.locator('#model .balloon:visible').count() === (isRoomy ? 34 : 120), isRoomy);
@@ -495,24 +486,5 @@ test('The SVG alone follows a stylesheet of its page, and its areas can be click
     assert.ok((await pixelsOf(page, 'svg', [255, 0, 0])).count > 5000);
     await clickInside(page, spot(7));
     assert.equal(await page.evaluate(() => window.clicked), '7');
-    await close(page);
-});
-
-test('The SVG says what its areas are, and names each of them once', async () => {
-    const page = await browser.open('sample.svg');
-    const {root, ids, areas} = await page.evaluate(() => ({
-        root: document.documentElement.nodeName, ids: [...document.querySelectorAll('[id]')].map(each => each.id),
-        areas: [...document.querySelectorAll('.hotspot')].map(({id, dataset, firstElementChild}) => ({
-            id, ...dataset, title: firstElementChild.textContent,
-        })),
-    }));
-    assert.equal(root, 'svg');  // a page of complaints, were it no XML
-    assert.equal(new Set(ids).size, ids.length);
-    assert.ok(areas.length > 90);
-    for (const {id, item, label, part, instances, title} of areas) {
-        assert.match(id, new RegExp(`^part-${item}-\\d+$`));
-        assert.equal(title, `${label}  ${part}`);
-        assert.ok(instances.length > 1);
-    }
     await close(page);
 });

@@ -36,8 +36,9 @@ TEST_F(Fault, AFullDiskLeavesWhatWasThere) {
     Write("make.zrs", kScript);
     ASSERT_EQ(Run({"run", "make.zrs"}).exitCode, 0);
     Write("sheet.svg", "old sheet");
+    Write("list.csv", "old list");
     const std::string project = Read(In("a.zrsheet"));
-    ExpectRefused({"make", "wedge.gltf", "-o", "sheet.svg", "-o", "list.csv"}, "Make room on the disk",
+    ExpectRefused({"make", "wedge.gltf", "-o", "list.csv", "-o", "sheet.svg"}, "Make room on the disk",
                   FillDisk);
     const auto before = Files();
     const CliResult saving = Run({"run", "make.zrs"}, "/dev/null", FillDisk);
@@ -45,6 +46,7 @@ TEST_F(Fault, AFullDiskLeavesWhatWasThere) {
     EXPECT_TRUE(saving.err.starts_with("make.zrs:3: command 'save': Cannot write")) << saving.err;
     EXPECT_EQ(Files(), before);
     EXPECT_EQ(Read(In("sheet.svg")), "old sheet");
+    EXPECT_EQ(Read(In("list.csv")), "old list") << "it has room, but not both have";
     EXPECT_EQ(Read(In("a.zrsheet")), project);
 }
 

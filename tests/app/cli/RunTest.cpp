@@ -79,16 +79,5 @@ TEST_F(RunScript, SpeaksAsItIsToldUntilTheSheetChooses) {
     ExpectRefused({"check", "french.zrsheet", "--language", "it"}, "it");
 }
 
-TEST_F(RunScript, HelpReadsLikeAManual) {
-    for (const std::vector<std::string>& words :
-         {std::vector<std::string>{"run", "SCRIPT", "PROJECT", "--keep-going", "FILE:LINE", "Exit codes",
-                                   "'help'"},
-          std::vector<std::string>{"shell", "FILE", "tab key", "history", "quit", "pipe", "Exit codes"}}) {
-        const CliResult help = Run({words.front(), "--help"});
-        EXPECT_EQ(help.exitCode, 0);
-        for (const auto& word : words) EXPECT_NE(help.out.find(word), std::string::npos) << word;
-    }
-}
-
 }  // namespace
 }  // namespace zrsheet

@@ -6,13 +6,24 @@
 namespace zrsheet {
 namespace {
 
+// libedit shows what is typed at its own pace, so waits are for answers, not for echoes.
+#define EXPECT_SHOWN(session, text) EXPECT_TRUE((session).Shows(text)) << "shown: " << (session).Rest()
+
 class Shell : public CliFixture {
 protected:
     Shell() { Write("wedge.gltf", SmallModel()); }
-};
 
-// libedit shows what is typed at its own pace, so waits are for answers, not for echoes.
-#define EXPECT_SHOWN(session, text) EXPECT_TRUE((session).Shows(text)) << "shown: " << (session).Rest()
+    /// In a session of its own these keys get the help for "dissolve".
+    void ExpectHelp(const char* keys) const {
+        TerminalSession shell(In("."), {"shell"});
+        EXPECT_SHOWN(shell, "zrsheet> ");
+        shell.Type(keys);
+        EXPECT_SHOWN(shell, "take a combined callout apart");
+        EXPECT_SHOWN(shell, "zrsheet> ");
+        shell.Type("quit\r");
+        EXPECT_EQ(shell.ExitCode(), 0);
+    }
+};
 
 TEST_F(Shell, DoesWhatComesThroughAPipe) {
     Write("commands", "import wedge.gltf\nhide Wdge\nhide Wedge\nlist parts\n");
@@ -104,34 +115,14 @@ TEST_F(Shell, GivesUpTheLineWhenInterrupted) {
 }
 
 TEST_F(Shell, RemembersLinesFromRunToRun) {
-    {
-        TerminalSession shell(In("."), {"shell"});
-        EXPECT_SHOWN(shell, "zrsheet> ");
-        shell.Type("help dissolve\r");
-        EXPECT_SHOWN(shell, "take a combined callout apart");
-        EXPECT_SHOWN(shell, "zrsheet> ");
-        shell.Type("quit\r");
-        EXPECT_EQ(shell.ExitCode(), 0);
-    }
-    TerminalSession shell(In("."), {"shell"});
-    EXPECT_SHOWN(shell, "zrsheet> ");
-    shell.Type("\x10\x10\r");  // twice back
-    EXPECT_SHOWN(shell, "take a combined callout apart");
-    EXPECT_SHOWN(shell, "zrsheet> ");
-    shell.Type("quit\r");
-    EXPECT_EQ(shell.ExitCode(), 0);
+    ExpectHelp("help dissolve\r");
+    ExpectHelp("\x10\x10\r");  // twice back
 }
 
 // A folder that cannot be written costs the history, nothing else.
 TEST_F(Shell, DoesWithoutAHistory) {
     Write("state", "a file where the folder would be");
-    TerminalSession shell(In("."), {"shell"});
-    EXPECT_SHOWN(shell, "zrsheet> ");
-    shell.Type("help dissolve\r");
-    EXPECT_SHOWN(shell, "take a combined callout apart");
-    EXPECT_SHOWN(shell, "zrsheet> ");
-    shell.Type("quit\r");
-    EXPECT_EQ(shell.ExitCode(), 0);
+    ExpectHelp("help dissolve\r");
 }
 
 }  // namespace

@@ -22,6 +22,16 @@ int AssemblyMaker::Node(const std::string& name, int parent, int part, const std
     return static_cast<int>(m_assembly.nodes.size()) - 1;
 }
 
+Assembly PinsAndPlate(const std::string& pin, const std::string& plate) {
+    AssemblyMaker maker;
+    const int pinPart = maker.Box("Pin", 1, 1, 1);
+    const int platePart = maker.Box("Plate", 9, 9, 1);
+    maker.Node(pin, -1, pinPart);
+    maker.Node(plate, -1, platePart, {0, 0, 2});
+    maker.Node(pin, -1, pinPart, {5, 0, 0});
+    return maker.Get();
+}
+
 std::array<double, 16> QuarterTurn() { return {0, 1, 0, 0, -1, 0, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1}; }
 
 }  // namespace zrsheet

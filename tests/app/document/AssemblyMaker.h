@@ -25,6 +25,9 @@ private:
     Assembly m_assembly;
 };
 
+/// A pin, a plate and the pin once more, at 5 in X, called by these names.
+Assembly PinsAndPlate(const std::string& pin = "Pin", const std::string& plate = "Plate");
+
 /// Quarter turn about Z: X becomes Y.
 std::array<double, 16> QuarterTurn();
 

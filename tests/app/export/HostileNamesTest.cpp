@@ -7,6 +7,7 @@
 #include <pugixml.hpp>
 
 #include "app/export/ExportSheet.h"
+#include "app/import/Utf8Text.h"
 #include "tests/app/export/OtherProgram.h"
 #include "tests/app/export/SampleSheet.h"
 #include "tests/app/file/TemporaryFolder.h"
@@ -33,6 +34,8 @@ void ExpectWellFormed(const std::string& xml, const std::string& what) {
     EXPECT_TRUE(document.load_string(xml.c_str())) << what;
     EXPECT_EQ(document.select_nodes("//script").size(), 0U) << what;
     for (const char c : xml) ASSERT_TRUE(c == '\n' || c == '\t' || c < 0 || c >= ' ') << what;
+    EXPECT_THAT(xml, testing::Not(testing::ContainsRegex("&#(0[0-8]|1[124-9]|2[0-9]|3[01]);"))) << what;
+    EXPECT_TRUE(ValidUtf8(xml) == xml) << what;
 }
 
 /// Says how many rows of equally many fields there are, and how many of these are formulas.
@@ -54,7 +57,7 @@ std::string Between(const std::string& text, const std::string& first, const std
 /// What names can end in the page's own words, ends where the page does it.
 void ExpectNoMarkup(const std::string& html) {
     EXPECT_THAT(Between(html, "<title>", "<style"), testing::EndsWith("</title>\n"));
-    EXPECT_EQ(Between(html, "<title>", "</title>").find_first_of("<>"), std::string::npos);
+    EXPECT_EQ(Between(html, "<title>", "</title>").find_first_of("<>\x01\x1b\xff"), std::string::npos);
     const std::string data = Between(html, "id=\"data\">", "</script>");
     EXPECT_EQ(data.find('<'), std::string::npos);
     EXPECT_TRUE(nlohmann::json::accept(data));
@@ -66,7 +69,7 @@ TEST(HostileNames, AreJustNamesInEveryOutput) {
         const char* what;
         std::string name;
     } rows[] = {{"control characters", std::string("a\0b\x01\x1b[31m\x7f\r\n", 12)},
-                {"markup", "</title><script>alert(1)</script> ]]> &amp; \"x\" 'y'"},
+                {"markup", "</title><script>alert(1)</script><!-- ]]> &amp; \"x\" 'y' {{data}}"},
                 {"right to left", "\u202e\u05d0\u05d1 \u0627\u0644 \u2066x"},
                 {"not UTF-8", "\xff\xfe\xc3\x28 \xed\xa0\x80 \xf0\x9f"},
                 {"a formula", "=cmd|' /C calc'!A0"},

@@ -18,6 +18,10 @@ bool Joins(const Stroke& stroke, const ArtPoint& a, const ArtPoint& b) {
            (Distance(stroke.from, b) < kNear && Distance(stroke.to, a) < kNear);
 }
 
+bool HasLine(const std::vector<Stroke>& strokes, const ArtPoint& a, const ArtPoint& b) {
+    return std::any_of(strokes.begin(), strokes.end(), [&](const Stroke& s) { return Joins(s, a, b); });
+}
+
 long CountOf(const std::vector<Stroke>& strokes, LineKind kind) {
     return std::count_if(strokes.begin(), strokes.end(),
                          [kind](const Stroke& stroke) { return stroke.kind == kind; });
@@ -234,10 +238,8 @@ TEST(LineArt, DrawsWherePartsRunThroughEachOther) {
     const ArtPoint corner = stage.PixelOf({30, 10, 40});
     const ArtPoint left = stage.PixelOf({-20, 10, 40});
     const ArtPoint bottom = stage.PixelOf({30, -20, 40});
-    for (const auto& [a, b] : {std::pair(left, corner), std::pair(bottom, corner)}) {
-        EXPECT_TRUE(
-            std::any_of(crossings.begin(), crossings.end(), [&](const Stroke& s) { return Joins(s, a, b); }));
-    }
+    EXPECT_TRUE(HasLine(crossings, left, corner));
+    EXPECT_TRUE(HasLine(crossings, bottom, corner));
 }
 
 /// First the one, then the other.
@@ -326,12 +328,9 @@ TEST(LineArt, EndsALineWhereAnotherPartBeginsToCoverIt) {
     const auto strokes = stage.Strokes();
     const ArtPoint cutLeft = stage.PixelOf({-20.3, 5, 5});
     const ArtPoint cutRight = stage.PixelOf({33.7, 5, 5});
-    const auto has = [&](const ArtPoint& a, const ArtPoint& b) {
-        return std::any_of(strokes.begin(), strokes.end(), [&](const Stroke& s) { return Joins(s, a, b); });
-    };
-    EXPECT_TRUE(has(stage.PixelOf({-150, 5, 5}), cutLeft));
-    EXPECT_TRUE(has(cutRight, stage.PixelOf({150, 5, 5})));
-    EXPECT_FALSE(has(cutLeft, cutRight));
+    EXPECT_TRUE(HasLine(strokes, stage.PixelOf({-150, 5, 5}), cutLeft));
+    EXPECT_TRUE(HasLine(strokes, cutRight, stage.PixelOf({150, 5, 5})));
+    EXPECT_FALSE(HasLine(strokes, cutLeft, cutRight));
 }
 
 // What is covered all over is not looked at, which a slit must end, and the wish for hidden lines.
@@ -388,20 +387,6 @@ TEST(LineArt, LetsNoLineFlickerInTheWallOfAHole) {
     }
     EXPECT_GE(pieces, 1);
     EXPECT_LE(pieces, 3);
-}
-
-TEST(LineArt, IsTheSameForAnyNumberOfThreads) {
-    ArtStage stage;
-    for (int i = 0; i < 12; ++i) {
-        stage.Add(Drum(20 + i, 60, 9 + i),
-                  Turned({1.0, 0.1 * i, 0.3}, 31.0 * i, {25.0 * i - 140, 7.0 * i - 40, 0}));
-        stage.Add(Box({-15, -15, -15}, {15, 15, 40}),
-                  Turned({0.2, 1, 0.1 * i}, 17.0 * i, {20.0 * i - 120, 0, 10}));
-    }
-    stage.Rule().withHidden = true;
-    const LineArt one = stage.Draw(1);
-    EXPECT_GT(one.lines.size(), 50U);
-    for (const unsigned threads : {2U, 5U}) EXPECT_EQ(stage.Draw(threads), one);
 }
 
 // At full width the lines of small parts would leave nothing but black.

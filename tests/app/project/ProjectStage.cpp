@@ -8,7 +8,6 @@
 #include "zrannotations/CombinedCallout.h"
 #include "zrannotations/SymbolAnnotation.h"
 #include "zrk/annotation/AnnoSet.h"
-#include "zrk/world/World.h"
 
 namespace zrsheet::test {
 namespace {
@@ -76,29 +75,12 @@ std::vector<std::string> ProjectStage::Looks() {
     return looks;
 }
 
-void ProjectStage::EditEverything() {
-    EditSettings();
+void ProjectStage::EditAsNoCommandDoes() {
+    Doc().View()->SetBackgroundColors({0.1F, 0.2F, 0.3F, 1}, {1, 1, 0, 1}, {0, 0, 0, 1});
+    Doc().Scene()->SetPhantom(Doc().FindShapes({}).front(), true);
     AddAnnotations();
     ChangeCallouts();
-    EditParts();
     Doc().Settle();
-}
-
-void ProjectStage::EditSettings() {
-    Doc().SetPage(900, 700);
-    Doc().SetLanguage("de");
-    Doc().SetLeaders(LeaderChoice::All);
-    Doc().SetPicture({PictureMode::Both, true, 0.7});
-    Doc().DefineTemplate({"long", "{item} {name}", {}});
-    Doc().UseTemplate("long");
-    Doc().View()->SetBackgroundColors({0.1F, 0.2F, 0.3F, 1}, {1, 1, 0, 1}, {0, 0, 0, 1});
-    auto& items = Doc().ItemList();
-    auto operation = Doc().Scene()->GetHistory().GetOpenOperation();
-    const auto ids = Doc().Items()->GetItemIds();
-    items.SetTag(ids[0], "T-1", operation);
-    items.SetLabel(ids[1], "A", operation);
-    items.DeleteItem(ids[2], operation);
-    items.AddItem({}, "", true, true, operation);
 }
 
 void ProjectStage::AddAnnotations() {
@@ -136,20 +118,6 @@ void ProjectStage::ChangeCallouts() {
     AnnoSetOf(Doc())->RemoveAnnotationFromSet(callouts[5], nullptr);
     AnnoSetOf(Doc())->AddReferencedAnnotation(callouts[5]);
     Combine(3, 4);
-}
-
-void ProjectStage::EditParts() {
-    const auto shapes = Doc().FindShapes({});
-    Doc().Scene()->SetVisible(shapes[0], false);
-    Doc().Scene()->RemoveShapeInstance(shapes[1]);
-    Doc().Scene()->SetPhantom(shapes[2], true);
-    dg::Location place;
-    shapes[3]->GetLocation(place);
-    place.SetPos({0.1, 0.2, 0.3});
-    Doc().Scene()->SetLocation(shapes[3], place);
-    zrk::World::GetWorld()->GetTree()->EditProperties(
-        {{Doc().Model().Instances()[0], du::Symbol::EMPTY, du::Symbol("Name"), du::Symbol("Renamed")}},
-        Doc().Scene()->GetHistory().GetOpenOperation());
 }
 
 }  // namespace zrsheet::test

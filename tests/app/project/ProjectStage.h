@@ -30,8 +30,8 @@ public:
     /// The text of the file that would be saved.
     std::string Text() const;
 
-    /// Uses every kind of object and setting that a project holds, on the parts that callouts lead to first.
-    void EditEverything();
+    /// What a project holds that golden scenes cannot make, and every kind of object that callouts refer to.
+    void EditAsNoCommandDoes();
 
     CalloutPtr CalloutOf(unsigned item);
     /// Makes one of the callouts at these places in the order of the list.
@@ -41,8 +41,6 @@ public:
 
 private:
     void Show(const CalloutPtr& callout);
-    void EditParts();
-    void EditSettings();
     void AddAnnotations();
     void ChangeCallouts();
 

@@ -10,7 +10,6 @@
 #include "tests/app/document/AssemblyMaker.h"
 #include "tests/app/document/ModelFiles.h"
 #include "tests/app/project/ProjectStage.h"
-#include "zrk/operation/Transaction.h"
 
 namespace zrsheet::test {
 namespace {
@@ -33,7 +32,7 @@ TEST(Project, ComesBackAsItWasWithNothingToUndo) {
         Document::Settings settings;
         settings.numbering.hierarchical = isHierarchical;
         stage.Begin(RealModel(), settings);
-        stage.EditEverything();
+        stage.EditAsNoCommandDoes();
         const std::string text = stage.Text();
         const auto looks = stage.Looks();
         stage.Reopen(RealModel());
@@ -43,21 +42,6 @@ TEST(Project, ComesBackAsItWasWithNothingToUndo) {
         EXPECT_THAT(stage.Get().Orphans(), IsEmpty());
         EXPECT_EQ(stage.Doc().Scene()->GetHistory().GetUndoCount(), 0U);
     }
-}
-
-TEST(Project, IsAsBeforeWhenEverythingIsUndone) {
-    ProjectStage stage;
-    stage.Begin(RealModel());
-    const std::string before = stage.Text();
-    zrk::Transaction action(stage.Doc().Scene(), "Edit Everything");
-    stage.EditEverything();
-    ASSERT_TRUE(action.Commit());
-    const std::string after = stage.Text();
-    ASSERT_NE(after, before);
-    ASSERT_TRUE(stage.Doc().Undo());
-    EXPECT_EQ(stage.Text(), before);
-    ASSERT_TRUE(stage.Doc().Redo());
-    EXPECT_EQ(stage.Text(), after);
 }
 
 // What was loaded must be known to the engine, not only look like it.

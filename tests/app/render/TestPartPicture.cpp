@@ -12,9 +12,7 @@
 namespace zrsheet::test {
 namespace {
 
-using ::testing::DoubleNear;
 using ::testing::ElementsAre;
-using ::testing::IsEmpty;
 using ::testing::SizeIs;
 
 // Flush faces have equal depths and normals: only the parts tell where the line belongs.

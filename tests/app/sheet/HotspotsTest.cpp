@@ -12,17 +12,6 @@ namespace {
 
 using ::testing::ElementsAre;
 
-/// Two pins and a plate, called by these names.
-Assembly PinsAndPlate(const std::string& pin, const std::string& plate) {
-    AssemblyMaker maker;
-    const int pinPart = maker.Box("Pin", 1, 1, 1);
-    const int platePart = maker.Box("Plate", 9, 9, 1);
-    maker.Node(pin, -1, pinPart);
-    maker.Node(plate, -1, platePart, {0, 0, 2});
-    maker.Node(pin, -1, pinPart, {5, 0, 0});
-    return maker.Get();
-}
-
 std::vector<SheetHotspot> Spots(const Document& document) {
     const auto scene = document.Scene()->GetPickScene();
     std::vector<VisibleArea> areas(scene->GetParts().size());
@@ -44,7 +33,7 @@ TEST(Hotspots, KeepTheirIdsWhenPartsAreRenamedOrHidden) {
         const Document renamed(PinsAndPlate("Stift", "Platte <1>"), Document::Settings());
         EXPECT_THAT(Ids(renamed), ElementsAre("part-1-1", "part-2-1", "part-1-2"));
     }
-    const Document document(PinsAndPlate("Pin", "Plate"), Document::Settings());
+    const Document document(PinsAndPlate(), Document::Settings());
     EXPECT_THAT(Ids(document), ElementsAre("part-1-1", "part-2-1", "part-1-2"));
     document.Scene()->SetVisible(document.FindShapes({"Pin"}).at(0), false);
     EXPECT_THAT(Ids(document), ElementsAre("part-2-1", "part-1-2"));
@@ -52,7 +41,7 @@ TEST(Hotspots, KeepTheirIdsWhenPartsAreRenamedOrHidden) {
 
 TEST(Hotspots, TellWhichItemAndWhichInstanceTheyAre) {
     const zrkapp::illustration::HostSession session(1);
-    const Document document(PinsAndPlate("Pin", "Plate"), Document::Settings());
+    const Document document(PinsAndPlate(), Document::Settings());
     const VisibleArea area{1, {{{0, 0}, {4, 0}, {0, 4}}}};
     const SheetHotspot spot = HotspotsOf(document, *document.Scene()->GetPickScene(), {area}).at(0);
     EXPECT_EQ(spot.rings, area.rings);

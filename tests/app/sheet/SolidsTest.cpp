@@ -11,25 +11,17 @@ namespace {
 
 using ::testing::ElementsAre;
 
-/// A pin twice, one of them red, and a plate.
-Assembly PinsAndPlate() {
-    AssemblyMaker maker;
-    const int pin = maker.Box("Pin", 1, 1, 1);
-    maker.Node("Pin", -1, pin);
-    maker.At(maker.Node("Pin", -1, pin, {5, 0, 0})).color = {1.0F, 0.0F, 0.0F};
-    maker.Node("Plate", -1, maker.Box("Plate", 9, 9, 1), {0, 0, 2});
-    return maker.Get();
-}
-
 TEST(Solids, ShareShapesAndLeaveOutWhatIsHidden) {
     const zrkapp::illustration::HostSession session(1);
-    const Document document(PinsAndPlate(), Document::Settings());
+    Assembly assembly = PinsAndPlate();
+    assembly.nodes[2].color = {1.0F, 0.0F, 0.0F};
+    const Document document(std::move(assembly), Document::Settings());
     const auto all = SolidsOf(document, *document.Scene()->GetPickScene());
     ASSERT_EQ(all.size(), 3U);
-    EXPECT_EQ(all[0].shape, all[1].shape);
-    EXPECT_NE(all[0].shape, all[2].shape);
-    EXPECT_EQ(all[1].toWorld(3, 0), 5.0);
-    EXPECT_EQ(all[1].color, "#ff0000");
+    EXPECT_EQ(all[0].shape, all[2].shape);
+    EXPECT_NE(all[0].shape, all[1].shape);
+    EXPECT_EQ(all[2].toWorld(3, 0), 5.0);
+    EXPECT_EQ(all[2].color, "#ff0000");
     document.Scene()->SetVisible(document.FindShapes({"Plate"}).at(0), false);
     std::vector<std::string> ids;
     for (const SheetSolid& solid : SolidsOf(document, *document.Scene()->GetPickScene()))

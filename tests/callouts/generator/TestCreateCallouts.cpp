@@ -17,8 +17,6 @@
 namespace zrcallouts {
 namespace {
 
-using testing::ElementsAre;
-
 class CreateCallouts : public GeneratorFixture {
 protected:
     static constexpr int kParts = 24;

@@ -24,28 +24,6 @@ Camera3D Central() {
                                  kWidth, kHeight);
 }
 
-TEST(Camera3D, PutsTheAxesOfAFrontViewWhereTheReaderExpectsThem) {
-    // Looking along +y with z up: x to the right, and pixel y downwards.
-    const auto front = Camera3D::Orthographic(DPoint3D(100, 0, 50), DVec3(0, 3, 0), DVec3(0, 0, 1), 2.0,
-                                              kWidth, kHeight, 1000);
-    const struct {
-        DPoint3D world;
-        double x;
-        double y;
-        double z;
-    } rows[] = {
-        {{100, 0, 50}, 400, 300, 0.5},     {{110, 0, 50}, 420, 300, 0.5},    {{100, 0, 60}, 400, 280, 0.5},
-        {{100, -1000, 50}, 400, 300, 0.0}, {{100, 1000, 50}, 400, 300, 1.0},
-    };
-    for (const auto& row : rows) {
-        const DPoint3D pixel = row.world * front.GetWorldToPixel();
-        EXPECT_NEAR(pixel.x, row.x, 1e-9);
-        EXPECT_NEAR(pixel.y, row.y, 1e-9);
-        EXPECT_NEAR(pixel.z, row.z, 1e-9);
-    }
-    EXPECT_NEAR(front.PixelRay(0, 0).direction.y, 1.0, 1e-12);
-}
-
 TEST(Camera3D, BringsPixelsToTheWorldAndBack) {
     std::mt19937 random(11);
     std::uniform_real_distribution<double> unit(0, 1);

@@ -2,9 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include <functional>
-#include <map>
-#include <tuple>
 #include <vector>
 
 #include "zrk/illustration/Illustration3dScene.h"
@@ -116,87 +113,6 @@ TEST_F(StructureTest, ListsPartsOnceOrBelowTheirAssemblies) {
         EXPECT_EQ(Dump(), all);
         m_items->Clear();
     }
-}
-
-class ItemEditTest : public ItemListTest {
-protected:
-    unsigned AddItem(const std::vector<SbomPtr>& instances, const std::string& label = "") {
-        return m_list->AddItem(instances, label, true, false, nullptr);
-    }
-    /// All of the list.
-    auto State() const {
-        std::map<unsigned, ItemsList::Item> state;
-        for (const unsigned id : m_items->GetItemIds()) state.emplace(id, *m_items->Capture(id));
-        std::vector<unsigned> places;
-        for (const auto& [id, item] : state) places.push_back(m_items->GetIndex(id));
-        return std::tuple(state, places, m_items->CaptureNumbers());
-    }
-};
-
-// As steps of the caller's operation; random walks of the engine's tests undo the same in transactions.
-TEST_F(ItemEditTest, CanUndoEveryEdit) {
-    const auto bolt = Add(m_root, "bolt", Node("Bolt"));
-    const auto nut = Add(m_root, "nut", Node("Nut"));
-    const auto cap = Add(m_root, "cap", Node("Cap"));
-    const unsigned first = AddItem({bolt, nut});
-    const unsigned second = AddItem({cap});
-    const unsigned last = m_list->AddItem({}, "X", true, true, nullptr);
-    const std::vector<SbomPtr> joining{nut, m_root, bolt};
-    const std::vector<SbomPtr> leaving{bolt, cap};
-    const zrk::illustration::Numbering prefixed{true, "P", "-"};
-    const struct {
-        const char* name;
-        std::function<void(const OperationPtr&)> edit;
-    } rows[] = {
-        {"add", [&](const auto& to) { m_list->AddItem({m_root}, "", true, false, to); }},
-        {"add instance", [&](const auto& to) { m_list->AddInstance(m_root, to, true, "Y"); }},
-        {"delete", [&](OperationPtr to) { m_list->DeleteItem(first, to); }},
-        {"label", [&](const auto& to) { m_list->SetLabel(first, "A", to); }},
-        {"automatic label", [&](const auto& to) { m_list->SetLabel(last, "", to); }},
-        {"tag", [&](const auto& to) { m_list->SetTag(second, "spare", to); }},
-        {"itemized", [&](const auto& to) { m_list->SetItemized(second, false, to); }},
-        {"number", [&](const auto& to) { m_list->SetNumber(second, 7, to); }},
-        {"join", [&](const auto& to) { m_list->JoinItem(second, joining, to); }},
-        {"leave", [&](const auto& to) { m_list->LeaveItem(first, leaving, to); }},
-        {"numbering", [&](const auto& to) { m_list->SetNumbering(prefixed, to); }},
-        {"clear", [&](const auto& to) { m_list->Clear(to); }},
-    };
-    for (const auto& row : rows) {
-        SCOPED_TRACE(row.name);
-        const auto before = State();
-        const OperationPtr operation = NewOperation();
-        row.edit(operation);
-        const auto after = State();
-        EXPECT_FALSE(after == before);
-        operation->Undo();
-        EXPECT_TRUE(State() == before);
-        operation->Redo();
-        EXPECT_TRUE(State() == after);
-        operation->Undo();
-    }
-    unsigned holder = 0;
-    EXPECT_TRUE(m_items->GetItemIdForInstance(bolt, holder));
-    EXPECT_EQ(holder, first);
-}
-
-TEST_F(ItemEditTest, GivesNoNumberTwiceBelowOneParent) {
-    const unsigned first = AddItem({});
-    const unsigned second = AddItem({});
-    const unsigned custom = AddItem({}, "X");
-    const struct {
-        unsigned id;
-        unsigned number;
-        bool isSet;
-    } rows[] = {{first, 2, false},  {first, 9, true},   {first, 9, true}, {second, 1, true},
-                {second, 9, false}, {custom, 5, false}, {77, 5, false},   {second, 0, false}};
-    for (const auto& row : rows) {
-        EXPECT_EQ(m_list->SetNumber(row.id, row.number, nullptr), row.isSet) << row.id << " " << row.number;
-    }
-    EXPECT_EQ(Dump(), "9=;1=;X!=;");
-    AddItem({});
-    EXPECT_EQ(Dump(), "9=;1=;X!=;10=;");
-    m_list->SetNumbering({}, nullptr);
-    EXPECT_EQ(Dump(), "1=;2=;X!=;3=;") << "the gaps stay open";
 }
 
 }  // namespace

@@ -47,22 +47,6 @@ protected:
     std::string m_log;
 };
 
-TEST_F(HistoryTest, UndoesBackwardsAndRedoesForwards) {
-    Record("ab");
-    Record("cd");
-    EXPECT_EQ(m_history.GetUndoName(), "do cd");
-    EXPECT_TRUE(m_history.Undo());
-    EXPECT_TRUE(m_history.Undo());
-    EXPECT_FALSE(m_history.Undo());
-    EXPECT_EQ(Log(), "-d-c-b-a");
-    EXPECT_EQ(m_history.GetUndoName(), "");
-    EXPECT_TRUE(m_history.Redo());
-    EXPECT_EQ(m_history.GetUndoName(), "do ab");
-    EXPECT_TRUE(m_history.Redo());
-    EXPECT_FALSE(m_history.Redo());
-    EXPECT_EQ(Log(), "+a+b+c+d");
-}
-
 TEST_F(HistoryTest, KeepsOnlyWhatIsWorthAnEntry) {
     const struct {
         const char* steps;

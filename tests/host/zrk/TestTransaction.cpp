@@ -67,27 +67,13 @@ protected:
         m_annoSet->AddAnnotationToSet(note, operation);
         return note;
     }
-    /// The texts of the notes in order, and the parts: in capitals when hidden, "!" behind phantoms, their x.
+    /// The texts of the notes in order, and the parts.
     std::string Look() const {
         std::string text;
-        for (const auto& annotation : m_annoSet->GetAnnotations()) {
+        for (const auto& annotation : m_annoSet->GetAnnotations())
             text += du::DynamicCast<Note>(annotation)->CaptureState() + " ";
-        }
-        for (const auto& part : m_scene->GetShapeInstances()) {
-            dg::Location location;
-            part->GetLocation(location);
-            text += Stage::NameOf(part) + (part->IsVisible() ? "" : "(hidden)") +
-                    (part->IsPhantom() ? "!" : "") + std::to_string(static_cast<int>(location.GetPos().x)) +
-                    " ";
-        }
-        dg::Camera3D camera;
-        m_view->GetCamera(camera);
-        dg::Color top;
-        dg::Color other;
-        m_view->GetBackgroundColors(top, other, other);
-        const dg::DPoint3D pixel = dg::DPoint3D(1, 0, 0) * camera.GetWorldToPixel();
-        return text + std::to_string(camera.GetViewportWidth()) + "@" +
-               std::to_string(static_cast<int>(pixel.x)) + (top.r < 1.0F ? " dark" : "");
+        for (const auto& part : m_scene->GetShapeInstances()) text += Stage::NameOf(part) + " ";
+        return text;
     }
     /// What was and what is after `change`, and after undo and redo; one entry.
     template <class Change>
@@ -145,34 +131,23 @@ TEST_F(TransactionTest, AJournalHoldsTheOneWhoseAnnotationsItPassesOver) {
     EXPECT_TRUE(sideEffects.IsEmpty());
 }
 
-TEST_F(TransactionTest, TakesInEveryChangeOfTheScenesObjects) {
+// Random walks of the engine's tests undo every kind of change; these are what nobody does there.
+TEST_F(TransactionTest, TakesInChangesThatOthersRecordAndThoseOfOtherThreads) {
     const auto a = m_stage.AddBox("a", 0, 0, 0, {9, 9, 9});
-    const auto b = m_stage.AddBox("b", 20, 0, 0, {9, 9, 9});
+    m_stage.AddBox("b", 20, 0, 0, {9, 9, 9});
     const NotePtr first = Add();
-    const NotePtr second = Add();
-    ExpectUndoable("create", [&] { m_stage.AddBox("c", 40, 0, 0, {9, 9, 9}); });
-    ExpectUndoable("move", [&] { m_scene->SetLocation(a, PlaceAt(7, 0, 0)); });
-    ExpectUndoable("hide", [&] { m_scene->SetVisible(b, false); });
-    ExpectUndoable("phantom", [&] { m_scene->SetPhantom(b, true); });
     ExpectUndoable("remove", [&] { m_scene->RemoveShapeInstance(a); });
-    ExpectUndoable("camera", [&] { m_view->SetCamera(dg::Camera3D()); });
-    ExpectUndoable("resize", [&] { m_view->Resize(300, 50); });
-    ExpectUndoable("colours", [&] { m_view->SetBackgroundColors({}, {}, {}); });
-    ExpectUndoable("enter", [&] { Add()->Write("third"); });
-    ExpectUndoable("change", [&] { first->Write("changed"); });
-    ExpectUndoable("leave", [&] { m_annoSet->RemoveAnnotationFromSet(first, nullptr); });
     ExpectUndoable("enter and leave, under an operation that nobody records", [&] {
         const du::SmartPtr<Operation> lost(new Operation("lost", m_scene, true));
-        Add(lost)->Write("fourth");
-        m_annoSet->RemoveAnnotationFromSet(second, lost);
+        Add(lost)->Write("second");
+        m_annoSet->RemoveAnnotationFromSet(first, lost);
     });
     ExpectUndoable("on another thread, recorded",
                    [&] { std::thread([&] { Add()->Write("threaded"); }).join(); });
-    EXPECT_EQ(m_scene->GetShapeInstances().front(), b);
     while (m_history.Undo()) {
     }
     EXPECT_EQ(m_scene->GetShapeInstances().front(), a);  // the part itself, not one like it
-    EXPECT_EQ(Look(), "new new a0 b20 200@101");
+    EXPECT_EQ(Look(), "new a b ");
 }
 
 TEST_F(TransactionTest, LeavesNoEntryAndForgetsNothingUnlessItChangedSomething) {

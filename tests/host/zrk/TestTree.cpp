@@ -58,22 +58,6 @@ TEST(Tree, VisitsParentsFirstAndStopsWhenTold) {
     }
 }
 
-TEST(Instance, StandsWhereItsAncestorsPutIt) {
-    const InstancePtr top =
-        Make("t", {dg::FMat33({0, 1, 0, -1, 0, 0, 0, 0, 1}), {100, 0, 0}});  // a quarter turn
-    const InstancePtr middle = Make("m", {dg::FMat33::Scale({2, 2, 2}), {10, 0, 0}});
-    const InstancePtr leaf = Make("l", {dg::FMat33(), {1, 2, 3}});
-    top->AddChild(middle);
-    middle->AddChild(leaf);
-    const dg::DPoint3D corner = dg::DPoint3D(1, 0, 0) * leaf->GetWorldLocation();
-    EXPECT_EQ(corner, dg::DPoint3D(96, 14, 6));
-    InstancePtr root;
-    leaf->GetRootContainerRoot(root);
-    EXPECT_EQ(root, top);
-    root->GetRootContainerRoot(root);
-    EXPECT_EQ(root, top);
-}
-
 // Freed by recursion such a chain would need a stack frame a node.
 TEST(Instance, FreesAChainOfAHundredThousandWithoutTheStack) {
     constexpr int kDepth = 100000;

@@ -118,18 +118,12 @@ TEST_F(ItemsListTest, GivesANumberOnceUntilAllAreGivenAnew) {
     m_list->Renumber({});
     Add("d");
     EXPECT_EQ(Labels(), "1 2 3");
-}
-
-TEST_F(ItemsListTest, GivesNumbersAnewInTheOrderAskedForAroundLockedOnes) {
-    const unsigned a = Add("a");
-    const unsigned b = Add("b");
-    const unsigned c = Add("c");
-    Add("d");
-    m_list->SetLocked(b, true);
-    m_list->Renumber({c, b, 77, a});
-    EXPECT_EQ(Labels(), "3 2 1 4");
-    m_list->SetNumbering({.start = 10, .increment = 5});
-    EXPECT_EQ(Labels(), "10 2 15 20") << "the lock holds, whatever the numbering";
+    EXPECT_TRUE(m_list->SetNumber(c, 2)) << "its own";
+    EXPECT_FALSE(m_list->SetNumber(c, 0) || m_list->SetNumber(77, 5));
+    EXPECT_FALSE(m_list->SetNumber(Add("e", "X"), 5)) << "it has a label";
+    EXPECT_TRUE(m_list->SetNumber(c, 9));
+    Add("f");
+    EXPECT_EQ(Labels(), "1 9 3 X! 10");
 }
 
 TEST_F(ItemsListTest, WritesNumbersAsTheNumberingSays) {
