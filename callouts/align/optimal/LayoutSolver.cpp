@@ -1,5 +1,6 @@
 #include "callouts/align/optimal/LayoutSolver.h"
 
+#include <cstdint>
 #include <utility>
 
 #include "callouts/align/optimal/Clearing.h"
@@ -15,8 +16,12 @@
 namespace zrcallouts {
 namespace {
 
-constexpr int kMostRounds = 4;       // of exchanging and moving
-constexpr double kKeepLoss = 0.005;  // of the cost, which keeping the labels' sides may cost
+constexpr int kMostRounds = 4;             // of exchanging and moving
+constexpr double kKeepLoss = 0.005;        // of the cost, which keeping the labels' sides may cost
+constexpr int kPatience = 15;              // rounds of charging without a better layout
+constexpr double kCharge = 100.0;          // pixels of leader
+constexpr std::size_t kMostCharged = 500;  // labels of a sheet
+constexpr std::size_t kMostFaults = 50;    // more are no sheet that could be mended
 
 class Improver {
 public:
@@ -38,13 +43,14 @@ public:
         }
     }
 
-    void Clear() {
+    /// Returns whether leaders cross even so.
+    bool Clear() {
         for (int round = 0; round < kMostRounds && m_clearing.Run(); ++round) {
             m_relocation.Run();
             m_swaps.Run();
         }
         m_swaps.RunAnew();
-        if (m_swaps.IsStuck()) m_untangling.Run();
+        return m_swaps.IsStuck() && !m_untangling.Run();
     }
 
 private:
@@ -55,28 +61,33 @@ private:
     Untangling m_untangling;
 };
 
-void Improve(Seating& seating) {
+/// Returns whether leaders cross in the end.
+bool Improve(Seating& seating) {
     Improver improver(seating);
     improver.Shorten();
-    improver.Clear();
+    return improver.Clear();
 }
 
 /// A layout among others.
 struct Layout {
     std::vector<ScreenPoint> centres;
     double cost = 0.0;
-    std::size_t faults = 0;
+    std::vector<LayoutFault> faults;
 };
 
 Layout LayoutOf(const Seating& seating) {
     auto centres = seating.Centres();
-    const std::size_t faults = MeasureLayout(seating.Problem(), centres).faults.size();
-    return {std::move(centres), seating.Cost(), faults};
+    auto faults = MeasureLayout(seating.Problem(), centres).faults;
+    return {std::move(centres), seating.Cost() - seating.Charges(), std::move(faults)};
 }
 
-void Consider(const Seating& seating, double loss, Layout& best) {
-    Layout layout = LayoutOf(seating);
-    if (layout.cost < best.cost * (1.0 + loss) && layout.faults <= best.faults) best = std::move(layout);
+/// Whether the layout became the best one. It may cost a bit more.
+bool Consider(const Layout& layout, double loss, Layout& best) {
+    const std::size_t faults = layout.faults.size();
+    if (faults > best.faults.size()) return false;
+    if (faults == best.faults.size() && layout.cost >= best.cost * (1.0 + loss)) return false;
+    best = layout;
+    return true;
 }
 
 /// Begins anew with the slots that the lanes offer.
@@ -86,7 +97,7 @@ void TrySlots(const Seating& lanes, Layout& best) {
     Seating seating(lanes.Problem());
     seating.Seat(choice);
     Improve(seating);
-    Consider(seating, 0.0, best);
+    Consider(LayoutOf(seating), 0.0, best);
 }
 
 /// Leaves labels on their sides.
@@ -96,18 +107,42 @@ void TryAsBefore(const LayoutProblem& problem, Layout& best) {
     if (choice.empty()) return;
     seating.Seat(choice);
     Improver(seating).Clear();
-    Consider(seating, kKeepLoss, best);
+    Consider(LayoutOf(seating), kKeepLoss, best);
 }
 
 /// Where little room is left there are many layouts that are nearly as good as each other, far apart. So this
 /// begins in several ways.
-std::vector<ScreenPoint> SolveFull(const Seating& solved) {
-    Layout best = LayoutOf(solved);
+void TryFull(const Seating& solved, Layout& best) {
     TrySlots(Seating(solved.Problem()), best);
     // What clearing has left of the lanes: where they meet, room may be better left free.
     TrySlots(solved, best);
     TryAsBefore(solved.Problem(), best);
-    return best.centres;
+}
+
+/// Labels that are in each other's way pay for standing on their lanes.
+void Charge(Seating& seating, const std::vector<LayoutFault>& faults) {
+    for (const LayoutFault& fault : faults) {
+        if (fault.kind != LayoutFaultKind::LeadersCross && fault.kind != LayoutFaultKind::LeaderMeetsLabel)
+            continue;
+        for (const std::uint32_t label : {fault.label, fault.other}) {
+            if (!seating.Problem().labels[label].isPinned)
+                seating.Charge(label, seating.LaneOf(label), kCharge);
+        }
+    }
+}
+
+/// All are placed anew, the labels in each other's way paying more from round to round. So several come to
+/// make way for one that could not by itself, as wires do that compete for the same channels.
+void TryCharging(Seating& seating, Layout& best) {
+    Layout layout = LayoutOf(seating);
+    if (layout.centres.size() > kMostCharged || layout.faults.size() > kMostFaults) return;
+    for (int left = kPatience; left > 0 && !best.faults.empty(); --left) {
+        Charge(seating, layout.faults);
+        seating.Seat(ChooseLanes(seating));
+        Improve(seating);
+        layout = LayoutOf(seating);
+        if (Consider(layout, 0.0, best)) left = kPatience;
+    }
 }
 
 }  // namespace
@@ -116,8 +151,12 @@ std::vector<ScreenPoint> SolveLayout(const LayoutProblem& problem) {
     Seating seating(problem);
     if (seating.LaneCount() == 0) return seating.Centres();
     seating.Seat(ChooseLanes(seating));
-    Improve(seating);
-    return IsNearlyFull(seating) ? SolveFull(seating) : seating.Centres();
+    const bool isTangled = Improve(seating);
+    if (!isTangled && !IsNearlyFull(seating)) return seating.Centres();
+    Layout best = LayoutOf(seating);
+    if (IsNearlyFull(seating)) TryFull(seating, best);
+    TryCharging(seating, best);
+    return best.centres;
 }
 
 }  // namespace zrcallouts

@@ -36,7 +36,11 @@ Seating::Seating(const LayoutProblem& problem)
     }
     m_firstAnchors.push_back(m_anchors.size());
     FindHomes();
-    m_alone.resize(m_seats.size() * LaneCount());
+    m_fees.reserve(m_seats.size() * LaneCount());
+    for (std::uint32_t label = 0; label < m_seats.size(); ++label) {
+        for (std::size_t lane = 0; lane < LaneCount(); ++lane) m_fees.push_back(SwitchCost(label, lane));
+    }
+    m_alone.resize(m_fees.size());
     for (std::size_t lane = 0; lane < LaneCount(); ++lane) MeasureAlone(lane);
 }
 
@@ -72,8 +76,8 @@ double Seating::BlockCost(const ScreenSegment& leader) const {
     return cost;
 }
 
-double Seating::SwitchCost(std::uint32_t label, const Lane& lane) const {
-    return m_homes[label] < 0 || m_homes[label] == static_cast<int>(lane.Side()) ? 0.0 : kSwitchCost;
+double Seating::SwitchCost(std::uint32_t label, std::size_t lane) const {
+    return m_homes[label] < 0 || IsHome(label, lane) ? 0.0 : kSwitchCost;
 }
 
 ScreenPoint Seating::CentreAt(std::uint32_t label, const Lane& lane, double place, std::size_t index) const {
@@ -107,19 +111,20 @@ double Seating::LoadOf(std::uint32_t label, std::size_t lane) const {
 
 void Seating::MeasureAlone(std::size_t lane) {
     for (std::uint32_t label = 0; label < m_seats.size(); ++label)
-        m_alone[label * LaneCount() + lane] = PlaceAlone(label, LaneAt(lane));
+        m_alone[label * LaneCount() + lane] = PlaceAlone(label, lane);
 }
 
-Seating::Lone Seating::PlaceAlone(std::uint32_t label, const Lane& lane) const {
+Seating::Lone Seating::PlaceAlone(std::uint32_t label, std::size_t lane) const {
+    const Lane& on = LaneAt(lane);
     const auto anchors = AnchorsOf(label);
     double sum = 0.0;
-    for (const ScreenPoint& anchor : anchors) sum += anchor[lane.Along()];
-    const double half = 0.5 * m_problem.labels[label].form.Length(lane.Along());
-    const double least = lane.Least() + half;
+    for (const ScreenPoint& anchor : anchors) sum += anchor[on.Along()];
+    const double half = 0.5 * m_problem.labels[label].form.Length(on.Along());
+    const double least = on.Least() + half;
     const double place =
-        std::clamp(sum / static_cast<double>(anchors.size()), least, std::max(lane.Greatest() - half, least));
+        std::clamp(sum / static_cast<double>(anchors.size()), least, std::max(on.Greatest() - half, least));
     LabelSeat seat;
-    seat.centre = CentreAt(label, lane, place, 0);
+    seat.centre = CentreAt(label, lane, place);
     MeasureOne(label, lane, place, seat);
     return {seat.centre, place, seat.length, seat.cost};
 }
@@ -127,7 +132,7 @@ Seating::Lone Seating::PlaceAlone(std::uint32_t label, const Lane& lane) const {
 double Seating::CostAt(std::uint32_t label, std::size_t lane, double place) const {
     LabelSeat seat;
     seat.centre = CentreAt(label, lane, place);
-    MeasureOne(label, LaneAt(lane), place, seat);
+    MeasureOne(label, lane, place, seat);
     return seat.cost;
 }
 
@@ -276,6 +281,20 @@ double Seating::Cost() const {
     return cost;
 }
 
+double Seating::Charges() const {
+    double charges = 0.0;
+    for (std::size_t lane = 0; lane < LaneCount(); ++lane) {
+        for (const std::uint32_t label : RowOf(lane))
+            charges += m_fees[label * LaneCount() + lane] - SwitchCost(label, lane);
+    }
+    return charges;
+}
+
+void Seating::Charge(std::uint32_t label, std::size_t lane, double more) {
+    m_fees[label * LaneCount() + lane] += more;
+    m_alone[label * LaneCount() + lane].cost += more;
+}
+
 double Seating::CostWith(const Window& window, const Labels& labels) {
     m_tried += labels.size();
     return Arrange(window, labels, kFewRounds);
@@ -308,7 +327,7 @@ void Seating::Settle(std::size_t lane, int rounds) {
 
 /// Remembers what the trial found for the window's labels.
 void Seating::Take(const Window& window) {
-    ++m_now;
+    m_rows[window.lane].changed = ++m_now;
     for (std::size_t i = window.first; i < window.end; ++i) {
         LabelSeat& seat = m_seats[m_rows[window.lane].labels[i]];
         const LabelSeat& found = m_trial.seats[i - window.first];
@@ -331,6 +350,8 @@ Seating::Rows Seating::Save() const {
 void Seating::Restore(const Rows& rows) {
     m_rows = rows.m_rows;
     m_seats = rows.m_seats;
+    ++m_now;
+    for (Row& row : m_rows) row.changed = m_now;
 }
 
 std::vector<ScreenPoint> Seating::Centres() const {
@@ -351,8 +372,9 @@ void Seating::Swap(std::uint32_t a, std::uint32_t b) {
         LabelSeat& seat = m_seats[label];
         Row& row = m_rows[seat.lane];
         row.labels[seat.index] = label;
+        row.changed = m_now;
         seat.centre = CentreAt(label, LaneAt(seat.lane), row.places[seat.index], seat.index);
-        MeasureOne(label, LaneAt(seat.lane), row.places[seat.index], seat);
+        MeasureOne(label, seat.lane, row.places[seat.index], seat);
         seat.moved = m_now;
     }
     const double more = LoadOf(b, LaneOf(b)) - LoadOf(a, LaneOf(b));
@@ -437,7 +459,7 @@ std::span<const double> Seating::Spread(const Window& window) {
     double cost = 0.0;
     for (std::size_t k = 0; k < labels.size(); ++k) {
         LabelSeat& seat = m_trial.seats[k];
-        MeasureOne(labels[k], lane, m_trial.places[k], seat);
+        MeasureOne(labels[k], window.lane, m_trial.places[k], seat);
         m_spaced[k].wish = seat.next.wish;
         m_spaced[k].weight = seat.next.weight;
         cost += seat.cost;
@@ -457,14 +479,14 @@ void Seating::SpaceOuterRow(const Lane& lane, const Labels& labels) {
 }
 
 /// What standing at its centre means for a label.
-void Seating::MeasureOne(std::uint32_t label, const Lane& lane, double place, LabelSeat& seat) const {
+void Seating::MeasureOne(std::uint32_t label, std::size_t lane, double place, LabelSeat& seat) const {
     const LabelForm& form = m_problem.labels[label].form;
-    const int axis = lane.Along();
+    const int axis = LaneAt(lane).Along();
     const auto anchors = AnchorsOf(label);
     seat.length = seat.pull = 0.0;
     double weights = 0.0;
     double along = 0.0;
-    double extra = SwitchCost(label, lane);
+    double extra = m_fees[label * LaneCount() + lane];
     for (const ScreenPoint& anchor : anchors) {
         const ScreenPoint start = form.Start(seat.centre, anchor);
         const double length = Distance(start, anchor);

@@ -24,6 +24,7 @@ class Seating {
         std::vector<std::uint32_t> labels;
         std::vector<double> places;
         double load = 0.0;
+        std::uint64_t changed = 0;
     };
     struct LabelSeat {
         std::size_t lane = 0;
@@ -83,6 +84,8 @@ public:
     /// Counts up whenever labels move; the count of a label's last move.
     [[nodiscard]] std::uint64_t Now() const { return m_now; }
     [[nodiscard]] std::uint64_t LastMoveOf(std::uint32_t label) const { return m_seats[label].moved; }
+    /// Likewise of a lane's last change.
+    [[nodiscard]] std::uint64_t LastChangeOf(std::size_t lane) const { return m_rows[lane].changed; }
     /// What its leaders end at; its old centre where it has none.
     [[nodiscard]] std::span<const ScreenPoint> AnchorsOf(std::uint32_t label) const {
         const std::size_t first = m_firstAnchors[label];
@@ -152,6 +155,10 @@ public:
     [[nodiscard]] double CostOf(const Window& window) const;
     /// Of all labels that have a seat.
     [[nodiscard]] double Cost() const;
+    /// Makes a lane dearer for a label from now on.
+    void Charge(std::uint32_t label, std::size_t lane, double more);
+    /// What of the cost is charged.
+    [[nodiscard]] double Charges() const;
     /// The cost of the window if these were its labels, in this order.
     double CostWith(const Window& window, const Labels& labels);
     /// Whether so much has been tried that more is not worth waiting for. A crowd without room enough could
@@ -202,8 +209,8 @@ private:
     [[nodiscard]] double BlockCost(const ScreenSegment& leader) const;
     [[nodiscard]] double SlantCost(std::uint32_t label, double along, double across) const;
     void MeasureAlone(std::size_t lane);
-    [[nodiscard]] Lone PlaceAlone(std::uint32_t label, const Lane& lane) const;
-    [[nodiscard]] double SwitchCost(std::uint32_t label, const Lane& lane) const;
+    [[nodiscard]] Lone PlaceAlone(std::uint32_t label, std::size_t lane) const;
+    [[nodiscard]] double SwitchCost(std::uint32_t label, std::size_t lane) const;
     [[nodiscard]] ScreenPoint CentreAt(std::uint32_t label, const Lane& lane, double place,
                                        std::size_t index) const;
     [[nodiscard]] double LengthOn(const Lane& lane, std::uint32_t label) const;
@@ -214,7 +221,7 @@ private:
     void Wish(const Window& window, const Labels& labels);
     double Measure(const Window& window, const Labels& labels);
     void SpaceOuterRow(const Lane& lane, const Labels& labels);
-    void MeasureOne(std::uint32_t label, const Lane& lane, double place, LabelSeat& seat) const;
+    void MeasureOne(std::uint32_t label, std::size_t lane, double place, LabelSeat& seat) const;
     [[nodiscard]] SpacedLabel FirstWish(std::uint32_t label, const Lane& lane, std::size_t index) const;
     std::span<const double> Spread(const Window& window);
     void Take(const Window& window);
@@ -227,6 +234,7 @@ private:
     std::vector<std::size_t> m_firstAnchors;
     std::vector<int> m_homes;      // the side where each label is already; -1: none
     std::vector<double> m_slants;  // of each label's form
+    std::vector<double> m_fees;    // of each label on each lane, wherever it stands there
     std::vector<Lone> m_alone;     // each label on each lane
     ScreenPoint m_thickest;        // the largest label along each axis
     std::uint64_t m_now = 0;

@@ -16,9 +16,9 @@ constexpr double kFaultCost = 300.0;      // pixels of leader
 
 }  // namespace
 
-void Untangling::Run() {
+bool Untangling::Run() {
     m_faults = Measure();
-    if (m_faults.size() > kMostFaults) return;
+    if (m_faults.size() > kMostFaults) return false;
     const double leaders = LeaderCount();
     m_triesLeft = static_cast<std::size_t>(std::min(kMostTries, kMostWork / (leaders * leaders * leaders)));
     const auto mend = [this](const LayoutFault& fault) {
@@ -28,6 +28,7 @@ void Untangling::Run() {
         const Faults faults = m_faults;
         isMended = std::any_of(faults.begin(), faults.end(), mend);
     }
+    return m_faults.empty();
 }
 
 double Untangling::LeaderCount() const {

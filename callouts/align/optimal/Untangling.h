@@ -20,7 +20,8 @@ class Untangling {
 public:
     Untangling(Seating& seating, LeaderSwaps& swaps) : m_seating(seating), m_swaps(swaps) {}
 
-    void Run();
+    /// Returns whether no faults are left.
+    bool Run();
 
 private:
     /// To a lane, or into the room of another label.
