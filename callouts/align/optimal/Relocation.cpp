@@ -13,7 +13,11 @@ std::ptrdiff_t Offset(std::size_t index) { return static_cast<std::ptrdiff_t>(in
 
 }  // namespace
 
-Relocation::Relocation(Seating& seating) : m_seating(seating), m_rooms(seating.LaneCount()) {}
+Relocation::Relocation(Seating& seating)
+    : m_seating(seating),
+      m_rooms(seating.LaneCount()),
+      m_leaving(seating.Problem().labels.size()),
+      m_tried(m_leaving.size() * m_rooms.size(), 0) {}
 
 bool Relocation::Run() {
     bool isAnyChanged = false;
@@ -113,27 +117,47 @@ std::size_t Relocation::PlaceIn(const Seating::Labels& labels, std::size_t lane,
 bool Relocation::Try(const Move& move) {
     const std::size_t from = m_seating.LaneOf(move.label);
     if (m_seating.IsSpent() || from == move.lane || !m_seating.HasRoom(move.lane, move.label)) return false;
-    if (GainOf(move.label, Relief(move.label), move.lane) < kLeastGain) return false;
-    const std::size_t index = m_seating.IndexOf(move.label);
-    const auto leaving = m_seating.Around(from, index, m_seating.LoadOf(move.label, from));
-    const auto& row = m_seating.RowOf(from);
-    m_left.assign(row.begin() + Offset(leaving.first), row.begin() + Offset(leaving.end));
-    m_left.erase(m_left.begin() + Offset(index - leaving.first));
+    if (IsVain(move) || GainOf(move.label, Relief(move.label), move.lane) < kLeastGain) return false;
+    m_tried[move.label * m_rooms.size() + move.lane] = m_seating.Now();
+    const Leaving leaving = Leave(move.label);
     // Where it comes it costs no less than alone there.
-    const double saved = m_seating.CostOf(leaving) - m_seating.CostWith(leaving, m_left);
-    if (saved - m_seating.LoneCost(move.label, move.lane) < kLeastGain) return false;
+    if (leaving.saved - m_seating.LoneCost(move.label, move.lane) < kLeastGain) return false;
     const auto& other = m_seating.RowOf(move.lane);
     const std::size_t at = PlaceIn(other, move.lane, m_seating.WishOf(move.label, move.lane));
     const auto joining = m_seating.Around(move.lane, at, m_seating.LoadOf(move.label, move.lane));
     m_joined.assign(other.begin() + Offset(joining.first), other.begin() + Offset(joining.end));
     m_joined.insert(m_joined.begin() + Offset(at - joining.first), move.label);
     const double paid = m_seating.CostWith(joining, m_joined) - m_seating.CostOf(joining);
-    if (saved - paid < kLeastGain) return false;
-    m_seating.Replace(leaving, m_left);
+    if (leaving.saved - paid < kLeastGain) return false;
+    m_seating.Replace(leaving.window, Left(leaving.window, move.label));
     m_seating.Replace(joining, m_joined);
     Appraise(from);
     Appraise(move.lane);
     return true;
+}
+
+bool Relocation::IsVain(const Move& move) const {
+    const std::uint64_t tried = m_tried[move.label * m_rooms.size() + move.lane];
+    return m_seating.LastChangeOf(m_seating.LaneOf(move.label)) <= tried &&
+           m_seating.LastChangeOf(move.lane) <= tried;
+}
+
+const Relocation::Leaving& Relocation::Leave(std::uint32_t label) {
+    Leaving& leaving = m_leaving[label];
+    const std::size_t from = m_seating.LaneOf(label);
+    if (m_seating.LastChangeOf(from) <= leaving.found) return leaving;
+    const auto window = m_seating.Around(from, m_seating.IndexOf(label), m_seating.LoadOf(label, from));
+    leaving = {window, m_seating.CostOf(window) - m_seating.CostWith(window, Left(window, label)),
+               m_seating.Now()};
+    return leaving;
+}
+
+/// The window's labels without this one.
+const Seating::Labels& Relocation::Left(const Seating::Window& window, std::uint32_t label) {
+    const auto& row = m_seating.RowOf(window.lane);
+    m_left.assign(row.begin() + Offset(window.first), row.begin() + Offset(window.end));
+    std::erase(m_left, label);
+    return m_left;
 }
 
 }  // namespace zrcallouts
