@@ -18,7 +18,7 @@ namespace {
 
 constexpr int kMostRounds = 4;             // of exchanging and moving
 constexpr double kKeepLoss = 0.005;        // of the cost, which keeping the labels' sides may cost
-constexpr int kPatience = 15;              // rounds of charging without a better layout
+constexpr int kPatience = 30;              // rounds of charging without a better layout
 constexpr double kCharge = 100.0;          // pixels of leader
 constexpr std::size_t kMostCharged = 500;  // labels of a sheet
 constexpr std::size_t kMostFaults = 50;    // more are no sheet that could be mended
@@ -81,11 +81,12 @@ Layout LayoutOf(const Seating& seating) {
     return {std::move(centres), seating.Cost() - seating.Charges(), std::move(faults)};
 }
 
-/// Whether the layout became the best one. It may cost a bit more.
+/// Whether the layout became the best one. It may cost a bit more, and fewer faults may cost much; none, all.
 bool Consider(const Layout& layout, double loss, Layout& best) {
-    const std::size_t faults = layout.faults.size();
-    if (faults > best.faults.size()) return false;
-    if (faults == best.faults.size() && layout.cost >= best.cost * (1.0 + loss)) return false;
+    if (layout.faults.size() > best.faults.size()) return false;
+    const bool isMended = layout.faults.empty() && !best.faults.empty();
+    const auto spared = static_cast<double>(best.faults.size() - layout.faults.size());
+    if (!isMended && layout.cost >= best.cost * (1.0 + loss) + Untangling::kFaultCost * spared) return false;
     best = layout;
     return true;
 }

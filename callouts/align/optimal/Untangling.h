@@ -18,6 +18,9 @@ namespace zrcallouts {
 /// and faults remain even so.
 class Untangling {
 public:
+    /// What one fault less may cost, in pixels of leader, where others remain.
+    static constexpr double kFaultCost = 300.0;
+
     Untangling(Seating& seating, LeaderSwaps& swaps) : m_seating(seating), m_swaps(swaps) {}
 
     /// Returns whether no faults are left.
