@@ -101,7 +101,7 @@ void TrySlots(const Seating& lanes, Layout& best) {
     Consider(LayoutOf(seating), 0.0, best);
 }
 
-/// Leaves labels on their sides.
+/// Leaves labels on their sides: where many layouts are nearly as good, or as bad, one more must not differ.
 void TryAsBefore(const LayoutProblem& problem, Layout& best) {
     Seating seating(problem);
     const auto choice = KeepLanes(seating);
@@ -117,19 +117,21 @@ void TryFull(const Seating& solved, Layout& best) {
     TrySlots(Seating(solved.Problem()), best);
     // What clearing has left of the lanes: where they meet, room may be better left free.
     TrySlots(solved, best);
-    TryAsBefore(solved.Problem(), best);
 }
 
-/// Labels that are in each other's way pay for standing on their lanes.
-void Charge(Seating& seating, const std::vector<LayoutFault>& faults) {
+/// Labels that are in each other's way pay for standing on their lanes. Returns whether any are.
+bool Charge(Seating& seating, const std::vector<LayoutFault>& faults) {
+    bool isAnyCharged = false;
     for (const LayoutFault& fault : faults) {
         if (fault.kind != LayoutFaultKind::LeadersCross && fault.kind != LayoutFaultKind::LeaderMeetsLabel)
             continue;
         for (const std::uint32_t label : {fault.label, fault.other}) {
-            if (!seating.Problem().labels[label].isPinned)
-                seating.Charge(label, seating.LaneOf(label), kCharge);
+            if (seating.Problem().labels[label].isPinned) continue;
+            seating.Charge(label, seating.LaneOf(label), kCharge);
+            isAnyCharged = true;
         }
     }
+    return isAnyCharged;
 }
 
 /// All are placed anew, the labels in each other's way paying more from round to round. So several come to
@@ -138,7 +140,7 @@ void TryCharging(Seating& seating, Layout& best) {
     Layout layout = LayoutOf(seating);
     if (layout.centres.size() > kMostCharged || layout.faults.size() > kMostFaults) return;
     for (int left = kPatience; left > 0 && !best.faults.empty(); --left) {
-        Charge(seating, layout.faults);
+        if (!Charge(seating, layout.faults)) break;
         seating.Seat(ChooseLanes(seating));
         Improve(seating);
         layout = LayoutOf(seating);
@@ -156,6 +158,7 @@ std::vector<ScreenPoint> SolveLayout(const LayoutProblem& problem) {
     if (!isTangled && !IsNearlyFull(seating)) return seating.Centres();
     Layout best = LayoutOf(seating);
     if (IsNearlyFull(seating)) TryFull(seating, best);
+    TryAsBefore(problem, best);
     TryCharging(seating, best);
     return best.centres;
 }

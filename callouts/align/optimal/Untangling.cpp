@@ -9,7 +9,7 @@ namespace zrcallouts {
 namespace {
 
 constexpr std::size_t kMostMoves = 40;  // for each pair, the cheapest first
-constexpr double kMostTries = 400.0;   // for a sheet
+constexpr double kMostTries = 400.0;    // for a sheet
 constexpr double kMostWork = 2e7;       // tries, times the cube of leaders: tangled ones are dear to exchange
 constexpr std::size_t kMostFaults = 200;  // more are no sheet that could be mended
 
