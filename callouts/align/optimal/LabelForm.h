@@ -21,10 +21,12 @@ struct ZRCALLOUTS_API LabelForm {
     /// Where the leader to `anchor` comes from: the nearest point of a balloon's middle line, or of the line
     /// under bare text. A leader is drawn from where that way leaves the balloon.
     [[nodiscard]] ScreenPoint Start(const ScreenPoint& centre, const ScreenPoint& anchor) const {
-        if (stacked > 1 || shape == zrannotations::BalloonShape::None) return FarStart(centre, anchor);
-        const double reach = std::max(0.5 * (width - height), 0.0);
-        return {std::clamp(anchor.x, centre.x - reach, centre.x + reach), centre.y};
+        if (!IsPlain()) return FarStart(centre, anchor);
+        return {std::clamp(anchor.x, centre.x - Reach(), centre.x + Reach()), centre.y};
     }
+    /// Whether it is one balloon: leaders then start within `Reach` of its middle, on its middle line.
+    [[nodiscard]] bool IsPlain() const { return stacked <= 1 && shape != zrannotations::BalloonShape::None; }
+    [[nodiscard]] double Reach() const { return std::max(0.5 * (width - height), 0.0); }
     /// Whether a foreign leader comes nearer to the label than `clearance`.
     [[nodiscard]] bool IsTouched(const ScreenPoint& centre, const ScreenSegment& leader,
                                  double clearance) const;

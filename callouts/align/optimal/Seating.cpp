@@ -40,6 +40,8 @@ Seating::Seating(const LayoutProblem& problem)
     for (std::uint32_t label = 0; label < m_seats.size(); ++label) {
         for (std::size_t lane = 0; lane < LaneCount(); ++lane) m_fees.push_back(SwitchCost(label, lane));
     }
+    m_isPlain = IsPlain();
+    m_stands.resize(m_fees.size());
     m_alone.resize(m_fees.size());
     for (std::size_t lane = 0; lane < LaneCount(); ++lane) MeasureAlone(lane);
 }
@@ -80,9 +82,14 @@ double Seating::SwitchCost(std::uint32_t label, std::size_t lane) const {
     return m_homes[label] < 0 || IsHome(label, lane) ? 0.0 : kSwitchCost;
 }
 
-ScreenPoint Seating::CentreAt(std::uint32_t label, const Lane& lane, double place, std::size_t index) const {
-    const bool isOuter = lane.IsDouble() && index % 2 == 1;
-    return lane.Centre(m_problem.labels[label].form, place, isOuter, m_anchors[m_firstAnchors[label]]);
+ScreenPoint Seating::CentreAt(std::uint32_t label, std::size_t lane, double place, std::size_t index) const {
+    const Lane& on = LaneAt(lane);
+    if (HasStands(lane)) {
+        const double depth = StandOf(label, lane).depth;
+        return on.Along() == 0 ? ScreenPoint{place, depth} : ScreenPoint{depth, place};
+    }
+    const bool isOuter = on.IsDouble() && index % 2 == 1;
+    return on.Centre(m_problem.labels[label].form, place, isOuter, m_anchors[m_firstAnchors[label]]);
 }
 
 /// What a label takes along the lane. By turns in two rows each takes half, as the largest does.
@@ -109,7 +116,30 @@ double Seating::LoadOf(std::uint32_t label, std::size_t lane) const {
     return LengthOn(LaneAt(lane), label) + m_problem.rules.gap;
 }
 
+bool Seating::IsPlain() const {
+    const auto& labels = m_problem.labels;
+    const auto& lanes = m_set.lanes;
+    return m_problem.obstacles.empty() && m_anchors.size() == labels.size() &&
+           std::all_of(labels.begin(), labels.end(),
+                       [](const auto& label) { return label.form.IsPlain(); }) &&
+           std::all_of(lanes.begin(), lanes.end(), [](const Lane& lane) { return lane.IsStraight(); });
+}
+
+void Seating::FindStands(std::size_t lane) {
+    if (!HasStands(lane)) return;
+    const int axis = LaneAt(lane).Along();
+    for (std::uint32_t label = 0; label < m_seats.size(); ++label) {
+        const LabelForm& form = m_problem.labels[label].form;
+        const ScreenPoint& anchor = m_anchors[label];
+        const ScreenPoint centre = LaneAt(lane).Centre(form, anchor[axis], false, anchor);
+        const double across = std::abs(form.Start(centre, anchor)[1 - axis] - anchor[1 - axis]);
+        m_stands[label * LaneCount() + lane] = {
+            centre[1 - axis], anchor[axis], axis == 0 ? form.Reach() : 0.0, across, m_slants[label] * across};
+    }
+}
+
 void Seating::MeasureAlone(std::size_t lane) {
+    FindStands(lane);
     for (std::uint32_t label = 0; label < m_seats.size(); ++label)
         m_alone[label * LaneCount() + lane] = PlaceAlone(label, lane);
 }
@@ -144,7 +174,15 @@ const Seating::Lone& Seating::LonePlace(std::uint32_t label) const {
 
 ScreenPoint Seating::CentreInSeatOf(std::uint32_t label, std::uint32_t other) const {
     const LabelSeat& seat = m_seats[other];
-    return CentreAt(label, LaneAt(seat.lane), m_rows[seat.lane].places[seat.index], seat.index);
+    return CentreAt(label, seat.lane, m_rows[seat.lane].places[seat.index], seat.index);
+}
+
+double Seating::LengthInSeatOf(std::uint32_t label, std::uint32_t other) const {
+    const LabelSeat& seat = m_seats[other];
+    if (!HasStands(seat.lane)) return LengthAt(label, CentreInSeatOf(label, other));
+    const Stand& stand = StandOf(label, seat.lane);
+    const double along = stand.Along(m_rows[seat.lane].places[seat.index]);
+    return std::sqrt(along * along + stand.across * stand.across);
 }
 
 double Seating::LengthAt(std::uint32_t label, const ScreenPoint& centre) const {
@@ -373,7 +411,7 @@ void Seating::Swap(std::uint32_t a, std::uint32_t b) {
         Row& row = m_rows[seat.lane];
         row.labels[seat.index] = label;
         row.changed = m_now;
-        seat.centre = CentreAt(label, LaneAt(seat.lane), row.places[seat.index], seat.index);
+        seat.centre = CentreAt(label, seat.lane, row.places[seat.index], seat.index);
         MeasureOne(label, seat.lane, row.places[seat.index], seat);
         seat.moved = m_now;
     }
@@ -422,14 +460,14 @@ void Seating::Wish(const Window& window, const Labels& labels) {
     for (std::size_t k = 0; k < labels.size(); ++k) {
         const LabelSeat& seat = m_seats[labels[k]];
         const bool isKnown = seat.lane == window.lane && seat.next.weight > 0.0;
-        m_spaced[k] = isKnown ? seat.next : FirstWish(labels[k], lane, window.first + k);
+        m_spaced[k] = isKnown ? seat.next : FirstWish(labels[k], window.lane, window.first + k);
         m_spaced[k].length = LengthOn(lane, labels[k]);
     }
 }
 
 /// Straight beside the anchors; far anchors mind less.
-SpacedLabel Seating::FirstWish(std::uint32_t label, const Lane& lane, std::size_t index) const {
-    const int axis = lane.Along();
+SpacedLabel Seating::FirstWish(std::uint32_t label, std::size_t lane, std::size_t index) const {
+    const int axis = LaneAt(lane).Along();
     double weights = 0.0;
     double sum = 0.0;
     for (const ScreenPoint& anchor : AnchorsOf(label)) {
@@ -454,7 +492,7 @@ std::span<const double> Seating::Spread(const Window& window) {
     m_trial.seats.resize(labels.size());
     const Lane& lane = LaneAt(window.lane);
     for (std::size_t k = 0; k < labels.size(); ++k)
-        m_trial.seats[k].centre = CentreAt(labels[k], lane, m_trial.places[k], window.first + k);
+        m_trial.seats[k].centre = CentreAt(labels[k], window.lane, m_trial.places[k], window.first + k);
     if (lane.IsDouble()) SpaceOuterRow(lane, labels);
     double cost = 0.0;
     for (std::size_t k = 0; k < labels.size(); ++k) {
@@ -480,6 +518,7 @@ void Seating::SpaceOuterRow(const Lane& lane, const Labels& labels) {
 
 /// What standing at its centre means for a label.
 void Seating::MeasureOne(std::uint32_t label, std::size_t lane, double place, LabelSeat& seat) const {
+    if (HasStands(lane)) return MeasureStand(label, lane, place, seat);
     const LabelForm& form = m_problem.labels[label].form;
     const int axis = LaneAt(lane).Along();
     const auto anchors = AnchorsOf(label);
@@ -501,6 +540,18 @@ void Seating::MeasureOne(std::uint32_t label, std::size_t lane, double place, La
     seat.cost = seat.length + extra;
     // One leader wishes its start above its end, whatever it weighs; most labels have one.
     seat.next = {place - (anchors.size() == 1 ? along : seat.pull / weights), weights, 0.0};
+}
+
+/// The same, where all is known but the place.
+void Seating::MeasureStand(std::uint32_t label, std::size_t lane, double place, LabelSeat& seat) const {
+    const Stand& stand = StandOf(label, lane);
+    const double along = stand.Along(place);
+    seat.length = std::sqrt(along * along + stand.across * stand.across);
+    const double weight = 1.0 / std::max(seat.length, kShortest);
+    seat.pull = weight * along;
+    seat.cost = seat.length + (kSlantCost * std::max(std::abs(along) - stand.slack, 0.0) +
+                               m_fees[label * LaneCount() + lane]);
+    seat.next = {place - along, weight, 0.0};
 }
 
 bool Seating::CanDouble(std::size_t lane) const {

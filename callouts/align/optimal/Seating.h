@@ -2,6 +2,7 @@
 
 #pragma once
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <span>
@@ -116,7 +117,7 @@ public:
     [[nodiscard]] const Lone& LonePlace(std::uint32_t label) const;
     /// Where the label would be at that place of the lane, in the inner row.
     [[nodiscard]] ScreenPoint CentreAt(std::uint32_t label, std::size_t lane, double place) const {
-        return CentreAt(label, LaneAt(lane), place, 0);
+        return CentreAt(label, lane, place, 0);
     }
     /// What it would cost there, as if nothing else stood there.
     [[nodiscard]] double CostAt(std::uint32_t label, std::size_t lane, double place) const;
@@ -124,6 +125,8 @@ public:
     [[nodiscard]] ScreenPoint CentreInSeatOf(std::uint32_t label, std::uint32_t other) const;
     /// The length of its leaders if its centre was there.
     [[nodiscard]] double LengthAt(std::uint32_t label, const ScreenPoint& centre) const;
+    /// The length of its leaders if it had the other one's place.
+    [[nodiscard]] double LengthInSeatOf(std::uint32_t label, std::uint32_t other) const;
 
     /// Whether these lanes, one for each label, have room for all.
     [[nodiscard]] bool Fit(const std::vector<std::size_t>& lanes) const;
@@ -186,9 +189,28 @@ public:
     void Shorten(std::size_t lane, bool atLeast, double by);
     /// Moves the lane farther out; `Settle` then sees to it. What labels would cost alone there stays as it
     /// was.
-    void Push(std::size_t lane, double by) { m_set.lanes[lane].Push(by); }
+    void Push(std::size_t lane, double by) {
+        m_set.lanes[lane].Push(by);
+        FindStands(lane);
+    }
 
 private:
+    /// All that a label's leader depends on besides its place, where labels have one leader each and lanes
+    /// are straight. Most are, and most of the time goes into asking what places cost.
+    struct Stand {
+        double depth = 0.0;   // of the label's middle, across the lane
+        double anchor = 0.0;  // along the lane
+        double reach = 0.0;   // along the lane, to either side of the middle, where the leader may start
+        double across = 0.0;  // from where the leader starts to the anchor
+        double slack = 0.0;   // along the lane, before the leader slants too much
+
+        /// From the anchor to where the leader starts, along the lane.
+        [[nodiscard]] double Along(double place) const {
+            const double along = place - anchor;
+            return along - std::clamp(along, -reach, reach);
+        }
+    };
+
     /// Labels being placed, one after the other.
     struct Trial {
         std::vector<double> places;
@@ -208,10 +230,17 @@ private:
     [[nodiscard]] bool KeepsOrder(std::size_t lane, const Labels& sorted);
     [[nodiscard]] double BlockCost(const ScreenSegment& leader) const;
     [[nodiscard]] double SlantCost(std::uint32_t label, double along, double across) const;
+    [[nodiscard]] bool IsPlain() const;
+    /// Two rows have none.
+    [[nodiscard]] bool HasStands(std::size_t lane) const { return m_isPlain && !LaneAt(lane).IsDouble(); }
+    [[nodiscard]] const Stand& StandOf(std::uint32_t label, std::size_t lane) const {
+        return m_stands[label * LaneCount() + lane];
+    }
+    void FindStands(std::size_t lane);
     void MeasureAlone(std::size_t lane);
     [[nodiscard]] Lone PlaceAlone(std::uint32_t label, std::size_t lane) const;
     [[nodiscard]] double SwitchCost(std::uint32_t label, std::size_t lane) const;
-    [[nodiscard]] ScreenPoint CentreAt(std::uint32_t label, const Lane& lane, double place,
+    [[nodiscard]] ScreenPoint CentreAt(std::uint32_t label, std::size_t lane, double place,
                                        std::size_t index) const;
     [[nodiscard]] double LengthOn(const Lane& lane, std::uint32_t label) const;
     [[nodiscard]] double Pitch(const Lane& lane, std::uint32_t a, std::uint32_t b) const;
@@ -222,7 +251,8 @@ private:
     double Measure(const Window& window, const Labels& labels);
     void SpaceOuterRow(const Lane& lane, const Labels& labels);
     void MeasureOne(std::uint32_t label, std::size_t lane, double place, LabelSeat& seat) const;
-    [[nodiscard]] SpacedLabel FirstWish(std::uint32_t label, const Lane& lane, std::size_t index) const;
+    void MeasureStand(std::uint32_t label, std::size_t lane, double place, LabelSeat& seat) const;
+    [[nodiscard]] SpacedLabel FirstWish(std::uint32_t label, std::size_t lane, std::size_t index) const;
     std::span<const double> Spread(const Window& window);
     void Take(const Window& window);
 
@@ -234,6 +264,8 @@ private:
     std::vector<std::size_t> m_firstAnchors;
     std::vector<int> m_homes;      // the side where each label is already; -1: none
     std::vector<double> m_slants;  // of each label's form
+    bool m_isPlain;                // whether straight rows have stands
+    std::vector<Stand> m_stands;   // of each label on each lane
     std::vector<double> m_fees;    // of each label on each lane, wherever it stands there
     std::vector<Lone> m_alone;     // each label on each lane
     ScreenPoint m_thickest;        // the largest label along each axis

@@ -264,6 +264,19 @@ TEST(LayoutSolver, LeavesPinnedLabelsAndKeepsOffThemAndGlasses) {
     }
 }
 
+// Sheets of plain labels in straight rows are reckoned in a shorter way. One glass anywhere ends that; far
+// off, it must not change anything else.
+TEST(LayoutSolver, LaysPlainSheetsOutLikeOthers) {
+    for (unsigned seed = 0; seed < 10; ++seed) {
+        LayoutProblem sheet = MakeSheet({50, 1.0, false, 110.0}, seed);
+        const Centres centres = SolveLayout(sheet);
+        sheet.obstacles = {{9e5, 9e5, 9e5 + 10, 9e5 + 10}};
+        const Centres others = SolveLayout(sheet);
+        for (std::size_t i = 0; i < centres.size(); ++i)
+            EXPECT_LT(Distance(centres[i], others[i]), 0.01) << "seed " << seed << ", label " << i;
+    }
+}
+
 // An author who looks at a detail has outlines that reach far beyond the screen: without end it would seem,
 // if all of them were followed.
 TEST(LayoutSolver, FollowsOutlinesOnThePageOnly) {
