@@ -173,9 +173,13 @@ bool LeaderSwaps::SwapAcross(std::size_t a, std::size_t i, std::size_t b) {
 
 /// Exchanges labels whose leaders cross, and neighbours that save more than their old order is worth.
 bool LeaderSwaps::TrySwap(std::uint32_t a, std::uint32_t b, bool areNeighbours) {
-    const bool doCross = m_seating.DoLeadersCross(a, b);
-    if (!doCross && !areNeighbours) return false;
-    if (!IsWorthwhile(a, b, doCross)) {
+    if (!areNeighbours && !m_seating.DoLeadersCross(a, b)) return false;
+    const double length = m_seating.LengthOf(a) + m_seating.LengthOf(b);
+    const double gain = length - m_seating.LengthInSeatOf(a, b) - m_seating.LengthInSeatOf(b, a);
+    // Many neighbours lose more than not crossing may cost.
+    if (areNeighbours && gain < -kUncrossLoss * length - kOrderCost) return false;
+    const bool doCross = !areNeighbours || m_seating.DoLeadersCross(a, b);
+    if (!IsWorthwhile(a, b, gain, doCross)) {
         m_isStuck = m_isStuck || doCross;
         return false;
     }
@@ -184,20 +188,17 @@ bool LeaderSwaps::TrySwap(std::uint32_t a, std::uint32_t b, bool areNeighbours) 
     return true;
 }
 
-bool LeaderSwaps::IsWorthwhile(std::uint32_t a, std::uint32_t b, bool doCross) const {
-    if (!m_seating.FitsSwapped(a, b)) return false;
-    const ScreenPoint newA = m_seating.CentreInSeatOf(a, b);
-    const ScreenPoint newB = m_seating.CentreInSeatOf(b, a);
+bool LeaderSwaps::IsWorthwhile(std::uint32_t a, std::uint32_t b, double gain, bool doCross) const {
     const double length = m_seating.LengthOf(a) + m_seating.LengthOf(b);
-    double gain = length - m_seating.LengthAt(a, newA) - m_seating.LengthAt(b, newB);
     if (!doCross) {
         if (WereInOrder(a, b)) gain -= kOrderCost;
         if (WereInOrder(b, a)) gain += kOrderCost;
         if (gain < kNeighbourGain * length) return false;
     }
-    if (gain < (doCross ? -kUncrossLoss * length : kLeastGain)) return false;
+    if (gain < (doCross ? -kUncrossLoss * length : kLeastGain) || !m_seating.FitsSwapped(a, b)) return false;
     // Where labels are of one size and in one row, crossing leaders gain, and do not cross once exchanged.
-    return (gain >= kLeastGain && doCross) || !m_seating.DoLeadersCross(a, newA, b, newB);
+    return (gain >= kLeastGain && doCross) ||
+           !m_seating.DoLeadersCross(a, m_seating.CentreInSeatOf(a, b), b, m_seating.CentreInSeatOf(b, a));
 }
 
 /// Whether both stood on one side before, `a` first.
