@@ -1,5 +1,6 @@
 #include "callouts/align/optimal/LayoutSolver.h"
 
+#include <algorithm>
 #include <cstdint>
 #include <utility>
 
@@ -20,8 +21,8 @@ constexpr int kMostRounds = 4;             // of exchanging and moving
 constexpr double kKeepLoss = 0.005;        // of the cost, which keeping the labels' sides may cost
 constexpr int kPatience = 30;              // rounds of charging without a better layout
 constexpr double kCharge = 100.0;          // pixels of leader
-constexpr std::size_t kMostCharged = 500;  // labels of a sheet
-constexpr std::size_t kMostFaults = 50;    // more are no sheet that could be mended
+constexpr std::size_t kMostCharged = 100;  // labels of a sheet
+constexpr std::size_t kMostFaults = 20;    // more are no sheet that could be mended
 
 class Improver {
 public:
@@ -134,11 +135,18 @@ bool Charge(Seating& seating, const std::vector<LayoutFault>& faults) {
     return isAnyCharged;
 }
 
+/// The leaders of labels with several mostly cross wherever the labels are.
+bool MayGiveWay(const std::vector<LayoutLabel>& labels) {
+    return labels.size() <= kMostCharged && std::all_of(labels.begin(), labels.end(), [](const auto& label) {
+               return label.anchors.size() <= 1;
+           });
+}
+
 /// All are placed anew, the labels in each other's way paying more from round to round. So several come to
 /// make way for one that could not by itself, as wires do that compete for the same channels.
 void TryCharging(Seating& seating, Layout& best) {
     Layout layout = LayoutOf(seating);
-    if (layout.centres.size() > kMostCharged || layout.faults.size() > kMostFaults) return;
+    if (layout.faults.size() > kMostFaults || !MayGiveWay(seating.Problem().labels)) return;
     for (int left = kPatience; left > 0 && !best.faults.empty(); --left) {
         if (!Charge(seating, layout.faults)) break;
         seating.Seat(ChooseLanes(seating));
