@@ -45,6 +45,10 @@ public:
     [[nodiscard]] bool IsDouble() const { return m_pitch > 0.0; }
     [[nodiscard]] bool IsStraight() const { return m_profile == nullptr; }
 
+    /// Of the middles of labels on straight lanes, in the inner row.
+    [[nodiscard]] double Depth(const LabelForm& form) const {
+        return m_rim + m_outward * (m_push + 0.5 * form.Length(1 - m_axis));
+    }
     /// The middle of a label whose leader passes the inner row at `place`. `isOuter`: in the outer row, in
     /// line with its place and its anchor.
     [[nodiscard]] ScreenPoint Centre(const LabelForm& form, double place, bool isOuter,
@@ -52,7 +56,7 @@ public:
         ScreenPoint centre;
         centre[m_axis] = place;
         if (m_profile != nullptr) return Followed(centre, form);
-        centre[1 - m_axis] = m_rim + m_outward * (m_push + 0.5 * form.Length(1 - m_axis));
+        centre[1 - m_axis] = Depth(form);
         return isOuter ? Outer(centre, 0.5 * form.Length(m_axis), anchor) : centre;
     }
 

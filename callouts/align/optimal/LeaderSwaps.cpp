@@ -174,11 +174,9 @@ bool LeaderSwaps::SwapAcross(std::size_t a, std::size_t i, std::size_t b) {
 /// Exchanges labels whose leaders cross, and neighbours that save more than their old order is worth.
 bool LeaderSwaps::TrySwap(std::uint32_t a, std::uint32_t b, bool areNeighbours) {
     if (!areNeighbours && !m_seating.DoLeadersCross(a, b)) return false;
-    const double length = m_seating.LengthOf(a) + m_seating.LengthOf(b);
-    const double gain = length - m_seating.LengthInSeatOf(a, b) - m_seating.LengthInSeatOf(b, a);
-    // Many neighbours lose more than not crossing may cost.
-    if (areNeighbours && gain < -kUncrossLoss * length - kOrderCost) return false;
-    const bool doCross = !areNeighbours || m_seating.DoLeadersCross(a, b);
+    const double gain = m_seating.LengthOf(a) + m_seating.LengthOf(b) - m_seating.LengthInSeatOf(a, b) -
+                        m_seating.LengthInSeatOf(b, a);
+    const bool doCross = !areNeighbours || DoNeighboursCross(a, b, gain);
     if (!IsWorthwhile(a, b, gain, doCross)) {
         m_isStuck = m_isStuck || doCross;
         return false;
@@ -188,9 +186,16 @@ bool LeaderSwaps::TrySwap(std::uint32_t a, std::uint32_t b, bool areNeighbours) 
     return true;
 }
 
+/// As far as exchanging them may pay, at this gain: with most neighbours it does not.
+bool LeaderSwaps::DoNeighboursCross(std::uint32_t a, std::uint32_t b, double gain) const {
+    const double loss = kUncrossLoss * (m_seating.LengthOf(a) + m_seating.LengthOf(b));
+    return gain >= (m_seating.AreAlike(a, b) ? 0.0 : -loss) && m_seating.DoLeadersCross(a, b);
+}
+
 bool LeaderSwaps::IsWorthwhile(std::uint32_t a, std::uint32_t b, double gain, bool doCross) const {
     const double length = m_seating.LengthOf(a) + m_seating.LengthOf(b);
     if (!doCross) {
+        if (gain + kOrderCost < kNeighbourGain * length) return false;
         if (WereInOrder(a, b)) gain -= kOrderCost;
         if (WereInOrder(b, a)) gain += kOrderCost;
         if (gain < kNeighbourGain * length) return false;

@@ -8,16 +8,13 @@ namespace {
 constexpr int kMostPasses = 6;
 constexpr double kTouching = 0.5;   // pixels; neighbours as near as this hold each other
 constexpr double kLeastGain = 1.5;  // pixels of leader
+constexpr double kSlack = 1e-9;     // the stiffness of nothing
 
 std::ptrdiff_t Offset(std::size_t index) { return static_cast<std::ptrdiff_t>(index); }
 
 }  // namespace
 
-Relocation::Relocation(Seating& seating)
-    : m_seating(seating),
-      m_rooms(seating.LaneCount()),
-      m_leaving(seating.Problem().labels.size()),
-      m_tried(m_leaving.size() * m_rooms.size(), 0) {}
+Relocation::Relocation(Seating& seating) : m_seating(seating), m_rooms(seating.LaneCount()) {}
 
 bool Relocation::Run() {
     bool isAnyChanged = false;
@@ -32,71 +29,104 @@ bool Relocation::Run() {
     return isAnyChanged;
 }
 
+double Relocation::Chain::Ease(double most) const {
+    return std::clamp(pull / std::max(stiffness, kSlack), 0.0, most);
+}
+
+/// How much of the way out of the gap, or into it if it is negative, the one chain goes when the other goes
+/// the rest, so that both together pay least.
+double Relocation::Share(const Chain& chain, const Chain& other, double way) {
+    const double share = (other.pull - chain.pull + other.stiffness * way) /
+                         std::max(chain.stiffness + other.stiffness, kSlack);
+    return std::clamp(share, std::min(way, 0.0), std::max(way, 0.0));
+}
+
 /// Sums up the pulls of labels that touch.
 void Relocation::Appraise(std::size_t lane) {
     const auto& labels = m_seating.RowOf(lane);
     const auto& places = m_seating.PlacesOf(lane);
-    const Lane& on = m_seating.LaneAt(lane);
-    auto& rooms = m_rooms[lane];
-    rooms.assign(labels.size(), {});
+    m_rooms[lane].resize(labels.size());
     for (std::size_t first = 0; first < labels.size();) {
         std::size_t end = first + 1;
         while (end < labels.size() && places[end] - places[end - 1] <
                                           m_seating.Pitch(lane, labels[end - 1], labels[end]) + kTouching)
             ++end;
-        const double margin = 0.5 * m_seating.LoadOf(labels[first], lane) + kTouching;
-        const bool isFirstHeld = places[first] - on.Least() < margin;
-        const bool isLastHeld = on.Greatest() - places[end - 1] < margin;
-        double all = 0.0;
-        for (std::size_t i = first; i < end; ++i) all += m_seating.PullOf(labels[i]);
-        double before = 0.0;
-        for (std::size_t i = first; i < end; ++i) {
-            const double pull = m_seating.PullOf(labels[i]);
-            rooms[i] = {before, all - before - pull, isFirstHeld, isLastHeld};
-            before += pull;
-        }
+        AppraiseChain(lane, first, end);
         first = end;
     }
 }
 
-/// What its neighbours save at the most when the label goes.
+void Relocation::AppraiseChain(std::size_t lane, std::size_t first, std::size_t end) {
+    const auto& labels = m_seating.RowOf(lane);
+    const auto& places = m_seating.PlacesOf(lane);
+    const Lane& on = m_seating.LaneAt(lane);
+    auto& rooms = m_rooms[lane];
+    const double margin = 0.5 * m_seating.LoadOf(labels[first], lane) + kTouching;
+    rooms[first].before = {0.0, 0.0, places[first] - on.Least() < margin};
+    for (std::size_t i = first + 1; i < end; ++i) rooms[i].before = ChainUpTo(lane, i - 1);
+    rooms[end - 1].after = {0.0, 0.0, on.Greatest() - places[end - 1] < margin};
+    for (std::size_t i = end - 1; i-- > first;) rooms[i].after = ChainFrom(lane, i + 1);
+}
+
+Relocation::Chain Relocation::ChainUpTo(std::size_t lane, std::size_t index) const {
+    const std::uint32_t label = m_seating.RowOf(lane)[index];
+    const Chain& before = m_rooms[lane][index].before;
+    return {before.pull - m_seating.PullOf(label), before.stiffness + m_seating.StiffnessOf(label),
+            before.isHeld};
+}
+
+Relocation::Chain Relocation::ChainFrom(std::size_t lane, std::size_t index) const {
+    const std::uint32_t label = m_seating.RowOf(lane)[index];
+    const Chain& after = m_rooms[lane][index].after;
+    return {after.pull + m_seating.PullOf(label), after.stiffness + m_seating.StiffnessOf(label),
+            after.isHeld};
+}
+
+/// What its neighbours save when the label goes.
 double Relocation::Relief(std::uint32_t label) const {
     const std::size_t lane = m_seating.LaneOf(label);
-    const Room& room = m_rooms[lane][m_seating.IndexOf(label)];
-    return m_seating.LoadOf(label, lane) * std::max({room.after, -room.before, 0.0});
+    const auto& [before, after] = m_rooms[lane][m_seating.IndexOf(label)];
+    const double room = m_seating.LoadOf(label, lane);
+    double first = before.Ease(room);
+    double second = after.Ease(room);
+    if (first + second > room) {
+        first = -Share(before, after, -room);
+        second = room - first;
+    }
+    return -before.CostBy(-first) - after.CostBy(-second);
 }
 
-/// What they pay at the least when it comes.
-double Relocation::Price(std::uint32_t label, std::size_t lane) const {
+/// What the label and those that make way for it pay when it comes.
+double Relocation::CostIn(std::size_t lane, std::uint32_t label) const {
     const auto& labels = m_seating.RowOf(lane);
-    const std::size_t i = PlaceIn(labels, lane, m_seating.WishOf(label, lane));
-    if (i == 0 || i == labels.size()) return 0.0;
     const auto& places = m_seating.PlacesOf(lane);
-    const double free = places[i] - places[i - 1] - m_seating.Pitch(lane, labels[i - 1], labels[i]);
-    if (free > kTouching) return 0.0;
-    const Room& next = m_rooms[lane][i];
-    const Room& last = m_rooms[lane][i - 1];
-    const double after = last.after;
-    const double before = next.before;
-    double pull = 0.5 * (after - before);
-    if (next.isLastHeld) pull = -before;
-    if (next.isFirstHeld) pull = next.isLastHeld ? std::max(after, -before) : after;
-    return m_seating.LoadOf(label, lane) * std::max(pull, 0.0);
-}
-
-double Relocation::GainOf(std::uint32_t label, double relief, std::size_t lane) const {
-    const double gain = m_seating.CostOf(label) + relief - m_seating.LoneCost(label, lane);
-    return gain < kLeastGain ? 0.0 : gain - Price(label, lane);
+    const double wish = m_seating.WishOf(label, lane);
+    const std::size_t next = PlaceIn(lane, wish);
+    const bool isFirst = next == 0;
+    const bool isLast = next == labels.size();
+    const double half = 0.5 * m_seating.Problem().labels[label].form.Length(m_seating.LaneAt(lane).Along());
+    const double least = isFirst ? m_seating.LaneAt(lane).Least() + half
+                                 : places[next - 1] + m_seating.Pitch(lane, labels[next - 1], label);
+    const double greatest = isLast ? m_seating.LaneAt(lane).Greatest() - half
+                                   : places[next] - m_seating.Pitch(lane, label, labels[next]);
+    if (least <= greatest) return m_seating.CostAt(label, lane, std::clamp(wish, least, greatest));
+    const Chain before = isFirst ? Chain{0.0, 0.0, true} : ChainUpTo(lane, next - 1);
+    const Chain after = isLast ? Chain{0.0, 0.0, true} : ChainFrom(lane, next);
+    const double lack = least - greatest;
+    double first = Share(before, after, lack);
+    if (before.isHeld != after.isHeld) first = before.isHeld ? 0.0 : lack;
+    const double paid = before.CostBy(first) + after.CostBy(lack - first);
+    return m_seating.CostAt(label, lane, least - first) + std::max(paid, 0.0);
 }
 
 void Relocation::FindMoves() {
     m_moves.clear();
     for (std::size_t from = 0; from < m_seating.LaneCount(); ++from) {
         for (const std::uint32_t label : m_seating.RowOf(from)) {
-            const double relief = Relief(label);
+            const double saved = m_seating.CostOf(label) + Relief(label);
             for (std::size_t lane = 0; lane < m_seating.LaneCount(); ++lane) {
-                if (lane == from) continue;
-                const double gain = GainOf(label, relief, lane);
+                if (lane == from || saved - m_seating.LoneCost(label, lane) < kLeastGain) continue;
+                const double gain = saved - CostIn(lane, label);
                 if (gain > kLeastGain && m_seating.HasRoom(lane, label))
                     m_moves.push_back({gain, label, lane});
             }
@@ -106,7 +136,8 @@ void Relocation::FindMoves() {
                      [](const Move& a, const Move& b) { return a.gain > b.gain; });
 }
 
-std::size_t Relocation::PlaceIn(const Seating::Labels& labels, std::size_t lane, double wish) const {
+std::size_t Relocation::PlaceIn(std::size_t lane, double wish) const {
+    const auto& labels = m_seating.RowOf(lane);
     const auto next =
         std::lower_bound(labels.begin(), labels.end(), wish,
                          [&](std::uint32_t label, double at) { return m_seating.WishOf(label, lane) < at; });
@@ -115,49 +146,27 @@ std::size_t Relocation::PlaceIn(const Seating::Labels& labels, std::size_t lane,
 
 /// Earlier moves of the pass may have changed what this one gains.
 bool Relocation::Try(const Move& move) {
-    const std::size_t from = m_seating.LaneOf(move.label);
-    if (m_seating.IsSpent() || from == move.lane || !m_seating.HasRoom(move.lane, move.label)) return false;
-    if (IsVain(move) || GainOf(move.label, Relief(move.label), move.lane) < kLeastGain) return false;
-    m_tried[move.label * m_rooms.size() + move.lane] = m_seating.Now();
-    const Leaving leaving = Leave(move.label);
-    // Where it comes it costs no less than alone there.
-    if (leaving.saved - m_seating.LoneCost(move.label, move.lane) < kLeastGain) return false;
-    const auto& other = m_seating.RowOf(move.lane);
-    const std::size_t at = PlaceIn(other, move.lane, m_seating.WishOf(move.label, move.lane));
-    const auto joining = m_seating.Around(move.lane, at, m_seating.LoadOf(move.label, move.lane));
+    const auto [gain, label, lane] = move;
+    const std::size_t from = m_seating.LaneOf(label);
+    if (m_seating.IsSpent() || from == lane || !m_seating.HasRoom(lane, label)) return false;
+    if (m_seating.CostOf(label) + Relief(label) - CostIn(lane, label) < kLeastGain) return false;
+    const auto leaving = m_seating.Around(from, m_seating.IndexOf(label), m_seating.LoadOf(label, from));
+    const auto& row = m_seating.RowOf(from);
+    m_left.assign(row.begin() + Offset(leaving.first), row.begin() + Offset(leaving.end));
+    std::erase(m_left, label);
+    const std::size_t at = PlaceIn(lane, m_seating.WishOf(label, lane));
+    const auto joining = m_seating.Around(lane, at, m_seating.LoadOf(label, lane));
+    const auto& other = m_seating.RowOf(lane);
     m_joined.assign(other.begin() + Offset(joining.first), other.begin() + Offset(joining.end));
-    m_joined.insert(m_joined.begin() + Offset(at - joining.first), move.label);
-    const double paid = m_seating.CostWith(joining, m_joined) - m_seating.CostOf(joining);
-    if (leaving.saved - paid < kLeastGain) return false;
-    m_seating.Replace(leaving.window, Left(leaving.window, move.label));
+    m_joined.insert(m_joined.begin() + Offset(at - joining.first), label);
+    const double before = m_seating.CostOf(leaving) + m_seating.CostOf(joining);
+    if (before - m_seating.CostWith(leaving, m_left) - m_seating.CostWith(joining, m_joined) < kLeastGain)
+        return false;
+    m_seating.Replace(leaving, m_left);
     m_seating.Replace(joining, m_joined);
     Appraise(from);
-    Appraise(move.lane);
+    Appraise(lane);
     return true;
-}
-
-bool Relocation::IsVain(const Move& move) const {
-    const std::uint64_t tried = m_tried[move.label * m_rooms.size() + move.lane];
-    return m_seating.LastChangeOf(m_seating.LaneOf(move.label)) <= tried &&
-           m_seating.LastChangeOf(move.lane) <= tried;
-}
-
-const Relocation::Leaving& Relocation::Leave(std::uint32_t label) {
-    Leaving& leaving = m_leaving[label];
-    const std::size_t from = m_seating.LaneOf(label);
-    if (m_seating.LastChangeOf(from) <= leaving.found) return leaving;
-    const auto window = m_seating.Around(from, m_seating.IndexOf(label), m_seating.LoadOf(label, from));
-    leaving = {window, m_seating.CostOf(window) - m_seating.CostWith(window, Left(window, label)),
-               m_seating.Now()};
-    return leaving;
-}
-
-/// The window's labels without this one.
-const Seating::Labels& Relocation::Left(const Seating::Window& window, std::uint32_t label) {
-    const auto& row = m_seating.RowOf(window.lane);
-    m_left.assign(row.begin() + Offset(window.first), row.begin() + Offset(window.end));
-    std::erase(m_left, label);
-    return m_left;
 }
 
 }  // namespace zrcallouts

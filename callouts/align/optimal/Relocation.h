@@ -10,10 +10,8 @@
 
 namespace zrcallouts {
 
-/// What a label's room is worth on a crowded lane is known from its neighbours' pulls: that is what they save
-/// when it goes, or pay when it comes, as long as little moves. So the moves worth a trial are found without
-/// trying. What was tried in vain is not tried again until one of the lanes changes. Keeps its memory from
-/// call to call.
+/// What a label's room is worth on a crowded lane is known from its neighbours' pulls, and from how those
+/// change on the way: hardly any move is tried that does not gain. Keeps its memory from call to call.
 class Relocation {
 public:
     explicit Relocation(Seating& seating);
@@ -27,38 +25,38 @@ private:
         std::uint32_t label = 0;
         std::size_t lane = 0;
     };
-    /// A label's room.
-    struct Room {
-        double before = 0.0;  // pulls of those before it that touch each other up to it
-        double after = 0.0;
-        bool isFirstHeld = false;  // do those touch the lane's end?
-        bool isLastHeld = false;
-    };
+    /// Labels that touch each other, beside a gap.
+    struct Chain {
+        double pull = 0.0;       // into the gap
+        double stiffness = 0.0;  // by which each pixel into the gap lessens the pull
+        bool isHeld = false;     // is the lane's end behind them?
 
-    /// What a label's lane saves when it goes.
-    struct Leaving {
-        Seating::Window window;
-        double saved = 0.0;
-        std::uint64_t found = 0;  // when
+        /// What it costs to push it out of the gap; into it, below 0.
+        [[nodiscard]] double CostBy(double way) const { return way * (pull + 0.5 * stiffness * way); }
+        /// How far into the gap it comes by itself.
+        [[nodiscard]] double Ease(double most) const;
+    };
+    /// A label's neighbours, without itself.
+    struct Room {
+        Chain before;
+        Chain after;
     };
 
     void Appraise(std::size_t lane);
+    void AppraiseChain(std::size_t lane, std::size_t first, std::size_t end);
+    [[nodiscard]] static double Share(const Chain& chain, const Chain& other, double way);
+    [[nodiscard]] Chain ChainUpTo(std::size_t lane, std::size_t index) const;
+    [[nodiscard]] Chain ChainFrom(std::size_t lane, std::size_t index) const;
     [[nodiscard]] double Relief(std::uint32_t label) const;
-    [[nodiscard]] double Price(std::uint32_t label, std::size_t lane) const;
-    [[nodiscard]] double GainOf(std::uint32_t label, double relief, std::size_t lane) const;
+    [[nodiscard]] double CostIn(std::size_t lane, std::uint32_t label) const;
     void FindMoves();
     bool Try(const Move& move);
-    /// Whether the move would be the same as when it was tried last.
-    [[nodiscard]] bool IsVain(const Move& move) const;
-    [[nodiscard]] const Leaving& Leave(std::uint32_t label);
-    [[nodiscard]] const Seating::Labels& Left(const Seating::Window& window, std::uint32_t label);
-    [[nodiscard]] std::size_t PlaceIn(const Seating::Labels& labels, std::size_t lane, double wish) const;
+    [[nodiscard]] double GainOf(const Move& move) const;
+    [[nodiscard]] std::size_t PlaceIn(std::size_t lane, double wish) const;
 
     Seating& m_seating;
     std::vector<std::vector<Room>> m_rooms;  // of each lane's labels
     std::vector<Move> m_moves;
-    std::vector<Leaving> m_leaving;      // of each label
-    std::vector<std::uint64_t> m_tried;  // each label on each lane: when it was tried last
     Seating::Labels m_left;
     Seating::Labels m_joined;
 };

@@ -127,14 +127,17 @@ bool Seating::IsPlain() const {
 
 void Seating::FindStands(std::size_t lane) {
     if (!HasStands(lane)) return;
-    const int axis = LaneAt(lane).Along();
+    const Lane& on = LaneAt(lane);
+    const int axis = on.Along();
     for (std::uint32_t label = 0; label < m_seats.size(); ++label) {
         const LabelForm& form = m_problem.labels[label].form;
         const ScreenPoint& anchor = m_anchors[label];
-        const ScreenPoint centre = LaneAt(lane).Centre(form, anchor[axis], false, anchor);
-        const double across = std::abs(form.Start(centre, anchor)[1 - axis] - anchor[1 - axis]);
-        m_stands[label * LaneCount() + lane] = {
-            centre[1 - axis], anchor[axis], axis == 0 ? form.Reach() : 0.0, across, m_slants[label] * across};
+        const double depth = on.Depth(form);
+        const double reach = form.Reach();
+        const double off = std::abs(depth - anchor[1 - axis]);
+        const double across = axis == 0 ? off : std::max(off - reach, 0.0);
+        m_stands[label * LaneCount() + lane] = {depth, anchor[axis], axis == 0 ? reach : 0.0, across,
+                                                m_slants[label] * across};
     }
 }
 
@@ -149,10 +152,10 @@ Seating::Lone Seating::PlaceAlone(std::uint32_t label, std::size_t lane) const {
     const auto anchors = AnchorsOf(label);
     double sum = 0.0;
     for (const ScreenPoint& anchor : anchors) sum += anchor[on.Along()];
+    const double middle = anchors.size() == 1 ? sum : sum / static_cast<double>(anchors.size());
     const double half = 0.5 * m_problem.labels[label].form.Length(on.Along());
     const double least = on.Least() + half;
-    const double place =
-        std::clamp(sum / static_cast<double>(anchors.size()), least, std::max(on.Greatest() - half, least));
+    const double place = std::clamp(middle, least, std::max(on.Greatest() - half, least));
     LabelSeat seat;
     seat.centre = CentreAt(label, lane, place);
     MeasureOne(label, lane, place, seat);
@@ -175,14 +178,6 @@ const Seating::Lone& Seating::LonePlace(std::uint32_t label) const {
 ScreenPoint Seating::CentreInSeatOf(std::uint32_t label, std::uint32_t other) const {
     const LabelSeat& seat = m_seats[other];
     return CentreAt(label, seat.lane, m_rows[seat.lane].places[seat.index], seat.index);
-}
-
-double Seating::LengthInSeatOf(std::uint32_t label, std::uint32_t other) const {
-    const LabelSeat& seat = m_seats[other];
-    if (!HasStands(seat.lane)) return LengthAt(label, CentreInSeatOf(label, other));
-    const Stand& stand = StandOf(label, seat.lane);
-    const double along = stand.Along(m_rows[seat.lane].places[seat.index]);
-    return std::sqrt(along * along + stand.across * stand.across);
 }
 
 double Seating::LengthAt(std::uint32_t label, const ScreenPoint& centre) const {
@@ -365,7 +360,7 @@ void Seating::Settle(std::size_t lane, int rounds) {
 
 /// Remembers what the trial found for the window's labels.
 void Seating::Take(const Window& window) {
-    m_rows[window.lane].changed = ++m_now;
+    ++m_now;
     for (std::size_t i = window.first; i < window.end; ++i) {
         LabelSeat& seat = m_seats[m_rows[window.lane].labels[i]];
         const LabelSeat& found = m_trial.seats[i - window.first];
@@ -389,7 +384,6 @@ void Seating::Restore(const Rows& rows) {
     m_rows = rows.m_rows;
     m_seats = rows.m_seats;
     ++m_now;
-    for (Row& row : m_rows) row.changed = m_now;
 }
 
 std::vector<ScreenPoint> Seating::Centres() const {
@@ -410,7 +404,6 @@ void Seating::Swap(std::uint32_t a, std::uint32_t b) {
         LabelSeat& seat = m_seats[label];
         Row& row = m_rows[seat.lane];
         row.labels[seat.index] = label;
-        row.changed = m_now;
         seat.centre = CentreAt(label, seat.lane, row.places[seat.index], seat.index);
         MeasureOne(label, seat.lane, row.places[seat.index], seat);
         seat.moved = m_now;

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <algorithm>
+#include <cmath>
 #include <cstddef>
 #include <cstdint>
 #include <span>
@@ -25,7 +26,6 @@ class Seating {
         std::vector<std::uint32_t> labels;
         std::vector<double> places;
         double load = 0.0;
-        std::uint64_t changed = 0;
     };
     struct LabelSeat {
         std::size_t lane = 0;
@@ -82,11 +82,15 @@ public:
     [[nodiscard]] double LengthOf(std::uint32_t label) const { return m_seats[label].length; }
     /// How strongly the label's leaders pull it back along the lane: -1 to 1 for each leader.
     [[nodiscard]] double PullOf(std::uint32_t label) const { return m_seats[label].pull; }
+    /// How much that pull grows with each pixel along the lane.
+    [[nodiscard]] double StiffnessOf(std::uint32_t label) const {
+        const LabelSeat& seat = m_seats[label];
+        const double mean = seat.pull / static_cast<double>(AnchorsOf(label).size());
+        return seat.next.weight * (1.0 - mean * mean);
+    }
     /// Counts up whenever labels move; the count of a label's last move.
     [[nodiscard]] std::uint64_t Now() const { return m_now; }
     [[nodiscard]] std::uint64_t LastMoveOf(std::uint32_t label) const { return m_seats[label].moved; }
-    /// Likewise of a lane's last change.
-    [[nodiscard]] std::uint64_t LastChangeOf(std::size_t lane) const { return m_rows[lane].changed; }
     /// What its leaders end at; its old centre where it has none.
     [[nodiscard]] std::span<const ScreenPoint> AnchorsOf(std::uint32_t label) const {
         const std::size_t first = m_firstAnchors[label];
@@ -126,7 +130,12 @@ public:
     /// The length of its leaders if its centre was there.
     [[nodiscard]] double LengthAt(std::uint32_t label, const ScreenPoint& centre) const;
     /// The length of its leaders if it had the other one's place.
-    [[nodiscard]] double LengthInSeatOf(std::uint32_t label, std::uint32_t other) const;
+    [[nodiscard]] double LengthInSeatOf(std::uint32_t label, std::uint32_t other) const {
+        const LabelSeat& seat = m_seats[other];
+        return HasStands(seat.lane)
+                   ? StandOf(label, seat.lane).Length(m_rows[seat.lane].places[seat.index])
+                   : LengthAt(label, CentreInSeatOf(label, other));
+    }
 
     /// Whether these lanes, one for each label, have room for all.
     [[nodiscard]] bool Fit(const std::vector<std::size_t>& lanes) const;
@@ -134,6 +143,13 @@ public:
     [[nodiscard]] bool FitsSwapped(std::uint32_t a, std::uint32_t b) const;
     /// Where in the lane's row the label would stand, as near to its wish as may be.
     [[nodiscard]] std::size_t PlaceIn(std::size_t lane, std::uint32_t label) const;
+    /// Whether labels on one lane have one leader each and one size, so that crossing leaders are longer than
+    /// the same two exchanged.
+    [[nodiscard]] bool AreAlike(std::uint32_t a, std::uint32_t b) const {
+        const LabelForm& formA = m_problem.labels[a].form;
+        const LabelForm& formB = m_problem.labels[b].form;
+        return HasStands(LaneOf(a)) && formA.width == formB.width && formA.height == formB.height;
+    }
     /// Whether any leader of the one crosses one of the other, where they are or if they were elsewhere.
     [[nodiscard]] bool DoLeadersCross(std::uint32_t a, std::uint32_t b) const {
         return DoLeadersCross(a, CentreOf(a), b, CentreOf(b));
@@ -208,6 +224,10 @@ private:
         [[nodiscard]] double Along(double place) const {
             const double along = place - anchor;
             return along - std::clamp(along, -reach, reach);
+        }
+        [[nodiscard]] double Length(double place) const {
+            const double along = Along(place);
+            return std::sqrt(along * along + across * across);
         }
     };
 

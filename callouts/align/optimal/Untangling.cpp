@@ -66,8 +66,8 @@ void Untangling::AddMoves(std::uint32_t label) {
                 {m_seating.LoneCost(label, lane) - m_seating.CostOf(label), label, lane, label});
         for (const std::uint32_t other : m_seating.RowOf(lane)) {
             if (other == label || !m_seating.FitsSwapped(label, other)) continue;
-            const double length = m_seating.LengthAt(label, m_seating.CentreInSeatOf(label, other)) +
-                                  m_seating.LengthAt(other, m_seating.CentreInSeatOf(other, label));
+            const double length =
+                m_seating.LengthInSeatOf(label, other) + m_seating.LengthInSeatOf(other, label);
             m_moves.push_back(
                 {length - m_seating.LengthOf(label) - m_seating.LengthOf(other), label, lane, other});
         }
