@@ -11,12 +11,10 @@ namespace {
 constexpr double kEnough = 1e-4;      // of the cost: what a further round must save
 constexpr double kSwitchCost = 8.0;   // pixels of leader that a label saves at least by going to another side
 constexpr double kOrderCost = 3.0;    // pixels of leader that each label saves at least by another order
-constexpr double kSlantCost = 2.0;    // pixels of leader for each pixel that a label stands too far aside
 constexpr double kBlockCost = 300.0;  // pixels of leader for each obstacle that it leads over
 constexpr double kPassage =
     6.0;                         // pixels between inner labels, beyond the gap, for a leader to the outer row
 constexpr double kStill = 0.25;  // pixels; what moves less has not moved
-constexpr double kShortest = 1.0;  // pixels; leaders count as this long at least where that divides
 
 }  // namespace
 
@@ -84,10 +82,7 @@ double Seating::SwitchCost(std::uint32_t label, std::size_t lane) const {
 
 ScreenPoint Seating::CentreAt(std::uint32_t label, std::size_t lane, double place, std::size_t index) const {
     const Lane& on = LaneAt(lane);
-    if (HasStands(lane)) {
-        const double depth = StandOf(label, lane).depth;
-        return on.Along() == 0 ? ScreenPoint{place, depth} : ScreenPoint{depth, place};
-    }
+    if (HasStands(lane)) return StandOf(label, lane).Centre(place, on.Along());
     const bool isOuter = on.IsDouble() && index % 2 == 1;
     return on.Centre(m_problem.labels[label].form, place, isOuter, m_anchors[m_firstAnchors[label]]);
 }
@@ -149,17 +144,29 @@ void Seating::MeasureAlone(std::size_t lane) {
 
 Seating::Lone Seating::PlaceAlone(std::uint32_t label, std::size_t lane) const {
     const Lane& on = LaneAt(lane);
-    const auto anchors = AnchorsOf(label);
-    double sum = 0.0;
-    for (const ScreenPoint& anchor : anchors) sum += anchor[on.Along()];
-    const double middle = anchors.size() == 1 ? sum : sum / static_cast<double>(anchors.size());
-    const double half = 0.5 * m_problem.labels[label].form.Length(on.Along());
+    const int axis = on.Along();
+    const double half = 0.5 * m_problem.labels[label].form.Length(axis);
     const double least = on.Least() + half;
-    const double place = std::clamp(middle, least, std::max(on.Greatest() - half, least));
+    const double greatest = std::max(on.Greatest() - half, least);
     LabelSeat seat;
+    if (HasStands(lane)) {
+        const Stand& stand = StandOf(label, lane);
+        const double place = std::clamp(stand.anchor, least, greatest);
+        MeasureStand(stand, m_fees[label * LaneCount() + lane], place, seat);
+        return {stand.Centre(place, axis), place, seat.length, seat.cost};
+    }
+    const double place = std::clamp(MiddleOf(label, axis), least, greatest);
     seat.centre = CentreAt(label, lane, place);
     MeasureOne(label, lane, place, seat);
     return {seat.centre, place, seat.length, seat.cost};
+}
+
+/// Of what its leaders end at.
+double Seating::MiddleOf(std::uint32_t label, int axis) const {
+    const auto anchors = AnchorsOf(label);
+    double sum = 0.0;
+    for (const ScreenPoint& anchor : anchors) sum += anchor[axis];
+    return anchors.size() == 1 ? sum : sum / static_cast<double>(anchors.size());
 }
 
 double Seating::CostAt(std::uint32_t label, std::size_t lane, double place) const {
@@ -483,6 +490,7 @@ std::span<const double> Seating::Spread(const Window& window) {
 /// spend their time in here.
 [[gnu::flatten]] double Seating::Measure(const Window& window, const Labels& labels) {
     m_trial.seats.resize(labels.size());
+    if (HasStands(window.lane)) return MeasureStands(window.lane, labels);
     const Lane& lane = LaneAt(window.lane);
     for (std::size_t k = 0; k < labels.size(); ++k)
         m_trial.seats[k].centre = CentreAt(labels[k], window.lane, m_trial.places[k], window.first + k);
@@ -491,6 +499,22 @@ std::span<const double> Seating::Spread(const Window& window) {
     for (std::size_t k = 0; k < labels.size(); ++k) {
         LabelSeat& seat = m_trial.seats[k];
         MeasureOne(labels[k], window.lane, m_trial.places[k], seat);
+        m_spaced[k].wish = seat.next.wish;
+        m_spaced[k].weight = seat.next.weight;
+        cost += seat.cost;
+    }
+    return cost;
+}
+
+double Seating::MeasureStands(std::size_t lane, const Labels& labels) {
+    const int axis = LaneAt(lane).Along();
+    double cost = 0.0;
+    for (std::size_t k = 0; k < labels.size(); ++k) {
+        const Stand& stand = StandOf(labels[k], lane);
+        LabelSeat& seat = m_trial.seats[k];
+        const double place = m_trial.places[k];
+        seat.centre = stand.Centre(place, axis);
+        MeasureStand(stand, m_fees[labels[k] * LaneCount() + lane], place, seat);
         m_spaced[k].wish = seat.next.wish;
         m_spaced[k].weight = seat.next.weight;
         cost += seat.cost;
@@ -511,7 +535,8 @@ void Seating::SpaceOuterRow(const Lane& lane, const Labels& labels) {
 
 /// What standing at its centre means for a label.
 void Seating::MeasureOne(std::uint32_t label, std::size_t lane, double place, LabelSeat& seat) const {
-    if (HasStands(lane)) return MeasureStand(label, lane, place, seat);
+    if (HasStands(lane))
+        return MeasureStand(StandOf(label, lane), m_fees[label * LaneCount() + lane], place, seat);
     const LabelForm& form = m_problem.labels[label].form;
     const int axis = LaneAt(lane).Along();
     const auto anchors = AnchorsOf(label);
@@ -533,18 +558,6 @@ void Seating::MeasureOne(std::uint32_t label, std::size_t lane, double place, La
     seat.cost = seat.length + extra;
     // One leader wishes its start above its end, whatever it weighs; most labels have one.
     seat.next = {place - (anchors.size() == 1 ? along : seat.pull / weights), weights, 0.0};
-}
-
-/// The same, where all is known but the place.
-void Seating::MeasureStand(std::uint32_t label, std::size_t lane, double place, LabelSeat& seat) const {
-    const Stand& stand = StandOf(label, lane);
-    const double along = stand.Along(place);
-    seat.length = std::sqrt(along * along + stand.across * stand.across);
-    const double weight = 1.0 / std::max(seat.length, kShortest);
-    seat.pull = weight * along;
-    seat.cost = seat.length + (kSlantCost * std::max(std::abs(along) - stand.slack, 0.0) +
-                               m_fees[label * LaneCount() + lane]);
-    seat.next = {place - along, weight, 0.0};
 }
 
 bool Seating::CanDouble(std::size_t lane) const {

@@ -225,6 +225,9 @@ private:
             const double along = place - anchor;
             return along - std::clamp(along, -reach, reach);
         }
+        [[nodiscard]] ScreenPoint Centre(double place, int axis) const {
+            return axis == 0 ? ScreenPoint{place, depth} : ScreenPoint{depth, place};
+        }
         [[nodiscard]] double Length(double place) const {
             const double along = Along(place);
             return std::sqrt(along * along + across * across);
@@ -242,6 +245,8 @@ private:
     static constexpr int kManyRounds = 5;
     static constexpr int kFewRounds = 0;
     static constexpr std::size_t kMostTried = 20'000'000;
+    static constexpr double kSlantCost = 2.0;  // pixels of leader for each pixel that a label stands too far aside
+    static constexpr double kShortest = 1.0;  // pixels; leaders count as this long at least where that divides
 
     void FindHomes();
     template <class Key>
@@ -258,6 +263,7 @@ private:
     }
     void FindStands(std::size_t lane);
     void MeasureAlone(std::size_t lane);
+    [[nodiscard]] double MiddleOf(std::uint32_t label, int axis) const;
     [[nodiscard]] Lone PlaceAlone(std::uint32_t label, std::size_t lane) const;
     [[nodiscard]] double SwitchCost(std::uint32_t label, std::size_t lane) const;
     [[nodiscard]] ScreenPoint CentreAt(std::uint32_t label, std::size_t lane, double place,
@@ -271,7 +277,16 @@ private:
     double Measure(const Window& window, const Labels& labels);
     void SpaceOuterRow(const Lane& lane, const Labels& labels);
     void MeasureOne(std::uint32_t label, std::size_t lane, double place, LabelSeat& seat) const;
-    void MeasureStand(std::uint32_t label, std::size_t lane, double place, LabelSeat& seat) const;
+    double MeasureStands(std::size_t lane, const Labels& labels);
+    /// The same as `MeasureOne`, where all is known but the place.
+    static void MeasureStand(const Stand& stand, double fee, double place, LabelSeat& seat) {
+        const double along = stand.Along(place);
+        seat.length = std::sqrt(along * along + stand.across * stand.across);
+        const double weight = 1.0 / std::max(seat.length, kShortest);
+        seat.pull = weight * along;
+        seat.cost = seat.length + (kSlantCost * std::max(std::abs(along) - stand.slack, 0.0) + fee);
+        seat.next = {place - along, weight, 0.0};
+    }
     [[nodiscard]] SpacedLabel FirstWish(std::uint32_t label, std::size_t lane, std::size_t index) const;
     std::span<const double> Spread(const Window& window);
     void Take(const Window& window);
