@@ -29,6 +29,7 @@ void LaneExchange::Appraise(std::size_t lane) {
     pulls.assign(1, 0.0);
     for (const std::uint32_t label : m_seating.RowOf(lane))
         pulls.push_back(pulls.back() + m_seating.PullOf(label));
+    m_isAmple[lane] = m_seating.HasRoomForAny(lane);
 }
 
 /// For every label that would rather be on a lane that has no room for it.
@@ -37,7 +38,7 @@ void LaneExchange::FindExchanges() {
     for (std::size_t from = 0; from < m_seating.LaneCount(); ++from) {
         for (const std::uint32_t label : m_seating.RowOf(from)) {
             for (std::size_t lane = 0; lane < m_seating.LaneCount(); ++lane) {
-                if (lane == from || m_seating.HasRoom(lane, label)) continue;
+                if (lane == from || m_isAmple[lane] || m_seating.HasRoom(lane, label)) continue;
                 FindPartners({label, lane, m_seating.CostOf(label) - m_seating.LoneCost(label, lane)});
             }
         }

@@ -14,7 +14,8 @@ namespace zrcallouts {
 /// are tried in vain. Keeps its memory from call to call.
 class LaneExchange {
 public:
-    explicit LaneExchange(Seating& seating) : m_seating(seating), m_pulls(seating.LaneCount()) {}
+    explicit LaneExchange(Seating& seating)
+        : m_seating(seating), m_pulls(seating.LaneCount()), m_isAmple(m_pulls.size()) {}
 
     /// Returns whether anything changed.
     bool Run();
@@ -43,6 +44,7 @@ private:
 
     Seating& m_seating;
     std::vector<std::vector<double>> m_pulls;  // of each lane's labels, summed up to each
+    std::vector<bool> m_isAmple;               // lanes that have room for any label
     std::vector<Exchange> m_exchanges;
 };
 

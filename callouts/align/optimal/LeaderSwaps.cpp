@@ -37,6 +37,7 @@ bool LeaderSwaps::Run() {
 
 /// Exchanges neighbours as long as that saves enough.
 bool LeaderSwaps::SortNeighbours(std::size_t lane) {
+    if (m_seating.LastMoveOn(lane) <= m_sorted) return false;
     const auto& labels = m_seating.RowOf(lane);
     bool isAnyChanged = false;
     std::uint64_t sorted = m_sorted;
@@ -75,16 +76,18 @@ bool LeaderSwaps::Uncross() {
     return isChanged;
 }
 
+/// Unless it has hardly moved.
 void LeaderSwaps::Measure(std::size_t lane) {
     LaneSpans& all = m_lanes[lane];
-    all.isChanged = all.isFresh = false;
+    all.isChanged = false;
+    all.isFresh = m_seating.LastMoveOn(lane) > m_seen;
+    if (!all.isFresh) return;
     all.box = kNothing;
     all.spans.resize(m_seating.RowOf(lane).size());
     for (std::size_t i = 0; i < all.spans.size(); ++i) {
         MeasureOne(lane, i);
         Span& span = all.spans[i];
         span.isFresh = m_seating.LastMoveOf(m_seating.RowOf(lane)[i]) > m_seen;
-        all.isFresh = all.isFresh || span.isFresh;
     }
     if (!all.spans.empty()) FindReaches(lane, 0, all.spans.size() - 1);
 }
@@ -174,9 +177,12 @@ bool LeaderSwaps::SwapAcross(std::size_t a, std::size_t i, std::size_t b) {
 /// Exchanges labels whose leaders cross, and neighbours that save more than their old order is worth.
 bool LeaderSwaps::TrySwap(std::uint32_t a, std::uint32_t b, bool areNeighbours) {
     if (!areNeighbours && !m_seating.DoLeadersCross(a, b)) return false;
-    const double gain = m_seating.LengthOf(a) + m_seating.LengthOf(b) - m_seating.LengthInSeatOf(a, b) -
-                        m_seating.LengthInSeatOf(b, a);
-    const bool doCross = !areNeighbours || DoNeighboursCross(a, b, gain);
+    const double length = m_seating.LengthOf(a) + m_seating.LengthOf(b);
+    const double gain = length - m_seating.LengthInSeatOf(a, b) - m_seating.LengthInSeatOf(b, a);
+    // Most neighbours lose more than any reason to exchange them is worth.
+    if (areNeighbours && gain < -kOrderCost - (m_seating.AreAlike(a, b) ? 0.0 : kUncrossLoss * length))
+        return false;
+    const bool doCross = !areNeighbours || m_seating.DoLeadersCross(a, b);
     if (!IsWorthwhile(a, b, gain, doCross)) {
         m_isStuck = m_isStuck || doCross;
         return false;
@@ -186,16 +192,9 @@ bool LeaderSwaps::TrySwap(std::uint32_t a, std::uint32_t b, bool areNeighbours) 
     return true;
 }
 
-/// As far as exchanging them may pay, at this gain: with most neighbours it does not.
-bool LeaderSwaps::DoNeighboursCross(std::uint32_t a, std::uint32_t b, double gain) const {
-    const double loss = kUncrossLoss * (m_seating.LengthOf(a) + m_seating.LengthOf(b));
-    return gain >= (m_seating.AreAlike(a, b) ? 0.0 : -loss) && m_seating.DoLeadersCross(a, b);
-}
-
 bool LeaderSwaps::IsWorthwhile(std::uint32_t a, std::uint32_t b, double gain, bool doCross) const {
     const double length = m_seating.LengthOf(a) + m_seating.LengthOf(b);
     if (!doCross) {
-        if (gain + kOrderCost < kNeighbourGain * length) return false;
         if (WereInOrder(a, b)) gain -= kOrderCost;
         if (WereInOrder(b, a)) gain += kOrderCost;
         if (gain < kNeighbourGain * length) return false;

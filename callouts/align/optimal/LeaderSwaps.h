@@ -21,7 +21,7 @@ public:
     bool Run();
     /// The same, from what has hardly moved since the last run on.
     bool RunAnew() {
-        m_seen = m_sorted = 0;
+        m_seen = 0;
         m_isStuck = false;
         return Run();
     }
@@ -60,7 +60,6 @@ private:
     /// Whether one more pair of leaders may be looked at, which is counted.
     bool MayLook() { return m_pairsLeft > 0 && m_pairsLeft-- > 0; }
     bool TrySwap(std::uint32_t a, std::uint32_t b, bool areNeighbours);
-    [[nodiscard]] bool DoNeighboursCross(std::uint32_t a, std::uint32_t b, double gain) const;
     [[nodiscard]] bool IsWorthwhile(std::uint32_t a, std::uint32_t b, double gain, bool doCross) const;
     [[nodiscard]] bool WereInOrder(std::uint32_t a, std::uint32_t b) const;
 

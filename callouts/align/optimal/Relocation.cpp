@@ -119,10 +119,23 @@ double Relocation::CostIn(std::size_t lane, std::uint32_t label) const {
     return m_seating.CostAt(label, lane, least - first) + std::max(paid, 0.0);
 }
 
+/// Whether going elsewhere could gain at all; for most labels it could not.
+bool Relocation::MayGain(std::uint32_t label) const {
+    const std::size_t from = m_seating.LaneOf(label);
+    const auto& [before, after] = m_rooms[from][m_seating.IndexOf(label)];
+    const double relief = m_seating.LoadOf(label, from) * std::max({before.pull, after.pull, 0.0});
+    const double most = m_seating.CostOf(label) + relief - kLeastGain;
+    for (std::size_t lane = 0; lane < m_seating.LaneCount(); ++lane) {
+        if (lane != from && m_seating.LoneCost(label, lane) < most) return true;
+    }
+    return false;
+}
+
 void Relocation::FindMoves() {
     m_moves.clear();
     for (std::size_t from = 0; from < m_seating.LaneCount(); ++from) {
         for (const std::uint32_t label : m_seating.RowOf(from)) {
+            if (!MayGain(label)) continue;
             const double saved = m_seating.CostOf(label) + Relief(label);
             for (std::size_t lane = 0; lane < m_seating.LaneCount(); ++lane) {
                 if (lane == from || saved - m_seating.LoneCost(label, lane) < kLeastGain) continue;

@@ -49,9 +49,9 @@ private:
     [[nodiscard]] Chain ChainFrom(std::size_t lane, std::size_t index) const;
     [[nodiscard]] double Relief(std::uint32_t label) const;
     [[nodiscard]] double CostIn(std::size_t lane, std::uint32_t label) const;
+    [[nodiscard]] bool MayGain(std::uint32_t label) const;
     void FindMoves();
     bool Try(const Move& move);
-    [[nodiscard]] double GainOf(const Move& move) const;
     [[nodiscard]] std::size_t PlaceIn(std::size_t lane, double wish) const;
 
     Seating& m_seating;

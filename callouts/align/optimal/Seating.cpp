@@ -356,6 +356,7 @@ void Seating::Replace(const Window& window, const Labels& labels) {
         m_seats[row.labels[i]].index = i;
     }
     Take({window.lane, window.first, window.first + labels.size(), window.least, window.greatest});
+    row.moved = m_now;
 }
 
 void Seating::Settle(std::size_t lane, int rounds) {
@@ -368,10 +369,11 @@ void Seating::Settle(std::size_t lane, int rounds) {
 /// Remembers what the trial found for the window's labels.
 void Seating::Take(const Window& window) {
     ++m_now;
+    Row& row = m_rows[window.lane];
     for (std::size_t i = window.first; i < window.end; ++i) {
-        LabelSeat& seat = m_seats[m_rows[window.lane].labels[i]];
+        LabelSeat& seat = m_seats[row.labels[i]];
         const LabelSeat& found = m_trial.seats[i - window.first];
-        if (Distance(seat.centre, found.centre) > kStill) seat.moved = m_now;
+        if (Distance(seat.centre, found.centre) > kStill) seat.moved = row.moved = m_now;
         seat.centre = found.centre;
         seat.cost = found.cost;
         seat.length = found.length;
@@ -413,7 +415,7 @@ void Seating::Swap(std::uint32_t a, std::uint32_t b) {
         row.labels[seat.index] = label;
         seat.centre = CentreAt(label, seat.lane, row.places[seat.index], seat.index);
         MeasureOne(label, seat.lane, row.places[seat.index], seat);
-        seat.moved = m_now;
+        seat.moved = row.moved = m_now;
     }
     const double more = LoadOf(b, LaneOf(b)) - LoadOf(a, LaneOf(b));
     m_rows[LaneOf(b)].load += more;

@@ -26,6 +26,7 @@ class Seating {
         std::vector<std::uint32_t> labels;
         std::vector<double> places;
         double load = 0.0;
+        std::uint64_t moved = 0;
     };
     struct LabelSeat {
         std::size_t lane = 0;
@@ -91,6 +92,8 @@ public:
     /// Counts up whenever labels move; the count of a label's last move.
     [[nodiscard]] std::uint64_t Now() const { return m_now; }
     [[nodiscard]] std::uint64_t LastMoveOf(std::uint32_t label) const { return m_seats[label].moved; }
+    /// The same for any label of the lane; labels that came or went count as well.
+    [[nodiscard]] std::uint64_t LastMoveOn(std::size_t lane) const { return m_rows[lane].moved; }
     /// What its leaders end at; its old centre where it has none.
     [[nodiscard]] std::span<const ScreenPoint> AnchorsOf(std::uint32_t label) const {
         const std::size_t first = m_firstAnchors[label];
@@ -110,6 +113,11 @@ public:
     /// Whether the lane holds one more label, this one.
     [[nodiscard]] bool HasRoom(std::size_t lane, std::uint32_t label) const {
         return Holds(lane, label) && Load(lane) + LoadOf(label, lane) <= Capacity(lane);
+    }
+    /// Whether it holds one more label, whichever that is.
+    [[nodiscard]] bool HasRoomForAny(std::size_t lane) const {
+        const double load = m_thickest[LaneAt(lane).Along()] + m_problem.rules.gap;
+        return LaneAt(lane).Holds(Thick(lane)) && Load(lane) + load <= Capacity(lane);
     }
     [[nodiscard]] double WishOf(std::uint32_t label, std::size_t lane) const {
         return m_alone[label * LaneCount() + lane].wish;
@@ -132,9 +140,8 @@ public:
     /// The length of its leaders if it had the other one's place.
     [[nodiscard]] double LengthInSeatOf(std::uint32_t label, std::uint32_t other) const {
         const LabelSeat& seat = m_seats[other];
-        return HasStands(seat.lane)
-                   ? StandOf(label, seat.lane).Length(m_rows[seat.lane].places[seat.index])
-                   : LengthAt(label, CentreInSeatOf(label, other));
+        return HasStands(seat.lane) ? StandOf(label, seat.lane).Length(m_rows[seat.lane].places[seat.index])
+                                    : LengthAt(label, CentreInSeatOf(label, other));
     }
 
     /// Whether these lanes, one for each label, have room for all.
@@ -245,8 +252,10 @@ private:
     static constexpr int kManyRounds = 5;
     static constexpr int kFewRounds = 0;
     static constexpr std::size_t kMostTried = 20'000'000;
-    static constexpr double kSlantCost = 2.0;  // pixels of leader for each pixel that a label stands too far aside
-    static constexpr double kShortest = 1.0;  // pixels; leaders count as this long at least where that divides
+    static constexpr double kSlantCost =
+        2.0;  // pixels of leader for each pixel that a label stands too far aside
+    static constexpr double kShortest =
+        1.0;  // pixels; leaders count as this long at least where that divides
 
     void FindHomes();
     template <class Key>
