@@ -115,8 +115,11 @@ void LeaderSwaps::MeasureOne(std::size_t lane, std::size_t index) {
     const ScreenPoint& centre = m_seating.CentreOf(label);
     Span& span = spans[index];
     span.box = {centre.x, centre.y, centre.x, centre.y};
-    for (const ScreenPoint& anchor : m_seating.AnchorsOf(label))
-        Enclose(span.box, {anchor.x, anchor.y, anchor.x, anchor.y});
+    const auto anchors = m_seating.AnchorsOf(label);
+    for (const ScreenPoint& anchor : anchors) Enclose(span.box, {anchor.x, anchor.y, anchor.x, anchor.y});
+    const ScreenPoint& last = anchors.back();
+    span.leader = {m_seating.Problem().labels[label].form.Start(centre, last), last};
+    span.isSingle = anchors.size() == 1;
     span.from = span.box.Least(axis);
     span.to = span.box.Greatest(axis);
     Enclose(m_lanes[lane].box, span.box);
@@ -132,7 +135,7 @@ bool LeaderSwaps::SwapWithin(std::size_t lane) {
         for (std::size_t k = i; k-- > 0;) {
             if (spans[k].reach < spans[i].from || !MayLook()) break;
             if (!spans[i].isFresh && !spans[k].isFresh) continue;
-            if (!spans[k].box.Overlaps(spans[i].box) || !TrySwap(labels[k], labels[i], false)) continue;
+            if (!spans[k].MayCross(spans[i]) || !TrySwap(labels[k], labels[i], false)) continue;
             isChanged = true;
             MeasureOne(lane, k);
             MeasureOne(lane, i);
@@ -163,7 +166,7 @@ bool LeaderSwaps::SwapAcross(std::size_t a, std::size_t i, std::size_t b) {
         spans.begin(), spans.end(), [&](const Span& other) { return other.reach < span.box.Least(axis); });
     for (auto k = static_cast<std::size_t>(first - spans.begin()); k < spans.size(); ++k) {
         if (spans[k].back > span.box.Greatest(axis) || !MayLook()) break;
-        if (!span.box.Overlaps(spans[k].box)) continue;
+        if (!span.MayCross(spans[k])) continue;
         if (!TrySwap(m_seating.RowOf(a)[i], m_seating.RowOf(b)[k], false)) continue;
         isChanged = true;
         MeasureOne(a, i);

@@ -36,11 +36,19 @@ private:
     /// A label's leaders.
     struct Span {
         ScreenBox box;
+        ScreenSegment leader;   // the last one
+        bool isSingle = false;  // is that the only one?
         double from = 0.0;  // along the lane, the label's place included
         double to = 0.0;
         double reach = 0.0;   // the greatest `to` of all spans up to here
         double back = 0.0;    // the least `from` of all spans from here on
         bool isFresh = true;  // moved since it was last looked at
+
+        /// Answers for labels with several leaders as far as boxes tell.
+        [[nodiscard]] bool MayCross(const Span& other) const {
+            return box.Overlaps(other.box) &&
+                   (!isSingle || !other.isSingle || DoCross(leader, other.leader));
+        }
     };
     struct LaneSpans {
         std::vector<Span> spans;  // of the labels, in their order
