@@ -22,7 +22,8 @@ Seating::Seating(const LayoutProblem& problem)
     : m_problem(problem),
       m_set(MakeLanes(problem)),
       m_rows(m_set.lanes.size()),
-      m_seats(problem.labels.size()),
+      m_labelCount(problem.labels.size()),
+      m_seats(m_labelCount),
       m_thickest{GreatestLength(problem.labels, 0), GreatestLength(problem.labels, 1)} {
     m_firstAnchors.reserve(problem.labels.size() + 1);
     m_anchors.reserve(problem.labels.size());
@@ -35,8 +36,9 @@ Seating::Seating(const LayoutProblem& problem)
     m_firstAnchors.push_back(m_anchors.size());
     FindHomes();
     m_fees.reserve(m_seats.size() * LaneCount());
-    for (std::uint32_t label = 0; label < m_seats.size(); ++label) {
-        for (std::size_t lane = 0; lane < LaneCount(); ++lane) m_fees.push_back(SwitchCost(label, lane));
+    for (std::size_t lane = 0; lane < LaneCount(); ++lane) {
+        for (std::uint32_t label = 0; label < m_seats.size(); ++label)
+            m_fees.push_back(SwitchCost(label, lane));
     }
     m_isPlain = IsPlain();
     m_stands.resize(m_fees.size());
@@ -131,7 +133,7 @@ void Seating::FindStands(std::size_t lane) {
         const double reach = form.Reach();
         const double off = std::abs(depth - anchor[1 - axis]);
         const double across = axis == 0 ? off : std::max(off - reach, 0.0);
-        m_stands[label * LaneCount() + lane] = {depth, anchor[axis], axis == 0 ? reach : 0.0, across,
+        m_stands[CellOf(label, lane)] = {depth, anchor[axis], axis == 0 ? reach : 0.0, across,
                                                 m_slants[label] * across};
     }
 }
@@ -139,7 +141,7 @@ void Seating::FindStands(std::size_t lane) {
 void Seating::MeasureAlone(std::size_t lane) {
     FindStands(lane);
     for (std::uint32_t label = 0; label < m_seats.size(); ++label)
-        m_alone[label * LaneCount() + lane] = PlaceAlone(label, lane);
+        m_alone[CellOf(label, lane)] = PlaceAlone(label, lane);
 }
 
 Seating::Lone Seating::PlaceAlone(std::uint32_t label, std::size_t lane) const {
@@ -152,7 +154,7 @@ Seating::Lone Seating::PlaceAlone(std::uint32_t label, std::size_t lane) const {
     if (HasStands(lane)) {
         const Stand& stand = StandOf(label, lane);
         const double place = std::clamp(stand.anchor, least, greatest);
-        MeasureStand(stand, m_fees[label * LaneCount() + lane], place, seat);
+        MeasureStand(stand, m_fees[CellOf(label, lane)], place, seat);
         return {stand.Centre(place, axis), place, seat.length, seat.cost};
     }
     const double place = std::clamp(MiddleOf(label, axis), least, greatest);
@@ -177,9 +179,12 @@ double Seating::CostAt(std::uint32_t label, std::size_t lane, double place) cons
 }
 
 const Seating::Lone& Seating::LonePlace(std::uint32_t label) const {
-    const auto first = m_alone.begin() + static_cast<std::ptrdiff_t>(label * LaneCount());
-    return *std::min_element(first, first + static_cast<std::ptrdiff_t>(LaneCount()),
-                             [](const auto& a, const auto& b) { return a.length < b.length; });
+    const Lone* best = &m_alone[CellOf(label, 0)];
+    for (std::size_t lane = 1; lane < LaneCount(); ++lane) {
+        const Lone& lone = m_alone[CellOf(label, lane)];
+        if (lone.length < best->length) best = &lone;
+    }
+    return *best;
 }
 
 ScreenPoint Seating::CentreInSeatOf(std::uint32_t label, std::uint32_t other) const {
@@ -325,14 +330,14 @@ double Seating::Charges() const {
     double charges = 0.0;
     for (std::size_t lane = 0; lane < LaneCount(); ++lane) {
         for (const std::uint32_t label : RowOf(lane))
-            charges += m_fees[label * LaneCount() + lane] - SwitchCost(label, lane);
+            charges += m_fees[CellOf(label, lane)] - SwitchCost(label, lane);
     }
     return charges;
 }
 
 void Seating::Charge(std::uint32_t label, std::size_t lane, double more) {
-    m_fees[label * LaneCount() + lane] += more;
-    m_alone[label * LaneCount() + lane].cost += more;
+    m_fees[CellOf(label, lane)] += more;
+    m_alone[CellOf(label, lane)].cost += more;
 }
 
 double Seating::CostWith(const Window& window, const Labels& labels) {
@@ -516,7 +521,7 @@ double Seating::MeasureStands(std::size_t lane, const Labels& labels) {
         LabelSeat& seat = m_trial.seats[k];
         const double place = m_trial.places[k];
         seat.centre = stand.Centre(place, axis);
-        MeasureStand(stand, m_fees[labels[k] * LaneCount() + lane], place, seat);
+        MeasureStand(stand, m_fees[CellOf(labels[k], lane)], place, seat);
         m_spaced[k].wish = seat.next.wish;
         m_spaced[k].weight = seat.next.weight;
         cost += seat.cost;
@@ -538,14 +543,14 @@ void Seating::SpaceOuterRow(const Lane& lane, const Labels& labels) {
 /// What standing at its centre means for a label.
 void Seating::MeasureOne(std::uint32_t label, std::size_t lane, double place, LabelSeat& seat) const {
     if (HasStands(lane))
-        return MeasureStand(StandOf(label, lane), m_fees[label * LaneCount() + lane], place, seat);
+        return MeasureStand(StandOf(label, lane), m_fees[CellOf(label, lane)], place, seat);
     const LabelForm& form = m_problem.labels[label].form;
     const int axis = LaneAt(lane).Along();
     const auto anchors = AnchorsOf(label);
     seat.length = seat.pull = 0.0;
     double weights = 0.0;
     double along = 0.0;
-    double extra = m_fees[label * LaneCount() + lane];
+    double extra = m_fees[CellOf(label, lane)];
     for (const ScreenPoint& anchor : anchors) {
         const ScreenPoint start = form.Start(seat.centre, anchor);
         const double length = Distance(start, anchor);

@@ -120,10 +120,10 @@ public:
         return LaneAt(lane).Holds(Thick(lane)) && Load(lane) + load <= Capacity(lane);
     }
     [[nodiscard]] double WishOf(std::uint32_t label, std::size_t lane) const {
-        return m_alone[label * LaneCount() + lane].wish;
+        return m_alone[CellOf(label, lane)].wish;
     }
     [[nodiscard]] double LoneCost(std::uint32_t label, std::size_t lane) const {
-        return m_alone[label * LaneCount() + lane].cost;
+        return m_alone[CellOf(label, lane)].cost;
     }
     /// Where the label's leaders are shortest if it has the page to itself. Requires: there is a lane.
     [[nodiscard]] const Lone& LonePlace(std::uint32_t label) const;
@@ -257,6 +257,10 @@ private:
     static constexpr double kShortest =
         1.0;  // pixels; leaders count as this long at least where that divides
 
+    /// Where what is known of a label on a lane is kept: lane by lane.
+    [[nodiscard]] std::size_t CellOf(std::uint32_t label, std::size_t lane) const {
+        return lane * m_labelCount + label;
+    }
     void FindHomes();
     template <class Key>
     Labels SortedBy(const Labels& labels, const Key& key);
@@ -268,7 +272,7 @@ private:
     /// Two rows have none.
     [[nodiscard]] bool HasStands(std::size_t lane) const { return m_isPlain && !LaneAt(lane).IsDouble(); }
     [[nodiscard]] const Stand& StandOf(std::uint32_t label, std::size_t lane) const {
-        return m_stands[label * LaneCount() + lane];
+        return m_stands[CellOf(label, lane)];
     }
     void FindStands(std::size_t lane);
     void MeasureAlone(std::size_t lane);
@@ -303,15 +307,16 @@ private:
     const LayoutProblem& m_problem;
     LaneSet m_set;
     std::vector<Row> m_rows;  // of each lane
+    std::size_t m_labelCount;
     std::vector<LabelSeat> m_seats;
     std::vector<ScreenPoint> m_anchors;  // of all labels
     std::vector<std::size_t> m_firstAnchors;
     std::vector<int> m_homes;      // the side where each label is already; -1: none
     std::vector<double> m_slants;  // of each label's form
     bool m_isPlain;                // whether straight rows have stands
-    std::vector<Stand> m_stands;   // of each label on each lane
-    std::vector<double> m_fees;    // of each label on each lane, wherever it stands there
-    std::vector<Lone> m_alone;     // each label on each lane
+    std::vector<Stand> m_stands;   // of each lane's cells
+    std::vector<double> m_fees;    // of each lane's cells, wherever the label stands there
+    std::vector<Lone> m_alone;     // of each lane's cells
     ScreenPoint m_thickest;        // the largest label along each axis
     std::uint64_t m_now = 0;
     std::size_t m_tried = 0;  // labels placed to see what that costs
