@@ -183,9 +183,9 @@ bool LeaderSwaps::TrySwap(std::uint32_t a, std::uint32_t b, bool areNeighbours) 
     const double length = m_seating.LengthOf(a) + m_seating.LengthOf(b);
     const double gain = length - m_seating.LengthInSeatOf(a, b) - m_seating.LengthInSeatOf(b, a);
     // Most neighbours lose more than any reason to exchange them is worth.
-    if (areNeighbours && gain < -kOrderCost - (m_seating.AreAlike(a, b) ? 0.0 : kUncrossLoss * length))
-        return false;
-    const bool doCross = !areNeighbours || m_seating.DoLeadersCross(a, b);
+    const double loss = areNeighbours && !m_seating.AreAlike(a, b) ? kUncrossLoss * length : 0.0;
+    if (areNeighbours && gain < -kOrderCost - loss) return false;
+    const bool doCross = !areNeighbours || (gain >= -loss && m_seating.DoLeadersCross(a, b));
     if (!IsWorthwhile(a, b, gain, doCross)) {
         m_isStuck = m_isStuck || doCross;
         return false;

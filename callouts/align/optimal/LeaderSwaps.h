@@ -38,7 +38,7 @@ private:
         ScreenBox box;
         ScreenSegment leader;   // the last one
         bool isSingle = false;  // is that the only one?
-        double from = 0.0;  // along the lane, the label's place included
+        double from = 0.0;      // along the lane, the label's place included
         double to = 0.0;
         double reach = 0.0;   // the greatest `to` of all spans up to here
         double back = 0.0;    // the least `from` of all spans from here on
@@ -46,8 +46,7 @@ private:
 
         /// Answers for labels with several leaders as far as boxes tell.
         [[nodiscard]] bool MayCross(const Span& other) const {
-            return box.Overlaps(other.box) &&
-                   (!isSingle || !other.isSingle || DoCross(leader, other.leader));
+            return box.Overlaps(other.box) && (!isSingle || !other.isSingle || DoCross(leader, other.leader));
         }
     };
     struct LaneSpans {

@@ -44,7 +44,8 @@ void PlaceOrder::FindKeys(std::span<const double> values) {
         greatest = std::max(greatest, value);
     }
     // Halves, since the whole range of doubles is no double.
-    const double scale = std::min(kGreatest / (0.5 * greatest - 0.5 * least), std::numeric_limits<double>::max());
+    const double scale =
+        std::min(kGreatest / (0.5 * greatest - 0.5 * least), std::numeric_limits<double>::max());
     m_keys.resize(values.size());
     for (std::size_t i = 0; i < values.size(); ++i)
         m_keys[i] = static_cast<std::uint64_t>((0.5 * values[i] - 0.5 * least) * scale) << 32U | i;

@@ -134,7 +134,7 @@ void Seating::FindStands(std::size_t lane) {
         const double off = std::abs(depth - anchor[1 - axis]);
         const double across = axis == 0 ? off : std::max(off - reach, 0.0);
         m_stands[CellOf(label, lane)] = {depth, anchor[axis], axis == 0 ? reach : 0.0, across,
-                                                m_slants[label] * across};
+                                         m_slants[label] * across};
     }
 }
 
@@ -542,8 +542,7 @@ void Seating::SpaceOuterRow(const Lane& lane, const Labels& labels) {
 
 /// What standing at its centre means for a label.
 void Seating::MeasureOne(std::uint32_t label, std::size_t lane, double place, LabelSeat& seat) const {
-    if (HasStands(lane))
-        return MeasureStand(StandOf(label, lane), m_fees[CellOf(label, lane)], place, seat);
+    if (HasStands(lane)) return MeasureStand(StandOf(label, lane), m_fees[CellOf(label, lane)], place, seat);
     const LabelForm& form = m_problem.labels[label].form;
     const int axis = LaneAt(lane).Along();
     const auto anchors = AnchorsOf(label);
