@@ -96,27 +96,32 @@ double Relocation::Relief(std::uint32_t label) const {
     return -before.CostBy(-first) - after.CostBy(-second);
 }
 
-/// What the label and those that make way for it pay when it comes.
-double Relocation::CostIn(std::size_t lane, std::uint32_t label) const {
+/// Where the label's middle has room before the row's label of that index. None: `greatest` is below `least`.
+Relocation::Gap Relocation::GapBefore(std::size_t lane, std::size_t index, std::uint32_t label) const {
     const auto& labels = m_seating.RowOf(lane);
     const auto& places = m_seating.PlacesOf(lane);
+    const Lane& on = m_seating.LaneAt(lane);
+    const double half = 0.5 * m_seating.Problem().labels[label].form.Length(on.Along());
+    Gap gap{on.Least() + half, on.Greatest() - half};
+    if (index > 0) gap.least = places[index - 1] + m_seating.Pitch(lane, labels[index - 1], label);
+    if (index < labels.size()) gap.greatest = places[index] - m_seating.Pitch(lane, label, labels[index]);
+    return gap;
+}
+
+/// What the label and those that make way for it pay when it comes.
+double Relocation::CostIn(std::size_t lane, std::uint32_t label) const {
     const double wish = m_seating.WishOf(label, lane);
     const std::size_t next = PlaceIn(lane, wish);
-    const bool isFirst = next == 0;
-    const bool isLast = next == labels.size();
-    const double half = 0.5 * m_seating.Problem().labels[label].form.Length(m_seating.LaneAt(lane).Along());
-    const double least = isFirst ? m_seating.LaneAt(lane).Least() + half
-                                 : places[next - 1] + m_seating.Pitch(lane, labels[next - 1], label);
-    const double greatest = isLast ? m_seating.LaneAt(lane).Greatest() - half
-                                   : places[next] - m_seating.Pitch(lane, label, labels[next]);
-    if (least <= greatest) return m_seating.CostAt(label, lane, std::clamp(wish, least, greatest));
-    const Chain before = isFirst ? Chain{0.0, 0.0, true} : ChainUpTo(lane, next - 1);
-    const Chain after = isLast ? Chain{0.0, 0.0, true} : ChainFrom(lane, next);
-    const double lack = least - greatest;
+    const Gap gap = GapBefore(lane, next, label);
+    const double lack = gap.least - gap.greatest;
+    if (lack <= 0.0) return m_seating.CostAt(label, lane, std::clamp(wish, gap.least, gap.greatest));
+    constexpr Chain kEnd{0.0, 0.0, true};
+    const Chain before = next > 0 ? ChainUpTo(lane, next - 1) : kEnd;
+    const Chain after = next < m_seating.RowOf(lane).size() ? ChainFrom(lane, next) : kEnd;
     double first = Share(before, after, lack);
     if (before.isHeld != after.isHeld) first = before.isHeld ? 0.0 : lack;
     const double paid = before.CostBy(first) + after.CostBy(lack - first);
-    return m_seating.CostAt(label, lane, least - first) + std::max(paid, 0.0);
+    return m_seating.CostAt(label, lane, gap.least - first) + std::max(paid, 0.0);
 }
 
 /// Whether going elsewhere could gain at all; for most labels it could not.
@@ -159,27 +164,40 @@ std::size_t Relocation::PlaceIn(std::size_t lane, double wish) const {
 
 /// Earlier moves of the pass may have changed what this one gains.
 bool Relocation::Try(const Move& move) {
-    const auto [gain, label, lane] = move;
-    const std::size_t from = m_seating.LaneOf(label);
-    if (m_seating.IsSpent() || from == lane || !m_seating.HasRoom(lane, label)) return false;
-    if (m_seating.CostOf(label) + Relief(label) - CostIn(lane, label) < kLeastGain) return false;
-    const auto leaving = m_seating.Around(from, m_seating.IndexOf(label), m_seating.LoadOf(label, from));
-    const auto& row = m_seating.RowOf(from);
-    m_left.assign(row.begin() + Offset(leaving.first), row.begin() + Offset(leaving.end));
-    std::erase(m_left, label);
-    const std::size_t at = PlaceIn(lane, m_seating.WishOf(label, lane));
-    const auto joining = m_seating.Around(lane, at, m_seating.LoadOf(label, lane));
-    const auto& other = m_seating.RowOf(lane);
-    m_joined.assign(other.begin() + Offset(joining.first), other.begin() + Offset(joining.end));
-    m_joined.insert(m_joined.begin() + Offset(at - joining.first), label);
+    const std::size_t from = m_seating.LaneOf(move.label);
+    if (m_seating.IsSpent() || from == move.lane || !m_seating.HasRoom(move.lane, move.label)) return false;
+    const double saved = m_seating.CostOf(move.label) + Relief(move.label);
+    if (saved - CostIn(move.lane, move.label) < kLeastGain) return false;
+    const auto leaving = Leave(move.label);
+    const auto joining = Join(move.lane, move.label);
     const double before = m_seating.CostOf(leaving) + m_seating.CostOf(joining);
     if (before - m_seating.CostWith(leaving, m_left) - m_seating.CostWith(joining, m_joined) < kLeastGain)
         return false;
     m_seating.Replace(leaving, m_left);
     m_seating.Replace(joining, m_joined);
     Appraise(from);
-    Appraise(lane);
+    Appraise(move.lane);
     return true;
+}
+
+/// Finds who stays and may move when the label goes.
+Seating::Window Relocation::Leave(std::uint32_t label) {
+    const std::size_t lane = m_seating.LaneOf(label);
+    const auto& row = m_seating.RowOf(lane);
+    const auto window = m_seating.Around(lane, m_seating.IndexOf(label), m_seating.LoadOf(label, lane));
+    m_left.assign(row.begin() + Offset(window.first), row.begin() + Offset(window.end));
+    std::erase(m_left, label);
+    return window;
+}
+
+/// The same when it comes, itself included.
+Seating::Window Relocation::Join(std::size_t lane, std::uint32_t label) {
+    const auto& row = m_seating.RowOf(lane);
+    const std::size_t at = PlaceIn(lane, m_seating.WishOf(label, lane));
+    const auto window = m_seating.Around(lane, at, m_seating.LoadOf(label, lane));
+    m_joined.assign(row.begin() + Offset(window.first), row.begin() + Offset(window.end));
+    m_joined.insert(m_joined.begin() + Offset(at - window.first), label);
+    return window;
 }
 
 }  // namespace zrcallouts

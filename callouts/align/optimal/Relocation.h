@@ -41,6 +41,10 @@ private:
         Chain before;
         Chain after;
     };
+    struct Gap {
+        double least = 0.0;
+        double greatest = 0.0;
+    };
 
     void Appraise(std::size_t lane);
     void AppraiseChain(std::size_t lane, std::size_t first, std::size_t end);
@@ -48,10 +52,13 @@ private:
     [[nodiscard]] Chain ChainUpTo(std::size_t lane, std::size_t index) const;
     [[nodiscard]] Chain ChainFrom(std::size_t lane, std::size_t index) const;
     [[nodiscard]] double Relief(std::uint32_t label) const;
+    [[nodiscard]] Gap GapBefore(std::size_t lane, std::size_t index, std::uint32_t label) const;
     [[nodiscard]] double CostIn(std::size_t lane, std::uint32_t label) const;
     [[nodiscard]] bool MayGain(std::uint32_t label) const;
     void FindMoves();
     bool Try(const Move& move);
+    Seating::Window Leave(std::uint32_t label);
+    Seating::Window Join(std::size_t lane, std::uint32_t label);
     [[nodiscard]] std::size_t PlaceIn(std::size_t lane, double wish) const;
 
     Seating& m_seating;

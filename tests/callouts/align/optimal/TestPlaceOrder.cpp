@@ -18,13 +18,13 @@ std::vector<std::uint32_t> SortedPlainly(const std::vector<double>& values) {
     return order;
 }
 
-// Few are compared, many are counted by digits of 24 bits: numbers that differ below those, equal ones and
-// both zeros must come out the same.
+// Few are compared, many are counted by digits of 24 bits: numbers that differ below those, equal ones, both
+// zeros and the greatest of all must come out the same.
 TEST(PlaceOrder, IsThatOfAStableSort) {
     std::mt19937 random(7);
     PlaceOrder order;
     for (const std::size_t count : {0U, 1U, 60U, 3000U, 50000U}) {
-        for (const double step : {1e-9, 1e-3, 50.0}) {
+        for (const double step : {1e-9, 1e-3, 50.0, 4e304}) {
             std::vector<double> values(count);
             for (double& value : values) value = 1000.0 + step * static_cast<double>(random() % 4000);
             for (std::size_t i = 0; i < count; i += 5) values[i] = (i % 2 == 0 ? 1.0 : -1.0) * values[i];
