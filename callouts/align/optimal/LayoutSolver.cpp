@@ -32,7 +32,7 @@ public:
           m_exchange(seating),
           m_clearing(seating),
           m_untangling(seating, m_swaps) {
-        m_swaps.Run();
+        m_swaps.Sort();
     }
 
     /// Labels go where they are cheapest, whatever is in their leaders' way.
@@ -40,7 +40,7 @@ public:
         for (int round = 0; round < kMostRounds; ++round) {
             const bool isMoved = m_relocation.Run();
             const bool isExchanged = m_exchange.Run();
-            if ((!isMoved && !isExchanged) || !m_swaps.Run()) break;
+            if ((!isMoved && !isExchanged) || !m_swaps.Sort()) break;
         }
     }
 

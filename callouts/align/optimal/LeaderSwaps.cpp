@@ -21,14 +21,18 @@ constexpr ScreenBox kNothing{kInfinity, kInfinity, -kInfinity, -kInfinity};
 
 LeaderSwaps::LeaderSwaps(Seating& seating) : m_seating(seating), m_lanes(seating.LaneCount()) {}
 
+bool LeaderSwaps::Sort() {
+    bool isChanged = false;
+    for (std::size_t lane = 0; lane < m_lanes.size(); ++lane) isChanged = SortNeighbours(lane) || isChanged;
+    m_sorted = m_seating.Now();
+    return isChanged;
+}
+
 bool LeaderSwaps::Run() {
     bool isAnyChanged = false;
     for (int round = 0; round < kMostRounds; ++round) {
-        bool isChanged = false;
-        for (std::size_t lane = 0; lane < m_lanes.size(); ++lane)
-            isChanged = SortNeighbours(lane) || isChanged;
-        m_sorted = m_seating.Now();
-        isChanged = Uncross() || isChanged;
+        const bool isSorted = Sort();
+        const bool isChanged = Uncross() || isSorted;
         isAnyChanged = isAnyChanged || isChanged;
         if (!isChanged || m_pairsLeft == 0) break;
     }

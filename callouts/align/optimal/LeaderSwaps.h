@@ -19,6 +19,7 @@ public:
 
     /// Exchanges and places anew until nothing is to gain. Returns whether anything changed.
     bool Run();
+    bool Sort();
     /// The same, from what has hardly moved since the last run on.
     bool RunAnew() {
         m_seen = 0;
