@@ -14,6 +14,7 @@ constexpr double kLeastGain = 1.5;  // pixels of leader
 bool LaneExchange::Run() {
     bool isAnyChanged = false;
     for (int pass = 0; pass < kMostPasses; ++pass) {
+        m_narrow.clear();
         for (std::size_t lane = 0; lane < m_pulls.size(); ++lane) Appraise(lane);
         FindExchanges();
         bool isChanged = false;
@@ -29,7 +30,7 @@ void LaneExchange::Appraise(std::size_t lane) {
     pulls.assign(1, 0.0);
     for (const std::uint32_t label : m_seating.RowOf(lane))
         pulls.push_back(pulls.back() + m_seating.PullOf(label));
-    m_isAmple[lane] = m_seating.HasRoomForAny(lane);
+    if (!m_seating.HasRoomForAny(lane)) m_narrow.push_back(lane);
 }
 
 /// For every label that would rather be on a lane that has no room for it.
@@ -37,8 +38,8 @@ void LaneExchange::FindExchanges() {
     m_exchanges.clear();
     for (std::size_t from = 0; from < m_seating.LaneCount(); ++from) {
         for (const std::uint32_t label : m_seating.RowOf(from)) {
-            for (std::size_t lane = 0; lane < m_seating.LaneCount(); ++lane) {
-                if (lane == from || m_isAmple[lane] || m_seating.HasRoom(lane, label)) continue;
+            for (const std::size_t lane : m_narrow) {
+                if (lane == from || m_seating.HasRoom(lane, label)) continue;
                 FindPartners({label, lane, m_seating.CostOf(label) - m_seating.LoneCost(label, lane)});
             }
         }

@@ -14,8 +14,7 @@ namespace zrcallouts {
 /// are tried in vain. Keeps its memory from call to call.
 class LaneExchange {
 public:
-    explicit LaneExchange(Seating& seating)
-        : m_seating(seating), m_pulls(seating.LaneCount()), m_isAmple(m_pulls.size()) {}
+    explicit LaneExchange(Seating& seating) : m_seating(seating), m_pulls(seating.LaneCount()) {}
 
     /// Returns whether anything changed.
     bool Run();
@@ -44,7 +43,7 @@ private:
 
     Seating& m_seating;
     std::vector<std::vector<double>> m_pulls;  // of each lane's labels, summed up to each
-    std::vector<bool> m_isAmple;               // lanes that have room for any label
+    std::vector<std::size_t> m_narrow;         // lanes that have no room for some label
     std::vector<Exchange> m_exchanges;
 };
 

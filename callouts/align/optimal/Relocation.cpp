@@ -62,24 +62,30 @@ void Relocation::AppraiseChain(std::size_t lane, std::size_t first, std::size_t 
     const Lane& on = m_seating.LaneAt(lane);
     auto& rooms = m_rooms[lane];
     const double margin = 0.5 * m_seating.LoadOf(labels[first], lane) + kTouching;
-    rooms[first].before = {0.0, 0.0, places[first] - on.Least() < margin};
-    for (std::size_t i = first + 1; i < end; ++i) rooms[i].before = ChainUpTo(lane, i - 1);
-    rooms[end - 1].after = {0.0, 0.0, on.Greatest() - places[end - 1] < margin};
-    for (std::size_t i = end - 1; i-- > first;) rooms[i].after = ChainFrom(lane, i + 1);
+    Chain chain{0.0, 0.0, places[first] - on.Least() < margin};
+    for (std::size_t i = first; i < end; ++i) {
+        rooms[i].before = chain;
+        chain.Add(-m_seating.PullOf(labels[i]), m_seating.StiffnessOf(labels[i]));
+    }
+    chain = {0.0, 0.0, on.Greatest() - places[end - 1] < margin};
+    for (std::size_t i = end; i-- > first;) {
+        rooms[i].after = chain;
+        chain.Add(m_seating.PullOf(labels[i]), m_seating.StiffnessOf(labels[i]));
+    }
 }
 
 Relocation::Chain Relocation::ChainUpTo(std::size_t lane, std::size_t index) const {
     const std::uint32_t label = m_seating.RowOf(lane)[index];
-    const Chain& before = m_rooms[lane][index].before;
-    return {before.pull - m_seating.PullOf(label), before.stiffness + m_seating.StiffnessOf(label),
-            before.isHeld};
+    Chain chain = m_rooms[lane][index].before;
+    chain.Add(-m_seating.PullOf(label), m_seating.StiffnessOf(label));
+    return chain;
 }
 
 Relocation::Chain Relocation::ChainFrom(std::size_t lane, std::size_t index) const {
     const std::uint32_t label = m_seating.RowOf(lane)[index];
-    const Chain& after = m_rooms[lane][index].after;
-    return {after.pull + m_seating.PullOf(label), after.stiffness + m_seating.StiffnessOf(label),
-            after.isHeld};
+    Chain chain = m_rooms[lane][index].after;
+    chain.Add(m_seating.PullOf(label), m_seating.StiffnessOf(label));
+    return chain;
 }
 
 /// What its neighbours save when the label goes.

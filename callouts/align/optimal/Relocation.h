@@ -31,6 +31,10 @@ private:
         double stiffness = 0.0;  // by which each pixel into the gap lessens the pull
         bool isHeld = false;     // is the lane's end behind them?
 
+        void Add(double morePull, double moreStiffness) {
+            pull += morePull;
+            stiffness += moreStiffness;
+        }
         /// What it costs to push it out of the gap; into it, below 0.
         [[nodiscard]] double CostBy(double way) const { return way * (pull + 0.5 * stiffness * way); }
         /// How far into the gap it comes by itself.

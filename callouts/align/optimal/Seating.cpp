@@ -12,9 +12,7 @@ constexpr double kEnough = 1e-4;      // of the cost: what a further round must 
 constexpr double kSwitchCost = 8.0;   // pixels of leader that a label saves at least by going to another side
 constexpr double kOrderCost = 3.0;    // pixels of leader that each label saves at least by another order
 constexpr double kBlockCost = 300.0;  // pixels of leader for each obstacle that it leads over
-constexpr double kPassage =
-    6.0;                         // pixels between inner labels, beyond the gap, for a leader to the outer row
-constexpr double kStill = 0.25;  // pixels; what moves less has not moved
+constexpr double kStill = 0.25;       // pixels; what moves less has not moved
 
 }  // namespace
 
@@ -89,30 +87,6 @@ ScreenPoint Seating::CentreAt(std::uint32_t label, std::size_t lane, double plac
     return on.Centre(m_problem.labels[label].form, place, isOuter, m_anchors[m_firstAnchors[label]]);
 }
 
-/// What a label takes along the lane. By turns in two rows each takes half, as the largest does.
-double Seating::LengthOn(const Lane& lane, std::uint32_t label) const {
-    if (!lane.IsDouble()) return m_problem.labels[label].form.Length(lane.Along());
-    const double gap = m_problem.rules.gap;
-    return 0.5 * (m_thickest[lane.Along()] + gap + kPassage) - gap;
-}
-
-double Seating::Pitch(const Lane& lane, std::uint32_t a, std::uint32_t b) const {
-    return 0.5 * (LengthOn(lane, a) + LengthOn(lane, b)) + m_problem.rules.gap;
-}
-
-bool Seating::Holds(std::size_t lane, std::uint32_t label) const {
-    const LabelForm& form = m_problem.labels[label].form;
-    return LaneAt(lane).Holds(form.Length(1 - LaneAt(lane).Along())) && LoadOf(label, lane) <= Capacity(lane);
-}
-
-double Seating::Capacity(std::size_t lane) const {
-    return LaneAt(lane).Greatest() - LaneAt(lane).Least() + m_problem.rules.gap;
-}
-
-double Seating::LoadOf(std::uint32_t label, std::size_t lane) const {
-    return LengthOn(LaneAt(lane), label) + m_problem.rules.gap;
-}
-
 bool Seating::IsPlain() const {
     const auto& labels = m_problem.labels;
     const auto& lanes = m_set.lanes;
@@ -150,14 +124,13 @@ Seating::Lone Seating::PlaceAlone(std::uint32_t label, std::size_t lane) const {
     const double half = 0.5 * m_problem.labels[label].form.Length(axis);
     const double least = on.Least() + half;
     const double greatest = std::max(on.Greatest() - half, least);
-    LabelSeat seat;
     if (HasStands(lane)) {
         const Stand& stand = StandOf(label, lane);
         const double place = std::clamp(stand.anchor, least, greatest);
-        MeasureStand(stand, m_fees[CellOf(label, lane)], place, seat);
-        return {stand.Centre(place, axis), place, seat.length, seat.cost};
+        return {stand.Centre(place, axis), place, stand.LengthAt(place), CostAt(label, lane, place)};
     }
     const double place = std::clamp(MiddleOf(label, axis), least, greatest);
+    LabelSeat seat;
     seat.centre = CentreAt(label, lane, place);
     MeasureOne(label, lane, place, seat);
     return {seat.centre, place, seat.length, seat.cost};
@@ -172,6 +145,11 @@ double Seating::MiddleOf(std::uint32_t label, int axis) const {
 }
 
 double Seating::CostAt(std::uint32_t label, std::size_t lane, double place) const {
+    if (HasStands(lane)) {
+        const Stand& stand = StandOf(label, lane);
+        const double along = stand.Along(place);
+        return stand.Length(along) + (stand.SlantCost(along) + m_fees[CellOf(label, lane)]);
+    }
     LabelSeat seat;
     seat.centre = CentreAt(label, lane, place);
     MeasureOne(label, lane, place, seat);

@@ -86,7 +86,8 @@ public:
     /// How much that pull grows with each pixel along the lane.
     [[nodiscard]] double StiffnessOf(std::uint32_t label) const {
         const LabelSeat& seat = m_seats[label];
-        const double mean = seat.pull / static_cast<double>(AnchorsOf(label).size());
+        const std::size_t leaders = AnchorsOf(label).size();
+        const double mean = leaders == 1 ? seat.pull : seat.pull / static_cast<double>(leaders);
         return seat.next.weight * (1.0 - mean * mean);
     }
     /// Counts up whenever labels move; the count of a label's last move.
@@ -105,11 +106,19 @@ public:
     }
 
     /// Whether the lane is wide and long enough for the label.
-    [[nodiscard]] bool Holds(std::size_t lane, std::uint32_t label) const;
+    [[nodiscard]] bool Holds(std::size_t lane, std::uint32_t label) const {
+        const LabelForm& form = m_problem.labels[label].form;
+        return LaneAt(lane).Holds(form.Length(1 - LaneAt(lane).Along())) &&
+               LoadOf(label, lane) <= Capacity(lane);
+    }
     /// What the lane offers, what its labels take of that, and what one takes: its length and a gap.
-    [[nodiscard]] double Capacity(std::size_t lane) const;
+    [[nodiscard]] double Capacity(std::size_t lane) const {
+        return LaneAt(lane).Greatest() - LaneAt(lane).Least() + m_problem.rules.gap;
+    }
     [[nodiscard]] double Load(std::size_t lane) const { return m_rows[lane].load; }
-    [[nodiscard]] double LoadOf(std::uint32_t label, std::size_t lane) const;
+    [[nodiscard]] double LoadOf(std::uint32_t label, std::size_t lane) const {
+        return LengthOn(LaneAt(lane), label) + m_problem.rules.gap;
+    }
     /// Whether the lane holds one more label, this one.
     [[nodiscard]] bool HasRoom(std::size_t lane, std::uint32_t label) const {
         return Holds(lane, label) && Load(lane) + LoadOf(label, lane) <= Capacity(lane);
@@ -140,7 +149,7 @@ public:
     /// The length of its leaders if it had the other one's place.
     [[nodiscard]] double LengthInSeatOf(std::uint32_t label, std::uint32_t other) const {
         const LabelSeat& seat = m_seats[other];
-        return HasStands(seat.lane) ? StandOf(label, seat.lane).Length(m_rows[seat.lane].places[seat.index])
+        return HasStands(seat.lane) ? StandOf(label, seat.lane).LengthAt(m_rows[seat.lane].places[seat.index])
                                     : LengthAt(label, CentreInSeatOf(label, other));
     }
 
@@ -235,9 +244,11 @@ private:
         [[nodiscard]] ScreenPoint Centre(double place, int axis) const {
             return axis == 0 ? ScreenPoint{place, depth} : ScreenPoint{depth, place};
         }
-        [[nodiscard]] double Length(double place) const {
-            const double along = Along(place);
-            return std::sqrt(along * along + across * across);
+        /// Of the leader, `along` the lane.
+        [[nodiscard]] double Length(double along) const { return std::sqrt(along * along + across * across); }
+        [[nodiscard]] double LengthAt(double place) const { return Length(Along(place)); }
+        [[nodiscard]] double SlantCost(double along) const {
+            return kSlantCost * std::max(std::abs(along) - slack, 0.0);
         }
     };
 
@@ -252,11 +263,10 @@ private:
     static constexpr int kManyRounds = 5;
     static constexpr int kFewRounds = 0;
     static constexpr std::size_t kMostTried = 20'000'000;
-    static constexpr double kSlantCost =
-        2.0;  // pixels of leader for each pixel that a label stands too far aside
-    static constexpr double kShortest =
-        1.0;  // pixels; leaders count as this long at least where that divides
-
+    static constexpr double kSlantCost = 2.0;  // pixels of leader for each that a label stands too far aside
+    static constexpr double kShortest = 1.0;   // pixels that leaders count as at least where that divides
+    // Pixels between inner labels, beyond the gap, for a leader to the outer row.
+    static constexpr double kPassage = 6.0;
     /// Where what is known of a label on a lane is kept: lane by lane.
     [[nodiscard]] std::size_t CellOf(std::uint32_t label, std::size_t lane) const {
         return lane * m_labelCount + label;
@@ -281,8 +291,15 @@ private:
     [[nodiscard]] double SwitchCost(std::uint32_t label, std::size_t lane) const;
     [[nodiscard]] ScreenPoint CentreAt(std::uint32_t label, std::size_t lane, double place,
                                        std::size_t index) const;
-    [[nodiscard]] double LengthOn(const Lane& lane, std::uint32_t label) const;
-    [[nodiscard]] double Pitch(const Lane& lane, std::uint32_t a, std::uint32_t b) const;
+    /// What a label takes along the lane. By turns in two rows each takes half, as the largest does.
+    [[nodiscard]] double LengthOn(const Lane& lane, std::uint32_t label) const {
+        if (!lane.IsDouble()) return m_problem.labels[label].form.Length(lane.Along());
+        const double gap = m_problem.rules.gap;
+        return 0.5 * (m_thickest[lane.Along()] + gap + kPassage) - gap;
+    }
+    [[nodiscard]] double Pitch(const Lane& lane, std::uint32_t a, std::uint32_t b) const {
+        return 0.5 * (LengthOn(lane, a) + LengthOn(lane, b)) + m_problem.rules.gap;
+    }
     void Settle(std::size_t lane, int rounds);
     double Arrange(const Window& window, const Labels& labels, int rounds);
     double ArrangeEvenly(const Window& window, const Labels& labels);
@@ -294,10 +311,10 @@ private:
     /// The same as `MeasureOne`, where all is known but the place.
     static void MeasureStand(const Stand& stand, double fee, double place, LabelSeat& seat) {
         const double along = stand.Along(place);
-        seat.length = std::sqrt(along * along + stand.across * stand.across);
+        seat.length = stand.Length(along);
         const double weight = 1.0 / std::max(seat.length, kShortest);
         seat.pull = weight * along;
-        seat.cost = seat.length + (kSlantCost * std::max(std::abs(along) - stand.slack, 0.0) + fee);
+        seat.cost = seat.length + (stand.SlantCost(along) + fee);
         seat.next = {place - along, weight, 0.0};
     }
     [[nodiscard]] SpacedLabel FirstWish(std::uint32_t label, std::size_t lane, std::size_t index) const;
