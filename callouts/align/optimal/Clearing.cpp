@@ -38,35 +38,38 @@ bool Clearing::IsTouched(std::uint32_t label, std::uint32_t by) const {
     });
 }
 
-/// Looks as far to both sides as each leader reaches.
 bool Clearing::HasTouches(std::size_t lane) const {
-    const auto& labels = m_seating.RowOf(lane);
-    for (std::size_t i = 0; i < labels.size(); ++i) {
-        const std::size_t first = i - std::min(i, kBeside);
-        const std::size_t end = std::min(i + kBeside + 1, labels.size());
-        for (std::size_t k = i; k-- > first && IsWithinReach(labels[k], labels[i]);) {
-            if (IsTouched(labels[k], labels[i])) return true;
-        }
-        for (std::size_t k = i + 1; k < end && IsWithinReach(labels[k], labels[i]); ++k) {
-            if (IsTouched(labels[k], labels[i])) return true;
-        }
+    for (std::size_t i = 0; i < m_seating.RowOf(lane).size(); ++i) {
+        if (TouchesNeighbour(lane, i)) return true;
     }
     return false;
 }
 
-/// Whether the label stands so near along its lane that the leaders of `by` might touch it.
-bool Clearing::IsWithinReach(std::uint32_t label, std::uint32_t by) const {
-    const int axis = m_seating.LaneAt(m_seating.LaneOf(label)).Along();
-    const double own = m_seating.CentreOf(by)[axis];
-    const double other = m_seating.CentreOf(label)[axis];
-    const double half = 0.5 * m_seating.Problem().labels[label].form.Length(axis) + kClearance;
-    double least = own;
-    double greatest = own;
+/// Looks as far to both sides as the leaders reach.
+bool Clearing::TouchesNeighbour(std::size_t lane, std::size_t index) const {
+    const auto& labels = m_seating.RowOf(lane);
+    const int axis = m_seating.LaneAt(lane).Along();
+    const std::uint32_t by = labels[index];
+    double least = m_seating.CentreOf(by)[axis];
+    double greatest = least;
     for (const ScreenPoint& anchor : m_seating.AnchorsOf(by)) {
         least = std::min(least, anchor[axis]);
         greatest = std::max(greatest, anchor[axis]);
     }
-    return other + half >= least && other - half <= greatest;
+    const auto isWithin = [&](std::uint32_t label) {
+        const double place = m_seating.CentreOf(label)[axis];
+        const double half = 0.5 * m_seating.Problem().labels[label].form.Length(axis) + kClearance;
+        return place + half >= least && place - half <= greatest;
+    };
+    const std::size_t first = index - std::min(index, kBeside);
+    const std::size_t end = std::min(index + kBeside + 1, labels.size());
+    for (std::size_t k = index; k-- > first && isWithin(labels[k]);) {
+        if (IsTouched(labels[k], by)) return true;
+    }
+    for (std::size_t k = index + 1; k < end && isWithin(labels[k]); ++k) {
+        if (IsTouched(labels[k], by)) return true;
+    }
+    return false;
 }
 
 bool Clearing::PushOut(std::size_t lane) {

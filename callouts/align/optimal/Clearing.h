@@ -32,8 +32,8 @@ private:
     };
 
     [[nodiscard]] bool IsTouched(std::uint32_t label, std::uint32_t by) const;
-    [[nodiscard]] bool IsWithinReach(std::uint32_t label, std::uint32_t by) const;
     [[nodiscard]] bool HasTouches(std::size_t lane) const;
+    [[nodiscard]] bool TouchesNeighbour(std::size_t lane, std::size_t index) const;
     [[nodiscard]] std::optional<Touch> FindTouch(std::size_t lane, std::size_t other) const;
     [[nodiscard]] End EndNear(std::uint32_t label) const;
     [[nodiscard]] double EndStep(std::size_t lane) const;
