@@ -127,7 +127,10 @@ Seating::Lone Seating::PlaceAlone(std::uint32_t label, std::size_t lane) const {
     if (HasStands(lane)) {
         const Stand& stand = StandOf(label, lane);
         const double place = std::clamp(stand.anchor, least, greatest);
-        return {stand.Centre(place, axis), place, stand.LengthAt(place), CostAt(label, lane, place)};
+        const double along = stand.Along(place);
+        const double length = stand.Length(along);
+        return {stand.Centre(place, axis), place, length,
+                stand.Cost(along, length, m_fees[CellOf(label, lane)])};
     }
     const double place = std::clamp(MiddleOf(label, axis), least, greatest);
     LabelSeat seat;
@@ -148,7 +151,7 @@ double Seating::CostAt(std::uint32_t label, std::size_t lane, double place) cons
     if (HasStands(lane)) {
         const Stand& stand = StandOf(label, lane);
         const double along = stand.Along(place);
-        return stand.Length(along) + (stand.SlantCost(along) + m_fees[CellOf(label, lane)]);
+        return stand.Cost(along, stand.Length(along), m_fees[CellOf(label, lane)]);
     }
     LabelSeat seat;
     seat.centre = CentreAt(label, lane, place);

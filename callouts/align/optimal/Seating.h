@@ -247,8 +247,9 @@ private:
         /// Of the leader, `along` the lane.
         [[nodiscard]] double Length(double along) const { return std::sqrt(along * along + across * across); }
         [[nodiscard]] double LengthAt(double place) const { return Length(Along(place)); }
-        [[nodiscard]] double SlantCost(double along) const {
-            return kSlantCost * std::max(std::abs(along) - slack, 0.0);
+        /// Of a leader so long.
+        [[nodiscard]] double Cost(double along, double length, double fee) const {
+            return length + (kSlantCost * std::max(std::abs(along) - slack, 0.0) + fee);
         }
     };
 
@@ -314,7 +315,7 @@ private:
         seat.length = stand.Length(along);
         const double weight = 1.0 / std::max(seat.length, kShortest);
         seat.pull = weight * along;
-        seat.cost = seat.length + (stand.SlantCost(along) + fee);
+        seat.cost = stand.Cost(along, seat.length, fee);
         seat.next = {place - along, weight, 0.0};
     }
     [[nodiscard]] SpacedLabel FirstWish(std::uint32_t label, std::size_t lane, std::size_t index) const;
