@@ -14,7 +14,8 @@ std::ptrdiff_t Offset(std::size_t index) { return static_cast<std::ptrdiff_t>(in
 
 }  // namespace
 
-Relocation::Relocation(Seating& seating) : m_seating(seating), m_rooms(seating.LaneCount()) {}
+Relocation::Relocation(Seating& seating)
+    : m_seating(seating), m_rooms(seating.LaneCount()), m_appraised(m_rooms.size()) {}
 
 bool Relocation::Run() {
     bool isAnyChanged = false;
@@ -41,8 +42,10 @@ double Relocation::Share(const Chain& chain, const Chain& other, double way) {
     return std::clamp(share, std::min(way, 0.0), std::max(way, 0.0));
 }
 
-/// Sums up the pulls of labels that touch.
+/// Sums up the pulls of labels that touch, unless the lane has hardly moved since the last time.
 void Relocation::Appraise(std::size_t lane) {
+    if (m_seating.LastMoveOn(lane) <= m_appraised[lane]) return;
+    m_appraised[lane] = m_seating.Now();
     const auto& labels = m_seating.RowOf(lane);
     const auto& places = m_seating.PlacesOf(lane);
     m_rooms[lane].resize(labels.size());

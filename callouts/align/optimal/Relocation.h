@@ -67,6 +67,7 @@ private:
 
     Seating& m_seating;
     std::vector<std::vector<Room>> m_rooms;  // of each lane's labels
+    std::vector<std::uint64_t> m_appraised;  // when each lane was
     std::vector<Move> m_moves;
     Seating::Labels m_left;
     Seating::Labels m_joined;

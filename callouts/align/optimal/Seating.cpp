@@ -25,6 +25,7 @@ Seating::Seating(const LayoutProblem& problem)
       m_thickest{GreatestLength(problem.labels, 0), GreatestLength(problem.labels, 1)} {
     m_firstAnchors.reserve(problem.labels.size() + 1);
     m_anchors.reserve(problem.labels.size());
+    m_slants.reserve(problem.labels.size());
     for (const LayoutLabel& label : problem.labels) {
         m_firstAnchors.push_back(m_anchors.size());
         m_anchors.insert(m_anchors.end(), label.anchors.begin(), label.anchors.end());
@@ -359,7 +360,9 @@ void Seating::Take(const Window& window) {
     for (std::size_t i = window.first; i < window.end; ++i) {
         LabelSeat& seat = m_seats[row.labels[i]];
         const LabelSeat& found = m_trial.seats[i - window.first];
-        if (Distance(seat.centre, found.centre) > kStill) seat.moved = row.moved = m_now;
+        const double x = found.centre.x - seat.centre.x;
+        const double y = found.centre.y - seat.centre.y;
+        if (x * x + y * y > kStill * kStill) seat.moved = row.moved = m_now;
         seat.centre = found.centre;
         seat.cost = found.cost;
         seat.length = found.length;
@@ -379,6 +382,7 @@ void Seating::Restore(const Rows& rows) {
     m_rows = rows.m_rows;
     m_seats = rows.m_seats;
     ++m_now;
+    for (Row& row : m_rows) row.moved = m_now;
 }
 
 std::vector<ScreenPoint> Seating::Centres() const {
