@@ -6,7 +6,6 @@
 
 #include "callouts/align/optimal/Clearing.h"
 #include "callouts/align/optimal/LaneChoice.h"
-#include "callouts/align/optimal/LaneExchange.h"
 #include "callouts/align/optimal/LayoutQuality.h"
 #include "callouts/align/optimal/LeaderSwaps.h"
 #include "callouts/align/optimal/Relocation.h"
@@ -17,7 +16,7 @@
 namespace zrcallouts {
 namespace {
 
-constexpr int kMostRounds = 4;             // of exchanging and moving
+constexpr int kMostRounds = 4;             // of moving and exchanging
 constexpr double kKeepLoss = 0.005;        // of the cost, which keeping the labels' sides may cost
 constexpr int kPatience = 30;              // rounds of charging without a better layout
 constexpr double kCharge = 100.0;          // pixels of leader
@@ -29,7 +28,6 @@ public:
     explicit Improver(Seating& seating)
         : m_swaps(seating),
           m_relocation(seating),
-          m_exchange(seating),
           m_clearing(seating),
           m_untangling(seating, m_swaps) {
         m_swaps.Sort();
@@ -38,9 +36,7 @@ public:
     /// Labels go where they are cheapest, whatever is in their leaders' way.
     void Shorten() {
         for (int round = 0; round < kMostRounds; ++round) {
-            const bool isMoved = m_relocation.Run();
-            const bool isExchanged = m_exchange.Run();
-            if ((!isMoved && !isExchanged) || !m_swaps.Sort()) break;
+            if (!m_relocation.Run() || !m_swaps.Sort()) break;
         }
     }
 
@@ -57,7 +53,6 @@ public:
 private:
     LeaderSwaps m_swaps;
     Relocation m_relocation;
-    LaneExchange m_exchange;
     Clearing m_clearing;
     Untangling m_untangling;
 };

@@ -123,11 +123,6 @@ public:
     [[nodiscard]] bool HasRoom(std::size_t lane, std::uint32_t label) const {
         return Holds(lane, label) && Load(lane) + LoadOf(label, lane) <= Capacity(lane);
     }
-    /// Whether it holds one more label, whichever that is.
-    [[nodiscard]] bool HasRoomForAny(std::size_t lane) const {
-        const double load = m_thickest[LaneAt(lane).Along()] + m_problem.rules.gap;
-        return LaneAt(lane).Holds(Thick(lane)) && Load(lane) + load <= Capacity(lane);
-    }
     [[nodiscard]] double WishOf(std::uint32_t label, std::size_t lane) const {
         return m_alone[CellOf(label, lane)].wish;
     }
