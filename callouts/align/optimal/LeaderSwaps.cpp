@@ -186,10 +186,9 @@ bool LeaderSwaps::TrySwap(std::uint32_t a, std::uint32_t b, bool areNeighbours) 
     if (!areNeighbours && !m_seating.DoLeadersCross(a, b)) return false;
     const double length = m_seating.LengthOf(a) + m_seating.LengthOf(b);
     const double gain = length - m_seating.LengthInSeatOf(a, b) - m_seating.LengthInSeatOf(b, a);
-    // Most neighbours lose more than any reason to exchange them is worth.
-    const double loss = areNeighbours && !m_seating.AreAlike(a, b) ? kUncrossLoss * length : 0.0;
-    if (areNeighbours && gain < -kOrderCost - loss) return false;
-    const bool doCross = !areNeighbours || (gain >= -loss && m_seating.DoLeadersCross(a, b));
+    // Neighbours that would lose by it mostly do not cross; where they do, uncrossing sees to them.
+    if (areNeighbours && gain < -kOrderCost) return false;
+    const bool doCross = !areNeighbours || (gain >= 0.0 && m_seating.DoLeadersCross(a, b));
     if (!IsWorthwhile(a, b, gain, doCross)) {
         m_isStuck = m_isStuck || doCross;
         return false;

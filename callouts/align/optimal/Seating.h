@@ -154,13 +154,6 @@ public:
     [[nodiscard]] bool FitsSwapped(std::uint32_t a, std::uint32_t b) const;
     /// Where in the lane's row the label would stand, as near to its wish as may be.
     [[nodiscard]] std::size_t PlaceIn(std::size_t lane, std::uint32_t label) const;
-    /// Whether labels on one lane have one leader each and one size, so that crossing leaders are longer than
-    /// the same two exchanged.
-    [[nodiscard]] bool AreAlike(std::uint32_t a, std::uint32_t b) const {
-        const LabelForm& formA = m_problem.labels[a].form;
-        const LabelForm& formB = m_problem.labels[b].form;
-        return HasStands(LaneOf(a)) && formA.width == formB.width && formA.height == formB.height;
-    }
     /// Whether any leader of the one crosses one of the other, where they are or if they were elsewhere.
     [[nodiscard]] bool DoLeadersCross(std::uint32_t a, std::uint32_t b) const {
         return DoLeadersCross(a, CentreOf(a), b, CentreOf(b));
