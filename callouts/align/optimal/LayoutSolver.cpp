@@ -26,10 +26,7 @@ constexpr std::size_t kMostFaults = 20;    // more are no sheet that could be me
 class Improver {
 public:
     explicit Improver(Seating& seating)
-        : m_swaps(seating),
-          m_relocation(seating),
-          m_clearing(seating),
-          m_untangling(seating, m_swaps) {
+        : m_swaps(seating), m_relocation(seating), m_clearing(seating), m_untangling(seating, m_swaps) {
         m_swaps.Sort();
     }
 

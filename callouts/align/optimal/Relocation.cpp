@@ -61,16 +61,13 @@ void Relocation::Appraise(std::size_t lane) {
 
 void Relocation::AppraiseChain(std::size_t lane, std::size_t first, std::size_t end) {
     const auto& labels = m_seating.RowOf(lane);
-    const auto& places = m_seating.PlacesOf(lane);
-    const Lane& on = m_seating.LaneAt(lane);
     auto& rooms = m_rooms[lane];
-    const double margin = 0.5 * m_seating.LoadOf(labels[first], lane) + kTouching;
-    Chain chain{0.0, 0.0, places[first] - on.Least() < margin};
+    Chain chain;
     for (std::size_t i = first; i < end; ++i) {
         rooms[i].before = chain;
         chain.Add(-m_seating.PullOf(labels[i]), m_seating.StiffnessOf(labels[i]));
     }
-    chain = {0.0, 0.0, on.Greatest() - places[end - 1] < margin};
+    chain = {};
     for (std::size_t i = end; i-- > first;) {
         rooms[i].after = chain;
         chain.Add(m_seating.PullOf(labels[i]), m_seating.StiffnessOf(labels[i]));
@@ -124,11 +121,9 @@ double Relocation::CostIn(std::size_t lane, std::uint32_t label) const {
     const Gap gap = GapBefore(lane, next, label);
     const double lack = gap.least - gap.greatest;
     if (lack <= 0.0) return m_seating.CostAt(label, lane, std::clamp(wish, gap.least, gap.greatest));
-    constexpr Chain kEnd{0.0, 0.0, true};
-    const Chain before = next > 0 ? ChainUpTo(lane, next - 1) : kEnd;
-    const Chain after = next < m_seating.RowOf(lane).size() ? ChainFrom(lane, next) : kEnd;
-    double first = Share(before, after, lack);
-    if (before.isHeld != after.isHeld) first = before.isHeld ? 0.0 : lack;
+    const Chain before = next > 0 ? ChainUpTo(lane, next - 1) : Chain();
+    const Chain after = next < m_seating.RowOf(lane).size() ? ChainFrom(lane, next) : Chain();
+    const double first = Share(before, after, lack);
     const double paid = before.CostBy(first) + after.CostBy(lack - first);
     return m_seating.CostAt(label, lane, gap.least - first) + std::max(paid, 0.0);
 }

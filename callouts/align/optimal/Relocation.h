@@ -29,7 +29,6 @@ private:
     struct Chain {
         double pull = 0.0;       // into the gap
         double stiffness = 0.0;  // by which each pixel into the gap lessens the pull
-        bool isHeld = false;     // is the lane's end behind them?
 
         void Add(double morePull, double moreStiffness) {
             pull += morePull;
