@@ -323,6 +323,17 @@ TEST(LayoutSolver, PlacesALabelBetweenAllThatItPointsAt) {
 
 // More labels than the page has room for: they all get a place, the page stays tidy where it can, and what
 // hangs over is told.
+// Of what a label points at, one lies close to the other, so that no foreign leader needs to pass between.
+TEST(LayoutSolver, UncrossesLabelsWithSeveralLeaders) {
+    for (unsigned seed = 0; seed < 100; ++seed) {
+        LayoutProblem sheet = MakeSheet({40}, seed);
+        for (LayoutLabel& label : sheet.labels)
+            label.anchors.push_back({label.anchors[0].x + 1.0, label.anchors[0].y});
+        const LayoutQuality quality = MeasureLayout(sheet, SolveLayout(sheet));
+        EXPECT_EQ(quality.Count(Kind::LeadersCross), 0U) << "seed " << seed << Describe(quality);
+    }
+}
+
 TEST(LayoutSolver, LosesNoLabelWhereThereIsNoRoom) {
     for (const double margin : {90.0, 30.0}) {
         LayoutProblem sheet = MakeSheet({400, 1.0, true, margin}, 3);
