@@ -17,11 +17,12 @@ class LeaderSwaps {
 public:
     explicit LeaderSwaps(Seating& seating);
 
-    /// Exchanges and places anew until nothing is to gain. Returns whether anything changed.
-    bool Run();
-    /// Exchanges neighbours only, which takes a third of the time: enough while labels look for their sides.
+    /// Exchanges neighbours and places anew until nothing is to gain: enough while labels look for their
+    /// sides. Returns whether anything changed.
     bool Sort();
-    /// The same, from what has hardly moved since the last run on.
+    /// The same for all labels.
+    bool Run();
+    /// The same, those that have hardly moved since the last run included.
     bool RunAnew() {
         m_seen = 0;
         m_isStuck = false;

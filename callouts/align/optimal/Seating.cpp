@@ -20,8 +20,7 @@ Seating::Seating(const LayoutProblem& problem)
     : m_problem(problem),
       m_set(MakeLanes(problem)),
       m_rows(m_set.lanes.size()),
-      m_labelCount(problem.labels.size()),
-      m_seats(m_labelCount),
+      m_seats(problem.labels.size()),
       m_thickest{GreatestLength(problem.labels, 0), GreatestLength(problem.labels, 1)} {
     m_firstAnchors.reserve(problem.labels.size() + 1);
     m_anchors.reserve(problem.labels.size());

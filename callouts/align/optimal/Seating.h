@@ -256,10 +256,7 @@ private:
     static constexpr double kShortest = 1.0;   // pixels that leaders count as at least where that divides
     // Pixels between inner labels, beyond the gap, for a leader to the outer row.
     static constexpr double kPassage = 6.0;
-    /// Where what is known of a label on a lane is kept: lane by lane.
-    [[nodiscard]] std::size_t CellOf(std::uint32_t label, std::size_t lane) const {
-        return lane * m_labelCount + label;
-    }
+
     void FindHomes();
     template <class Key>
     Labels SortedBy(const Labels& labels, const Key& key);
@@ -270,6 +267,10 @@ private:
     [[nodiscard]] bool IsPlain() const;
     /// Two rows have none.
     [[nodiscard]] bool HasStands(std::size_t lane) const { return m_isPlain && !LaneAt(lane).IsDouble(); }
+    /// Where what is known of a label on a lane is kept: lane by lane.
+    [[nodiscard]] std::size_t CellOf(std::uint32_t label, std::size_t lane) const {
+        return lane * m_seats.size() + label;
+    }
     [[nodiscard]] const Stand& StandOf(std::uint32_t label, std::size_t lane) const {
         return m_stands[CellOf(label, lane)];
     }
@@ -313,7 +314,6 @@ private:
     const LayoutProblem& m_problem;
     LaneSet m_set;
     std::vector<Row> m_rows;  // of each lane
-    std::size_t m_labelCount;
     std::vector<LabelSeat> m_seats;
     std::vector<ScreenPoint> m_anchors;  // of all labels
     std::vector<std::size_t> m_firstAnchors;

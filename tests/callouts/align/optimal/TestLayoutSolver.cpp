@@ -321,8 +321,6 @@ TEST(LayoutSolver, PlacesALabelBetweenAllThatItPointsAt) {
     }
 }
 
-// More labels than the page has room for: they all get a place, the page stays tidy where it can, and what
-// hangs over is told.
 // Of what a label points at, one lies close to the other, so that no foreign leader needs to pass between.
 TEST(LayoutSolver, UncrossesLabelsWithSeveralLeaders) {
     for (unsigned seed = 0; seed < 100; ++seed) {
@@ -334,6 +332,8 @@ TEST(LayoutSolver, UncrossesLabelsWithSeveralLeaders) {
     }
 }
 
+// More labels than the page has room for: they all get a place, the page stays tidy where it can, and what
+// hangs over is told.
 TEST(LayoutSolver, LosesNoLabelWhereThereIsNoRoom) {
     for (const double margin : {90.0, 30.0}) {
         LayoutProblem sheet = MakeSheet({400, 1.0, true, margin}, 3);
